@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/Instant.h"
+
+#include <QCoroTask>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace lumora {
+
+/// A running repetition; destroying it ends the repetition.
+class RepeatingTimer {
+public:
+    virtual ~RepeatingTimer() = default;
+};
+
+/// The wall clock and what can be timed by it. Everything is called on, and calls back on, the
+/// main thread.
+class Clock {
+public:
+    virtual ~Clock() = default;
+
+    /// The current time.
+    virtual Instant now() const = 0;
+
+    /// Calls `tick` every `interval` of wall-clock time, first after one interval. Time spent in
+    /// suspend counts: a tick that came due meanwhile fires once, at once, after resuming.
+    virtual std::unique_ptr<RepeatingTimer>
+    every(std::chrono::seconds interval, std::function<void()> tick) = 0;
+
+    /// Completes after `duration`.
+    virtual QCoro::Task<> wait(std::chrono::milliseconds duration) = 0;
+};
+
+} // namespace lumora

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QByteArray>
+#include <QCoroTask>
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QUrl>
+
+#include <tl/expected.hpp>
+
+#include <optional>
+
+namespace lumora {
+
+/// One HTTP request, as it goes out.
+struct HttpRequest {
+    QByteArray method; ///< "GET" or "POST"
+    QUrl url;
+    QList<QPair<QByteArray, QByteArray>> headers;
+    std::optional<QByteArray> body; ///< absent: no body and no Content-Type
+};
+
+/// The answer, after redirects within the same origin were followed.
+struct HttpResponse {
+    int status = 0;
+    QByteArray body;
+};
+
+/// Why there was no answer.
+struct TransportError {
+    enum class Kind {
+        Failed,       ///< the exchange broke off or never began
+        BodyTooLarge, ///< the body went past what is taken
+        NotHttp,      ///< something answered, but not in HTTP
+    };
+
+    Kind kind = Kind::Failed;
+    QString description; ///< for the user, as it stands
+};
+
+using HttpOutcome = tl::expected<HttpResponse, TransportError>;
+
+/// Carries requests. No cookies, no cache, no stored credentials; each exchange is one request on
+/// the wire per redirect hop, never a silent repetition.
+class HttpTransport {
+public:
+    virtual ~HttpTransport() = default;
+
+    /// Sends `request` and completes with the answer. Exchanges may overlap. An exchange that is
+    /// under way when the transport is destroyed completes with an error.
+    virtual QCoro::Task<HttpOutcome> exchange(HttpRequest request) = 0;
+};
+
+} // namespace lumora

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Preferences.h"
+
+#include <QHash>
+
+namespace lumora {
+
+/// Preferences that live as long as the process: for the demo, which leaves nothing behind.
+class MemoryPreferences final : public Preferences {
+public:
+    std::optional<QString> value(const QString& key) const override;
+    bool setValue(const QString& key, const QString& text) override;
+
+private:
+    QHash<QString, QString> m_values;
+};
+
+} // namespace lumora

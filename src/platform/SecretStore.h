@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+namespace lumora {
+
+/// What one credential item is found by. Nothing else takes part in finding it.
+struct SecretKey {
+    QString service;
+    QString account;
+};
+
+/// The answer to a look-up.
+struct SecretLookup {
+    enum class Status {
+        Found,       ///< `secret` holds the item's bytes, possibly none
+        Absent,      ///< the store has no such item
+        Locked,      ///< the item, or the collection it may be in, is locked
+        Unavailable, ///< there is no store to ask, or it did not answer
+    };
+
+    Status status = Status::Unavailable;
+    QByteArray secret;
+    QString reason; ///< for people, why the store is unavailable; empty otherwise
+};
+
+/// The answer to a removal.
+enum class SecretRemoval { Removed, NotFound, Failed };
+
+/// The user's credential store. Every call is synchronous, never waits for a person, and answers
+/// within two seconds.
+class SecretStore : public QObject {
+    Q_OBJECT
+
+public:
+    virtual SecretLookup lookup(const SecretKey& key) = 0;
+
+    /// Adds an item with exactly the key's attributes; false when that failed.
+    virtual bool add(const SecretKey& key, const QString& label, const QByteArray& secret) = 0;
+
+    /// Removes every item with the key's attributes.
+    virtual SecretRemoval remove(const SecretKey& key) = 0;
+
+Q_SIGNALS:
+    /// An item that could not be read before may be readable now: the store appeared, was
+    /// unlocked, or another program added or changed an item.
+    void readable();
+};
+
+} // namespace lumora

@@ -1,0 +1,17 @@
+#include <QApplication>
+
+#include <gmock/gmock.h>
+
+#include <utility>
+
+int main(int argc, char** argv) {
+    // The same screen, texts and time zone everywhere, unless a test is started with others.
+    for (const auto& [name, value] :
+         {std::pair("QT_QPA_PLATFORM", "offscreen"), {"LC_ALL", "C.UTF-8"}, {"TZ", "UTC"}}) {
+        if (!qEnvironmentVariableIsSet(name))
+            qputenv(name, value);
+    }
+    testing::InitGoogleMock(&argc, argv);
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
