@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+
+#include <tl/expected.hpp>
+
+#include <memory>
+
+namespace lumora {
+
+class DemoService;
+
+/// Serves a DemoService over HTTP on the loopback address, on threads of its own. Destroying it
+/// stops it.
+class DemoServer {
+public:
+    /// `service` must outlive the server.
+    explicit DemoServer(DemoService& service);
+    ~DemoServer();
+
+    /// Starts listening on 127.0.0.1. `port` 0 takes a free one. Gives the port, which accepts
+    /// connections from then on, or one sentence on why not. To be called once.
+    tl::expected<quint16, QString> start(quint16 port);
+
+    /// Stops at once, also in the middle of an answer; open connections are closed.
+    void stop();
+
+private:
+    class Listener;
+    std::unique_ptr<Listener> m_listener;
+};
+
+} // namespace lumora
