@@ -49,3 +49,22 @@ wait_until() {
         sleep 0.1
     done
 }
+
+# cpp_files FOLDER...: the project's C++ files, new ones too, each ended by a null byte.
+cpp_files() {
+    local folder patterns=()
+    for folder in "$@"; do
+        patterns+=(":(glob)$folder/**/*.h" ":(glob)$folder/**/*.cpp")
+    done
+    git ls-files -z --cached --others --exclude-standard -- "${patterns[@]}" | existing
+}
+
+# existing: passes on those of the names on its input that are there.
+existing() {
+    local name
+    while IFS= read -r -d '' name; do
+        if [[ -f $name ]]; then
+            printf '%s\0' "$name"
+        fi
+    done
+}
