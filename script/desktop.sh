@@ -138,12 +138,45 @@ find_status_area() {
 
 # take_status_area FILE: a picture of the status area as it is on the screen.
 take_status_area() {
-    local WINDOW X Y WIDTH HEIGHT SCREEN
-    find_status_area || return 1
-    eval "$(xdotool getwindowgeometry --shell "$status_area")"
-    : "$WINDOW" "$SCREEN"
-    import -window root -crop "${WIDTH}x${HEIGHT}+${X}+${Y}" +repage "$1" 2>>"$desktop_log/import.log"
+    local X Y WIDTH HEIGHT
+    locate_status_area || return 1
+    take_picture "$1" "${WIDTH}x${HEIGHT}+${X}+${Y}"
 }
 
 # take_desktop FILE: a picture of everything.
-take_desktop() { import -window root "$1" 2>>"$desktop_log/import.log"; }
+take_desktop() { take_picture "$1" "$desktop_size+0+0"; }
+
+# take_picture FILE GEOMETRY: a picture of a part of the screen.
+take_picture() {
+    import -window root -crop "$2" +repage "$1" 2>>"$desktop_log/import.log"
+}
+
+# locate_status_area: sets X, Y, WIDTH and HEIGHT, which the caller declares.
+locate_status_area() {
+    local WINDOW SCREEN
+    find_status_area || return 1
+    eval "$(xdotool getwindowgeometry --shell "$status_area")"
+    : "$WINDOW" "$SCREEN"
+}
+
+# open_menu: a right click on the item; fails when no menu comes up below the bar.
+open_menu() {
+    local X Y WIDTH HEIGHT below
+    locate_status_area || return 1
+    below="200x100+$X+$((Y + HEIGHT + 8))"
+    take_picture "$work/below-before.png" "$below"
+    xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 3
+    wait_until 10 has_changed "$work/below-before.png" "$below" || return 1
+    xdotool mousemove 100 900
+    sleep 0.5
+}
+
+close_menu() { xdotool key Escape; }
+
+# has_changed FILE GEOMETRY: the part of the screen no longer looks as it does in the picture.
+has_changed() {
+    take_picture "$work/part-now.png" "$2" && ! look_alike "$1" "$work/part-now.png"
+}
+
+# look_alike FILE FILE: both pictures have the same pixels, whatever else their files hold.
+look_alike() { [[ $(identify -format '%#' "$1") == "$(identify -format '%#' "$2")" ]]; }
