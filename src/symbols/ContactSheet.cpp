@@ -68,7 +68,6 @@ QImage sheet(const QStringList& names, int scale) {
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     if (argc != 2) {
         std::fputs("usage: lumora-contact-sheet FILE.png\n", stderr);
