@@ -15,6 +15,8 @@ namespace {
 /// The symbols that the label and the panel ask for by name.
 const QStringList names{
     u"arrow.clockwise"_s,
+    u"arrow.down.right"_s,
+    u"arrow.up.right"_s,
     u"brain.head.profile"_s,
     u"calendar"_s,
     u"calendar.badge.clock"_s,
@@ -24,14 +26,21 @@ const QStringList names{
     u"checkmark.circle.fill"_s,
     u"chevron.down"_s,
     u"circle"_s,
+    u"clock.arrow.circlepath"_s,
+    u"creditcard"_s,
     u"exclamationmark.triangle"_s,
+    u"eye"_s,
+    u"eye.slash"_s,
     u"flame"_s,
     u"power"_s,
     u"record.circle"_s,
+    u"return"_s,
+    u"tray.and.arrow.down"_s,
+    u"video.fill"_s,
 };
 
-/// The sizes that status areas ask for, in device pixels.
-constexpr int sizes[] = {16, 22, 24, 32, 48, 64};
+/// The sizes that the panel's fonts and status areas ask for, in device pixels.
+constexpr int sizes[] = {11, 13, 14, 16, 20, 22, 24, 32, 48, 64};
 
 /// The sum of all coverage, in fully covered pixels.
 double ink(const QImage& image) {
@@ -152,4 +161,14 @@ TEST(SymbolRenderer, ATranslucentTintStaysTranslucent) {
     tint.setAlphaF(0.5F);
     const QImage image = renderSymbol(u"checkmark.circle.fill"_s, 64, tint);
     EXPECT_NEAR(qAlpha(image.pixel(32, 8)), 128, 1);
+}
+
+TEST(SymbolRenderer, TheTwoPaceArrowsMirrorEachOther) {
+    // They take each other's place in one row: a difference in weight or position would show.
+    const QImage up = renderSymbol(u"arrow.up.right"_s, 64, Qt::black).mirrored(false, true);
+    const QImage down = renderSymbol(u"arrow.down.right"_s, 64, Qt::black);
+    EXPECT_NEAR(ink(up), ink(down), 1);
+    for (int y = 0; y < up.height(); ++y)
+        for (int x = 0; x < up.width(); ++x)
+            ASSERT_NEAR(qAlpha(up.pixel(x, y)), qAlpha(down.pixel(x, y)), 32) << x << "," << y;
 }
