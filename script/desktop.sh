@@ -1,0 +1,182 @@
+# A private desktop for programs with a place in the status area: X server, session bus and
+# mate-panel, all at 2x, in a home folder of their own. Sourced after lib.sh.
+# shellcheck shell=bash
+
+desktop_size=2560x1440
+desktop_pids=()
+work=
+
+# start NAME COMMAND...: runs a program of the desktop; its pid is in $started, its output in a log.
+start() {
+    local name=$1
+    shift
+    "$@" >"$desktop_log/$name.log" 2>&1 &
+    started=$!
+    desktop_pids+=("$started")
+}
+
+# run_with_answer FILE COMMAND...: runs a program that answers on descriptor 3, into the file.
+run_with_answer() {
+    exec 3>"$1"
+    shift
+    exec "$@"
+}
+
+has_ended() { ! kill -0 "$1" 2>/dev/null; }
+
+# start_desktop LOG_FOLDER: brings the desktop up and points the environment at it. Everything
+# ends with the script.
+start_desktop() {
+    desktop_log=$1
+    work=$(mktemp -d)
+    trap end_desktop EXIT
+    use_private_home
+    start_x_server
+    start_session_bus
+    start_panel
+}
+
+# end_desktop: ends what `start` started, the latest first, and removes the private home.
+end_desktop() {
+    local i
+    for ((i = ${#desktop_pids[@]} - 1; i >= 0; --i)); do
+        kill "${desktop_pids[i]}" 2>/dev/null || true
+        wait_until 5 has_ended "${desktop_pids[i]}" || kill -KILL "${desktop_pids[i]}" || true
+    done
+    rm -rf "$work"
+}
+
+use_private_home() {
+    export HOME=$work/home XDG_RUNTIME_DIR=$work/run
+    export XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share
+    export XDG_CACHE_HOME=$HOME/.cache XDG_STATE_HOME=$HOME/.local/state
+    mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_CACHE_HOME" "$XDG_STATE_HOME"
+    mkdir -m 0700 "$XDG_RUNTIME_DIR"
+    export LC_ALL=C.UTF-8 XDG_SESSION_TYPE=x11 XDG_CURRENT_DESKTOP=MATE
+    export NO_AT_BRIDGE=1 GIO_USE_VFS=local GSETTINGS_BACKEND=keyfile
+    export GDK_BACKEND=x11 QT_QPA_PLATFORM=xcb GDK_SCALE=2 QT_SCALE_FACTOR=2
+    unset WAYLAND_DISPLAY SESSION_MANAGER DBUS_SESSION_BUS_ADDRESS XAUTHORITY GTK_THEME
+    unset QT_STYLE_OVERRIDE QT_QPA_PLATFORMTHEME
+}
+
+start_x_server() {
+    # The server picks a free display by itself and says which.
+    start xvfb run_with_answer "$work/display" \
+        Xvfb -displayfd 3 -screen 0 "${desktop_size}x24" -dpi 96 -noreset -nolisten tcp
+    wait_until 15 test -s "$work/display" || die "the X server did not start, see $desktop_log/"
+    DISPLAY=:$(<"$work/display")
+    export DISPLAY
+    convert -size "$desktop_size" gradient:'#7f97ba-#a892b2' "$work/wallpaper.png"
+    hsetroot -cover "$work/wallpaper.png" >/dev/null
+}
+
+start_session_bus() {
+    start bus run_with_answer "$work/bus" \
+        dbus-daemon --session --nofork --nosyslog --print-address=3
+    wait_until 10 test -s "$work/bus" || die "the session bus did not start, see $desktop_log/"
+    DBUS_SESSION_BUS_ADDRESS=$(<"$work/bus")
+    export DBUS_SESSION_BUS_ADDRESS
+}
+
+# A bar at the top with a clock and, left of it, the status area.
+start_panel() {
+    mkdir -p "$XDG_CONFIG_HOME/glib-2.0/settings" "$XDG_CONFIG_HOME/gtk-3.0"
+    cat >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile" <<'KEYS'
+[org/mate/panel/general]
+toplevel-id-list=['top']
+object-id-list=['clock','status-area']
+
+[org/mate/panel/toplevels/top]
+expand=true
+orientation='top'
+size=28
+
+[org/mate/panel/objects/clock]
+object-type='applet'
+applet-iid='ClockAppletFactory::ClockApplet'
+toplevel-id='top'
+position=0
+relative-to-edge='end'
+locked=true
+
+[org/mate/panel/objects/clock/prefs]
+format='24-hour'
+show-weather=false
+show-temperature=false
+
+[org/mate/panel/objects/status-area]
+object-type='applet'
+applet-iid='NotificationAreaAppletFactory::NotificationArea'
+toplevel-id='top'
+position=10
+relative-to-edge='end'
+locked=true
+KEYS
+    cat >"$XDG_CONFIG_HOME/gtk-3.0/settings.ini" <<'KEYS'
+[Settings]
+gtk-theme-name=Adwaita
+gtk-font-name=Inter 10
+gtk-xft-antialias=1
+gtk-xft-hinting=1
+gtk-xft-hintstyle=hintslight
+gtk-xft-rgba=none
+KEYS
+    cat >"$XDG_CONFIG_HOME/gtk-3.0/gtk.css" <<'STYLE'
+/* Room around the items. */
+button, sn-item label { padding: 0 10px; }
+STYLE
+    start mate-panel mate-panel
+    wait_until 30 find_status_area || die "the panel showed no status area, see $desktop_log/"
+}
+
+# find_status_area: sets $status_area to the window of the panel's status area.
+find_status_area() {
+    status_area=$(xdotool search --onlyvisible --class notification-area-applet 2>/dev/null |
+        tail -n 1)
+    [[ -n $status_area ]]
+}
+
+# take_status_area FILE: a picture of the status area as it is on the screen.
+take_status_area() {
+    local X Y WIDTH HEIGHT
+    locate_status_area || return 1
+    take_picture "$1" "${WIDTH}x${HEIGHT}+${X}+${Y}"
+}
+
+# take_desktop FILE: a picture of everything.
+take_desktop() { take_picture "$1" "$desktop_size+0+0"; }
+
+# take_picture FILE GEOMETRY: a picture of a part of the screen.
+take_picture() {
+    import -window root -crop "$2" +repage "$1" 2>>"$desktop_log/import.log"
+}
+
+# locate_status_area: sets X, Y, WIDTH and HEIGHT, which the caller declares.
+locate_status_area() {
+    local WINDOW SCREEN
+    find_status_area || return 1
+    eval "$(xdotool getwindowgeometry --shell "$status_area")"
+    : "$WINDOW" "$SCREEN"
+}
+
+# open_menu: a right click on the item; fails when no menu comes up below the bar.
+open_menu() {
+    local X Y WIDTH HEIGHT below
+    locate_status_area || return 1
+    below="200x100+$X+$((Y + HEIGHT + 8))"
+    take_picture "$work/below-before.png" "$below"
+    xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 3
+    wait_until 10 has_changed "$work/below-before.png" "$below" || return 1
+    xdotool mousemove 100 900
+    sleep 0.5
+}
+
+close_menu() { xdotool key Escape; }
+
+# has_changed FILE GEOMETRY: the part of the screen no longer looks as it does in the picture.
+has_changed() {
+    take_picture "$work/part-now.png" "$2" && ! look_alike "$1" "$work/part-now.png"
+}
+
+# look_alike FILE FILE: both pictures have the same pixels, whatever else their files hold.
+look_alike() { [[ $(identify -format '%#' "$1") == "$(identify -format '%#' "$2")" ]]; }
