@@ -1,0 +1,28 @@
+#include "service/EndpointPolicy.h"
+
+#include "platform/LoopbackHost.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+tl::expected<QUrl, LumoError> parseEndpoint(const QString& endpoint) {
+    QUrl url(endpoint.trimmed(), QUrl::StrictMode);
+    // An empty URL is not valid either.
+    if (!url.isValid())
+        return tl::unexpected(LumoError::invalidURL());
+    return url;
+}
+
+tl::expected<void, LumoError> checkTokenMayGoTo(const QUrl& url) {
+    const bool overTls = url.scheme() == u"https"_s;
+    const bool toThisComputer = url.scheme() == u"http"_s && isLoopbackHost(url.host());
+    if (!overTls && !toThisComputer) {
+        return tl::unexpected(LumoError::networkError(
+            u"The endpoint must start with https:// to keep the token private; "
+            "http:// works only for this computer"_s));
+    }
+    return {};
+}
+
+} // namespace lumora

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "service/LumoError.h"
+
+#include <QUrl>
+
+#include <tl/expected.hpp>
+
+namespace lumora {
+
+/// The address that an endpoint text means: the text without its surrounding white space, parsed
+/// strictly. Nothing is added to it. invalidURL when nothing is left or it does not parse.
+tl::expected<QUrl, LumoError> parseEndpoint(const QString& endpoint);
+
+/// Whether the token may be sent to `url`: over TLS, or to this very computer. A networkError that
+/// says so otherwise.
+tl::expected<void, LumoError> checkTokenMayGoTo(const QUrl& url);
+
+} // namespace lumora

@@ -1,0 +1,49 @@
+#include "service/KeychainService.h"
+
+#include "platform/SecretStore.h"
+
+#include <QStringDecoder>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+SecretKey tokenKey() {
+    return {u"com.lumora.app"_s, u"briefingToken"_s};
+}
+
+} // namespace
+
+KeychainService::KeychainService(SecretStore& store)
+    : m_store(store) {}
+
+std::optional<QString> KeychainService::getToken() const {
+    const SecretLookup found = m_store.lookup(tokenKey());
+    if (found.status != SecretLookup::Status::Found)
+        return std::nullopt;
+    // Stateless: a sequence cut off at the end is an error too. The token stays as stored, down to
+    // a byte order mark.
+    QStringDecoder decoder(
+        QStringConverter::Utf8,
+        QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+    const QString token = decoder.decode(found.secret);
+    if (decoder.hasError() || token.isEmpty())
+        return std::nullopt;
+    return token;
+}
+
+bool KeychainService::setToken(const QString& token) {
+    const QString trimmed = token.trimmed();
+    if (trimmed.isEmpty())
+        return deleteToken();
+    m_store.remove(tokenKey());
+    return m_store.add(tokenKey(), u"Lumora briefing token"_s, trimmed.toUtf8());
+}
+
+bool KeychainService::deleteToken() {
+    return m_store.remove(tokenKey()) != SecretRemoval::Failed;
+}
+
+} // namespace lumora

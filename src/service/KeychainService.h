@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace lumora {
+
+class SecretStore;
+
+/// The user's token, kept as one item of the credential store. Nothing is cached: every call asks
+/// the store.
+class KeychainService {
+public:
+    /// `store` must outlive this object.
+    explicit KeychainService(SecretStore& store);
+
+    /// The token as stored; absent when there is none, it is empty or no UTF-8, or the store cannot
+    /// be read.
+    std::optional<QString> getToken() const;
+
+    /// Replaces the token by `token` without its surrounding white space; when nothing is left of
+    /// it, deletes the token instead. False when the store refused.
+    bool setToken(const QString& token);
+
+    /// Removes the token. True also when there was none.
+    bool deleteToken();
+
+private:
+    SecretStore& m_store;
+};
+
+} // namespace lumora
