@@ -1,0 +1,84 @@
+#include "service/LumoService.h"
+
+#include "model/BriefingDecoder.h"
+#include "platform/Clock.h"
+#include "platform/HttpTransport.h"
+#include "service/EndpointPolicy.h"
+#include "service/KeychainService.h"
+#include "service/ReplyClassification.h"
+
+#include <algorithm>
+
+namespace lumora {
+
+namespace {
+
+constexpr int maximumTries = 3;
+constexpr std::chrono::milliseconds firstWait(500);
+
+HttpRequest authenticatedRequest(
+    const QUrl& url, const QString& token, const QByteArray& method,
+    std::optional<QByteArray> body) {
+    HttpRequest request;
+    request.method = method;
+    request.url = url;
+    request.headers = {{"X-Api-Key", token.toUtf8()}, {"Accept", "application/json"}};
+    if (body)
+        request.headers.emplaceBack("Content-Type", "application/json");
+    request.body = std::move(body);
+    return request;
+}
+
+} // namespace
+
+LumoService::LumoService(HttpTransport& transport, KeychainService& keychain, Clock& clock)
+    : m_transport(transport)
+    , m_keychain(keychain)
+    , m_clock(clock)
+    , m_life(std::make_shared<const std::monostate>()) {}
+
+QCoro::Task<tl::expected<Briefing, LumoError>> LumoService::fetchBriefing(QString endpoint) {
+    auto sending = send(std::move(endpoint), "GET", std::nullopt, maximumTries);
+    const Bytes bytes = co_await sending;
+    if (!bytes)
+        co_return tl::unexpected(bytes.error());
+    auto briefing = decodeBriefing(*bytes);
+    if (!briefing)
+        co_return tl::unexpected(LumoError::invalidResponse());
+    co_return *std::move(briefing);
+}
+
+QCoro::Task<LumoService::Bytes> LumoService::send(
+    QString endpoint, QByteArray method, std::optional<QByteArray> body, int attempts) {
+    const std::weak_ptr life(m_life);
+    const int lastIndex = std::max(attempts - 1, 0);
+    for (int index = 0;; ++index) {
+        auto trying = sendOnce(endpoint, method, body);
+        Bytes bytes = co_await trying;
+        if (bytes || !bytes.error().isRetryable() || index == lastIndex || life.expired())
+            co_return bytes;
+        auto pause = m_clock.wait(firstWait * (1 << index));
+        co_await pause;
+        if (life.expired())
+            co_return bytes;
+    }
+}
+
+QCoro::Task<LumoService::Bytes>
+LumoService::sendOnce(QString endpoint, QByteArray method, std::optional<QByteArray> body) {
+    const auto token = m_keychain.getToken();
+    if (!token)
+        co_return tl::unexpected(LumoError::notConfigured());
+    const auto url = parseEndpoint(endpoint);
+    if (!url)
+        co_return tl::unexpected(url.error());
+    if (const auto allowed = checkTokenMayGoTo(*url); !allowed)
+        co_return tl::unexpected(allowed.error());
+
+    auto request = authenticatedRequest(*url, *token, method, std::move(body));
+    auto exchange = m_transport.exchange(std::move(request));
+    const HttpOutcome outcome = co_await exchange; // this object may be gone from here on
+    co_return classifyOutcome(outcome);
+}
+
+} // namespace lumora

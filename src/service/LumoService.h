@@ -1,0 +1,50 @@
+#pragma once
+
+#include "model/Briefing.h"
+#include "service/LumoError.h"
+
+#include <QCoroTask>
+
+#include <tl/expected.hpp>
+
+#include <memory>
+#include <optional>
+#include <variant>
+
+namespace lumora {
+
+class Clock;
+class HttpTransport;
+class KeychainService;
+
+/// The client of the user's dashboard service, and the only one who talks to it. Keeps nothing
+/// between calls, so calls may overlap; the token is read anew for every request.
+///
+/// Everything happens on the main thread. The service may be destroyed while calls are under way:
+/// a call then makes no further request and ends with its latest error.
+class LumoService {
+public:
+    /// The collaborators must outlive this object.
+    LumoService(HttpTransport& transport, KeychainService& keychain, Clock& clock);
+    LumoService(const LumoService&) = delete;
+    LumoService& operator=(const LumoService&) = delete;
+
+    /// Fetches the briefing from `endpoint`, the text as the user typed it. A failure that may pass
+    /// is tried again, three tries in all. A body that is no briefing is an invalidResponse.
+    QCoro::Task<tl::expected<Briefing, LumoError>> fetchBriefing(QString endpoint);
+
+private:
+    using Bytes = tl::expected<QByteArray, LumoError>;
+
+    QCoro::Task<Bytes>
+    send(QString endpoint, QByteArray method, std::optional<QByteArray> body, int attempts);
+    QCoro::Task<Bytes>
+    sendOnce(QString endpoint, QByteArray method, std::optional<QByteArray> body);
+
+    HttpTransport& m_transport;
+    KeychainService& m_keychain;
+    Clock& m_clock;
+    std::shared_ptr<const std::monostate> m_life; ///< calls watch it to learn that this is gone
+};
+
+} // namespace lumora
