@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+#include <optional>
+
+namespace lumora {
+
+/// How bright a symbol has to be to stand out from the panel that it sits on.
+enum class SymbolTone {
+    Light, ///< for dark panels
+    Dark,  ///< for light panels
+};
+
+/// What can be known about the panel's colours.
+struct PanelEvidence {
+    enum class Preference { Dark, Light };
+
+    QString desktop;                     ///< as in XDG_CURRENT_DESKTOP, e.g. "ubuntu:GNOME"
+    std::optional<Preference> portal;    ///< the desktop's stated preference; absent: none
+    std::optional<bool> xfcePanelIsDark; ///< Xfce's setting; absent: not set, or another desktop
+    bool paletteIsDark = false;          ///< the program's own windows
+
+    bool operator==(const PanelEvidence&) const = default;
+};
+
+/// Chooses the symbol's tone for `evidence`.
+SymbolTone toneFor(const PanelEvidence& evidence);
+
+/// Whether `desktop` (as in XDG_CURRENT_DESKTOP) names Xfce.
+bool isXfce(const QString& desktop);
+
+/// The colour that symbols of `tone` are drawn in.
+QColor tintFor(SymbolTone tone);
+
+} // namespace lumora

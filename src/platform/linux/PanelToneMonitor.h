@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/linux/PanelTone.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QObject>
+
+#include <functional>
+
+namespace lumora {
+
+/// Gathers what is known about the panel's colours, without waiting and without starting any
+/// service for it, and tells when the symbol's tone changes.
+class PanelToneMonitor final : public QObject {
+    Q_OBJECT
+
+public:
+    /// `desktop` is the session's XDG_CURRENT_DESKTOP.
+    PanelToneMonitor(const QDBusConnection& bus, const QString& desktop, QObject* parent = nullptr);
+
+    SymbolTone tone() const { return toneFor(m_evidence); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+Q_SIGNALS:
+    void toneChanged();
+
+private Q_SLOTS:
+    void onPortalSetting(const QDBusMessage& change);
+    void onXfceSetting(const QDBusMessage& change);
+    void onXfceSettingRemoved(const QDBusMessage& change);
+
+private:
+    void watchPortal();
+    void watchXfce();
+    void readPortal();
+    void readXfce();
+    void apply(const std::function<void(PanelEvidence&)>& edit);
+
+    QDBusConnection m_bus;
+    QDBusServiceWatcher m_services;
+    PanelEvidence m_evidence;
+};
+
+} // namespace lumora

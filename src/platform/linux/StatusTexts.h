@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace lumora {
+
+/// `text` on one line: control characters, line ends among them, become spaces.
+QString singleLine(const QString& text);
+
+/// `text` as hosts that parse markup show it literally: "&", "<" and ">" as entities. Line ends
+/// stay, other control characters become spaces.
+QString escapedForMarkup(const QString& text);
+
+} // namespace lumora

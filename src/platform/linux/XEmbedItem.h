@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/StatusItem.h"
+
+#include <QByteArray>
+#include <QIcon>
+#include <QMenu>
+#include <QObject>
+#include <QPoint>
+#include <QSystemTrayIcon>
+#include <QTimer>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace lumora {
+
+/// An icon in a system tray of the old kind, for desktops without status items. It is without
+/// text. The toolkit's tray is not touched before it is wanted and some time has gone by: it
+/// decides once per process how it works, and a desktop that is just starting may yet bring a
+/// place for the real item.
+class XEmbedItem final : public QObject {
+    Q_OBJECT
+
+public:
+    struct Options {
+        std::chrono::milliseconds grace = std::chrono::seconds(4);  ///< before the first look
+        std::chrono::milliseconds pause = std::chrono::seconds(30); ///< between further looks
+        std::function<bool()> trayExists = &QSystemTrayIcon::isSystemTrayAvailable;
+    };
+
+    explicit XEmbedItem(Options options, QObject* parent = nullptr);
+    ~XEmbedItem() override;
+
+    void setContent(const StatusItemContent& content);
+    void setIcon(const QIcon& icon);
+
+    /// Whether the icon should be in the tray; it appears when there is one.
+    void setWanted(bool wanted);
+
+    bool isShown() const { return m_tray && m_trayExists(); }
+
+Q_SIGNALS:
+    void shown();
+    void activated(QPoint position);
+    void chosen(QString command);
+
+private:
+    void look();
+    void onPressed(QSystemTrayIcon::ActivationReason reason);
+    void fillMenu();
+    void update();
+
+    std::function<bool()> m_trayExists;
+    std::chrono::milliseconds m_grace;
+    std::chrono::milliseconds m_pause;
+    QTimer m_timer;
+    StatusItemContent m_content;
+    QIcon m_icon;
+    std::unique_ptr<QMenu> m_menu;
+    std::unique_ptr<QSystemTrayIcon> m_tray; ///< exists while the icon is in the tray
+};
+
+} // namespace lumora
