@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <coroutine>
+#include <list>
+
+class QTimer;
+
+namespace lumora {
+
+/// The machine's clock. Repetitions follow the wall clock, waits the time the machine is awake.
+class SystemClock final : public Clock {
+public:
+    SystemClock();
+
+    /// Completes every pending wait at once, so that nobody waits forever for a clock that is gone.
+    ~SystemClock() override;
+    SystemClock(const SystemClock&) = delete;
+    SystemClock& operator=(const SystemClock&) = delete;
+
+    Instant now() const override;
+    std::unique_ptr<RepeatingTimer>
+    every(std::chrono::seconds interval, std::function<void()> tick) override;
+
+    /// Completes no earlier than `duration`, at most 24 days, from now.
+    QCoro::Task<> wait(std::chrono::milliseconds duration) override;
+
+private:
+    struct Wait {
+        std::coroutine_handle<> waiter;
+        std::unique_ptr<QTimer> timer;
+    };
+
+    class Awaiter;
+
+    std::list<Wait> m_waits;
+    bool m_closing = false;
+};
+
+} // namespace lumora

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <QSocketNotifier>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace lumora {
+
+/// A repetition kept by the wall clock through suspend and clock steps. It costs one wake-up of
+/// the process a tick. The tick may destroy the timer.
+class WallClockTimer final : public RepeatingTimer {
+public:
+    /// Starts at once. Intervals below a second count as one, those above a century as a century.
+    WallClockTimer(std::chrono::seconds interval, std::function<void()> tick);
+    ~WallClockTimer() override;
+    WallClockTimer(const WallClockTimer&) = delete;
+    WallClockTimer& operator=(const WallClockTimer&) = delete;
+
+private:
+    void woken();
+    void arm();
+
+    const std::chrono::seconds m_interval;
+    const std::shared_ptr<const std::function<void()>> m_tick; // shared with a tick under way
+    Instant m_deadline;
+    const int m_descriptor;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+};
+
+} // namespace lumora
