@@ -10,16 +10,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QCoro::Task<> noteAfter(FakeClock& clock, std::chrono::milliseconds duration, QStringList& log) {
-    co_await clock.wait(duration);
-    log += u"wait %1"_s.arg(duration.count());
+QCoro::Task<> noteAfter(FakeClock* clock, std::chrono::milliseconds duration, QStringList* log) {
+    co_await clock->wait(duration);
+    *log += u"wait %1"_s.arg(duration.count());
 }
 
-QCoro::Task<> noteStatus(FakeHttpTransport& transport, QString name, QStringList& log) {
+QCoro::Task<> noteStatus(FakeHttpTransport* transport, QString name, QStringList* log) {
     HttpRequest request{"GET", QUrl(u"http://localhost/"_s), {}, {}};
-    const HttpOutcome outcome = co_await transport.exchange(std::move(request));
-    log += outcome ? u"%1: %2"_s.arg(name).arg(outcome->status)
-                   : u"%1: %2"_s.arg(name, outcome.error().description);
+    const HttpOutcome outcome = co_await transport->exchange(std::move(request));
+    *log += outcome ? u"%1: %2"_s.arg(name).arg(outcome->status)
+                    : u"%1: %2"_s.arg(name, outcome.error().description);
 }
 
 } // namespace
@@ -28,7 +28,7 @@ TEST(FakeClock, FiresTicksAndWaitsInOrder) {
     FakeClock clock;
     QStringList log;
     const auto timer = clock.every(2s, [&log] { log += u"tick"_s; });
-    const auto wait = noteAfter(clock, 3000ms, log);
+    const auto wait = noteAfter(&clock, 3000ms, &log);
     clock.advance(1999ms);
     EXPECT_TRUE(log.isEmpty());
     clock.advance(2001ms);
@@ -64,7 +64,7 @@ TEST(FakeClock, EndsItsWaitsWithItself) {
     QStringList log;
     {
         FakeClock clock;
-        const auto wait = noteAfter(clock, 10ms, log);
+        const auto wait = noteAfter(&clock, 10ms, &log);
         EXPECT_EQ(clock.pendingWaitCount(), 1U);
     }
     EXPECT_EQ(log, QStringList{u"wait 10"_s});
@@ -74,10 +74,10 @@ TEST(FakeHttpTransport, CompletesInTheOrderThatTheTestChooses) {
     QStringList log;
     {
         FakeHttpTransport transport;
-        const auto first = noteStatus(transport, u"first"_s, log);
-        const auto second = noteStatus(transport, u"second"_s, log);
+        const auto first = noteStatus(&transport, u"first"_s, &log);
+        const auto second = noteStatus(&transport, u"second"_s, &log);
         transport.prepare(FakeHttpTransport::answer(203));
-        const auto third = noteStatus(transport, u"third"_s, log);
+        const auto third = noteStatus(&transport, u"third"_s, &log);
         transport.complete(1, FakeHttpTransport::answer(202));
         EXPECT_EQ(transport.pendingCount(), 1U);
     }
