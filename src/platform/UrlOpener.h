@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QUrl>
 
 namespace lumora {
@@ -9,8 +10,13 @@ class UrlOpener {
 public:
     virtual ~UrlOpener() = default;
 
-    /// Hands `url` to the desktop; false when it was refused or nothing could be started.
-    virtual bool open(const QUrl& url) = 0;
+    /// Hands `url` to the desktop; false when nothing could be started. The activation token lets
+    /// the opened program come to the front; empty where the desktop gave none.
+    virtual bool open(const QUrl& url, const QByteArray& activationToken) = 0;
 };
+
+/// Whether an address that came over the network may be opened: it needs a scheme, and none that
+/// reads local files or runs code.
+bool isSafeLink(const QUrl& url);
 
 } // namespace lumora

@@ -82,17 +82,24 @@ struct Text {
 
 } // namespace
 
+std::optional<BriefEvent> MenuBarLabel::meeting(const Briefing& briefing, Instant now) {
+    const auto candidates = meetingCandidates(briefing, now, backgroundThreshold);
+    const auto upcoming = upcomingMeeting(candidates, now);
+    if (upcoming && secondsBetween(now, *upcoming->start) <= countdownReach)
+        return upcoming;
+    return meetingInProgress(candidates, now);
+}
+
 MenuBarLabel::Mode MenuBarLabel::mode(
     const std::optional<Briefing>& lastGood, const LoadState& state, Instant now,
     const QString& menuBarAmbient) {
     if (!lastGood)
         return state.isFailed() ? Mode(Error{}) : Mode(Loading{});
-    const auto candidates = meetingCandidates(*lastGood, now, backgroundThreshold);
-    const auto upcoming = upcomingMeeting(candidates, now);
-    if (upcoming && secondsBetween(now, *upcoming->start) <= countdownReach)
-        return Countdown{shortTitle(upcoming->title), Formatters::countdown(*upcoming->start, now)};
-    if (const auto current = meetingInProgress(candidates, now))
-        return Now{shortTitle(current->title)};
+    if (const auto taking = meeting(*lastGood, now)) {
+        if (*taking->start > now)
+            return Countdown{shortTitle(taking->title), Formatters::countdown(*taking->start, now)};
+        return Now{shortTitle(taking->title)};
+    }
     return ambientMode(*lastGood, menuBarAmbientFromRaw(menuBarAmbient));
 }
 

@@ -68,6 +68,10 @@ public:
 
     using Mode = std::variant<Now, Countdown, Habits, Focus, Chores, Error, Loading, Idle>;
 
+    /// The meeting that takes the label over at `now`: one that starts within half an hour, else
+    /// one in progress; absent when there is neither.
+    static std::optional<BriefEvent> meeting(const Briefing& briefing, Instant now);
+
     /// What to show at `now`. `lastGood` is the last briefing that loaded, `state` how the latest
     /// load went, `menuBarAmbient` the stored preference (see MenuBarAmbient).
     static Mode mode(

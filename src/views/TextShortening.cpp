@@ -3,14 +3,14 @@
 #include <QStringView>
 #include <QTextBoundaryFinder>
 
-#include <array>
+#include <vector>
 
 namespace lumora {
 
 namespace {
 
-constexpr qsizetype mostCharacters = 16;
-constexpr qsizetype wordBreakReach = 5; ///< characters given up at most to end on a whole word
+constexpr std::size_t titleCharacters = 16;
+constexpr std::size_t wordBreakReach = 5; ///< characters given up at most to end on a whole word
 
 QStringView trimmed(QStringView text) {
     const auto isBlank = [](QChar c) { return c == u' ' || c == u'\t'; };
@@ -27,24 +27,28 @@ QString trimmedBlanks(const QString& text) {
     return trimmed(text).toString();
 }
 
-QString shortTitle(const QString& title) {
-    const QString text = trimmedBlanks(title);
+QString shortened(const QString& whole, std::size_t most) {
+    const QString text = trimmedBlanks(whole);
     // Where each of the first characters begins, and the one after them.
-    std::array<qsizetype, mostCharacters + 1> begin{};
+    std::vector<qsizetype> begin(most + 1);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    for (size_t i = 1; i < begin.size(); ++i) {
+    for (std::size_t i = 1; i < begin.size(); ++i) {
         begin[i] = finder.toNextBoundary();
         if (begin[i] < 0 || begin[i] == text.size())
             return text;
     }
     qsizetype cut = begin.back();
-    for (size_t i = mostCharacters - 1; i >= mostCharacters - wordBreakReach; --i) {
+    for (std::size_t i = most - 1; i >= most - wordBreakReach; --i) {
         if (QStringView(text).sliced(begin[i], begin[i + 1] - begin[i]) == u" ") {
             cut = begin[i];
             break;
         }
     }
     return trimmed(QStringView(text).first(cut)).toString() + u'…';
+}
+
+QString shortTitle(const QString& title) {
+    return shortened(title, titleCharacters);
 }
 
 } // namespace lumora

@@ -7,8 +7,11 @@ namespace lumora {
 /// `text` without spaces and tabs at its ends.
 QString trimmedBlanks(const QString& text);
 
-/// A meeting's title for the label: trimmed, and when it has more than 16 user-perceived characters
-/// cut there, or before a space among the last five, with "…" in the end.
+/// `text` trimmed, and when it has more than `most` user-perceived characters cut there, or before
+/// a space among the last five, with "…" in the end. `most` is more than five.
+QString shortened(const QString& text, std::size_t most);
+
+/// A meeting's title for the label: shortened to 16 characters.
 QString shortTitle(const QString& title);
 
 } // namespace lumora

@@ -4,8 +4,19 @@
 
 namespace lumora {
 
-bool DesktopUrlOpener::open(const QUrl& url) {
-    return url.isValid() && !url.scheme().isEmpty() && QDesktopServices::openUrl(url);
+namespace {
+
+constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
+
+} // namespace
+
+bool DesktopUrlOpener::open(const QUrl& url, const QByteArray& activationToken) {
+    // The opened program finds its token in the environment that it inherits; ours stays clean.
+    if (!activationToken.isEmpty())
+        qputenv(tokenVariable, activationToken);
+    const bool opened = QDesktopServices::openUrl(url);
+    qunsetenv(tokenVariable);
+    return opened;
 }
 
 } // namespace lumora

@@ -1,0 +1,27 @@
+#include "app/AppDelegate.h"
+
+#include "platform/MeetingReminders.h"
+#include "platform/UrlOpener.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+AppDelegate::AppDelegate(MeetingReminders& reminders, UrlOpener& urls)
+    : m_reminders(reminders)
+    , m_urls(urls) {}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    m_reminders.requestAuthorization();
+}
+
+void AppDelegate::didReceive(const QVariantMap& userInfo, const QByteArray& activationToken) {
+    const QVariant address = userInfo.value(u"meetingUrl"_s);
+    if (address.typeId() != QMetaType::QString)
+        return;
+    const QUrl url(address.toString(), QUrl::StrictMode);
+    if (isSafeLink(url))
+        m_urls.open(url, activationToken);
+}
+
+} // namespace lumora

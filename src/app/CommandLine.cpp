@@ -1,0 +1,110 @@
+#include "app/CommandLine.h"
+
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+using Parsed = tl::expected<Command, QString>;
+
+tl::unexpected<QString> unknownArgument(const QString& argument) {
+    return tl::unexpected(u"unknown argument \"%1\"; see lumora --help"_s.arg(argument));
+}
+
+/// Takes `--name VALUE` or `--name=VALUE` from the front of `arguments`; absent when something
+/// else stands there or the value is missing.
+std::optional<QString> takeOption(QStringList& arguments, const QString& name) {
+    if (arguments.first().startsWith(name + u'='))
+        return arguments.takeFirst().mid(name.size() + 1);
+    if (arguments.first() != name || arguments.size() < 2)
+        return std::nullopt;
+    arguments.removeFirst();
+    return arguments.takeFirst();
+}
+
+Parsed parseRun(QStringList arguments) {
+    RunCommand run;
+    while (!arguments.isEmpty()) {
+        if (arguments.first() == u"--demo") {
+            run.demo = true;
+            arguments.removeFirst();
+        } else if (const auto scenario = takeOption(arguments, u"--scenario"_s)) {
+            run.scenario = *scenario;
+        } else {
+            return unknownArgument(arguments.first());
+        }
+    }
+    if (!run.scenario.isEmpty() && !run.demo)
+        return tl::unexpected(u"--scenario goes with --demo"_s);
+    return run;
+}
+
+Parsed parseStatus(QStringList arguments) {
+    StatusCommand status;
+    while (!arguments.isEmpty()) {
+        const QString argument = arguments.first();
+        const auto format = takeOption(arguments, u"--format"_s);
+        if (!format)
+            return unknownArgument(argument);
+        if (*format == u"json")
+            status.format = StatusCommand::Format::Json;
+        else if (*format == u"text")
+            status.format = StatusCommand::Format::Text;
+        else
+            return tl::unexpected(u"unknown format \"%1\"; there are json and text"_s.arg(*format));
+    }
+    return status;
+}
+
+template <typename Plain>
+Parsed parsePlain(const QStringList& arguments) {
+    if (!arguments.isEmpty())
+        return unknownArgument(arguments.first());
+    return Plain{};
+}
+
+} // namespace
+
+Parsed parseCommandLine(const QStringList& arguments) {
+    if (arguments.isEmpty())
+        return RunCommand{};
+    const QString& first = arguments.first();
+    const QStringList rest = arguments.mid(1);
+    if (first == u"--help" || first == u"-h")
+        return parsePlain<HelpCommand>(rest);
+    if (first == u"--version")
+        return parsePlain<VersionCommand>(rest);
+    if (first == u"status")
+        return parseStatus(rest);
+    if (first == u"refresh")
+        return parsePlain<RefreshCommand>(rest);
+    if (first == u"quit")
+        return parsePlain<QuitCommand>(rest);
+    return parseRun(arguments);
+}
+
+QString usageText() {
+    return uR"(Usage: lumora [--demo [--scenario NAME]]
+       lumora status [--format text|json]
+       lumora refresh
+       lumora quit
+
+Keeps your day in view: a live label in the status area, fed by your own dashboard service.
+Started a second time, it opens the panel of the program that already runs.
+
+  --demo            show an invented day from a service of its own; touches no settings
+  --scenario NAME   which day: busy, empty, quiet, unauthorized, flaky, slow, malformed or html
+  status            print the label of the running program
+  refresh           fetch the briefing now and wait for it
+  quit              end the running program
+  --help            print this
+  --version         print the version
+
+Exit status: 0 success, 1 failure, 2 wrong arguments, 3 Lumora is not running.
+)"_s;
+}
+
+} // namespace lumora

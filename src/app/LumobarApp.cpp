@@ -1,0 +1,123 @@
+#include "app/LumobarApp.h"
+
+#include "views/StatusPresentation.h"
+
+#include <QCoreApplication>
+
+#include <chrono>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// A status area that is there answers within a few milliseconds; work does not wait longer for
+// one that may not exist.
+constexpr auto statusAreaGrace = 300ms;
+
+} // namespace
+
+LumobarApp::Session::Session(
+    PlatformFamily& family, KeychainService& keychain, LumoService& service)
+    : state({
+          .clock = *family.clock,
+          .preferences = *family.preferences,
+          .secrets = *family.secrets,
+          .keychain = keychain,
+          .service = service,
+          .reminders = *family.reminders,
+          .wake = *family.wake,
+      })
+    , ticker(*family.clock)
+    , controller(state, ticker, *family.preferences, *family.statusItem) {}
+
+LumobarApp::LumobarApp(PlatformFamily family)
+    : m_family(std::move(family))
+    , m_keychain(*m_family.secrets)
+    , m_service(*m_family.transport, m_keychain, *m_family.clock)
+    , m_delegate(*m_family.reminders, *m_family.urls)
+    , m_commands(handlers()) {
+    StatusItem* item = m_family.statusItem.get();
+    connect(item, &StatusItem::activated, this, [this](QPoint, const QByteArray& token) {
+        openPanel(token);
+    });
+    connect(item, &StatusItem::commandChosen, this, &LumobarApp::runCommand);
+}
+
+void LumobarApp::start() {
+    const LoadState nothingYet;
+    m_family.statusItem->show(statusItemContent({
+        .lastGood = std::nullopt,
+        .state = nothingYet,
+        .lastUpdated = std::nullopt,
+        .menuBarAmbient = {},
+        .now = m_family.clock->now(),
+    }));
+    connect(m_family.statusItem.get(), &StatusItem::shown, this, &LumobarApp::begin);
+    QCoro::connect(m_family.clock->wait(statusAreaGrace), this, [this] { begin(); });
+}
+
+void LumobarApp::begin() {
+    if (m_session)
+        return;
+    if (!m_commands.claim()) {
+        Q_EMIT superseded();
+        return;
+    }
+    m_session.emplace(m_family, m_keychain, m_service);
+    m_delegate.applicationDidFinishLaunching();
+}
+
+CommandHandlers LumobarApp::handlers() {
+    return {
+        .status = [this] { return QString::fromUtf8(m_session->controller.report().toJson()); },
+        .refresh = [this](auto done) { refresh(done); },
+        .open = [this](const QByteArray& token) { openPanel(token); },
+        .quit = [] { QCoreApplication::quit(); },
+    };
+}
+
+void LumobarApp::refresh(const std::function<void(QString)>& done) {
+    auto refreshed = m_session->state.refresh();
+    QCoro::connect(std::move(refreshed), this, [this, done] {
+        done(m_session->state.state().failureMessage());
+    });
+}
+
+void LumobarApp::runCommand(const QString& command, const QByteArray& activationToken) {
+    if (command == StatusCommands::quit)
+        QCoreApplication::quit();
+    else if (command == StatusCommands::open)
+        openPanel(activationToken);
+    else if (command == StatusCommands::join)
+        joinMeeting(activationToken);
+    else if (command == StatusCommands::settings)
+        openSettings(activationToken);
+    else if (command == StatusCommands::refresh && m_session)
+        m_session->state.refresh();
+}
+
+void LumobarApp::openPanel(const QByteArray&) {}
+
+void LumobarApp::openSettings(const QByteArray& activationToken) {
+    if (m_family.preferencesFile.isEmpty())
+        return;
+    // An editor needs a file to open: write down the one setting that has no useful default.
+    if (!m_family.preferences->value(u"endpointURL"_s))
+        m_family.preferences->setValue(u"endpointURL"_s, {});
+    m_family.urls->open(QUrl::fromLocalFile(m_family.preferencesFile), activationToken);
+}
+
+void LumobarApp::joinMeeting(const QByteArray& activationToken) {
+    if (!m_session)
+        return;
+    const auto meeting = offeredMeeting(m_session->state.lastGood(), m_session->ticker.now());
+    const auto url = meeting ? joinUrl(*meeting) : std::nullopt;
+    if (url && isSafeLink(*url))
+        m_family.urls->open(*url, activationToken);
+}
+
+} // namespace lumora

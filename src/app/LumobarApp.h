@@ -1,0 +1,60 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/AppState.h"
+#include "app/StatusItemController.h"
+#include "app/Ticker.h"
+#include "platform/PlatformFamily.h"
+#include "platform/linux/CommandServer.h"
+#include "service/KeychainService.h"
+#include "service/LumoService.h"
+
+#include <QObject>
+
+#include <optional>
+
+namespace lumora {
+
+/// The running program: owns the one state and the one ticker and hands them to everything that
+/// shows them.
+class LumobarApp : public QObject {
+    Q_OBJECT
+
+public:
+    explicit LumobarApp(PlatformFamily family);
+
+    /// Shows the status item, and begins work once a status area has it or has had its time:
+    /// the first request loads the TLS library, and nobody should wait for the item meanwhile.
+    void start();
+
+Q_SIGNALS:
+    /// Another process became the running program first.
+    void superseded();
+
+private:
+    /// What exists once work has begun.
+    struct Session {
+        Session(PlatformFamily& family, KeychainService& keychain, LumoService& service);
+
+        AppState state;
+        Ticker ticker;
+        StatusItemController controller;
+    };
+
+    void begin();
+    void refresh(const std::function<void(QString)>& done);
+    void runCommand(const QString& command, const QByteArray& activationToken);
+    void openPanel(const QByteArray& activationToken);
+    void openSettings(const QByteArray& activationToken);
+    void joinMeeting(const QByteArray& activationToken);
+    CommandHandlers handlers();
+
+    PlatformFamily m_family;
+    KeychainService m_keychain;
+    LumoService m_service;
+    AppDelegate m_delegate;
+    std::optional<Session> m_session;
+    CommandServer m_commands;
+};
+
+} // namespace lumora

@@ -1,0 +1,61 @@
+#include "app/StatusItemController.h"
+
+#include "app/AppState.h"
+#include "app/Ticker.h"
+#include "platform/AppStorageBacked.h"
+#include "platform/Preferences.h"
+#include "views/StatusPresentation.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+StatusItemController::StatusItemController(
+    const AppState& state, const Ticker& ticker, const Preferences& preferences, StatusItem& item)
+    : m_state(state)
+    , m_ticker(ticker)
+    , m_preferences(preferences)
+    , m_item(item) {
+    connect(&m_state, &AppState::changed, this, &StatusItemController::render);
+    connect(&m_ticker, &Ticker::ticked, this, &StatusItemController::render);
+    connect(&m_preferences, &Preferences::changed, this, &StatusItemController::render);
+    render();
+}
+
+StatusReport StatusItemController::report() const {
+    const StatusInputs inputs = currentInputs();
+    const StatusItemContent content = statusItemContent(inputs);
+    const auto mode =
+        MenuBarLabel::mode(inputs.lastGood, inputs.state, inputs.now, inputs.menuBarAmbient);
+    StatusReport report{
+        .mode = MenuBarLabel::modeName(mode),
+        .symbol = content.symbol,
+        .text = content.text,
+        .tooltip = content.toolTipTitle + u'\n' + content.toolTipBody,
+        .state = m_state.state().name(),
+        .message = std::nullopt,
+        .lastUpdated = m_state.lastUpdated(),
+        .pending = QStringList(m_state.pending().cbegin(), m_state.pending().cend()),
+        .actionError = m_state.actionError(),
+    };
+    if (m_state.state().isFailed())
+        report.message = m_state.state().failureMessage();
+    return report;
+}
+
+StatusInputs StatusItemController::currentInputs() const {
+    return {
+        .lastGood = m_state.lastGood(),
+        .state = m_state.state(),
+        .lastUpdated = m_state.lastUpdated(),
+        .menuBarAmbient =
+            AppStorageBacked(m_preferences, u"menuBarAmbient"_s, u"habits"_s).wrappedValue(),
+        .now = m_ticker.now(),
+    };
+}
+
+void StatusItemController::render() {
+    m_item.show(statusItemContent(currentInputs()));
+}
+
+} // namespace lumora

@@ -1,0 +1,135 @@
+#include "app/CommandLine.h"
+#include "app/DemoServiceProcess.h"
+#include "app/LumobarApp.h"
+#include "platform/linux/CommandClient.h"
+#include "platform/linux/DesktopPlatform.h"
+#include "platform/linux/StartupEnvironment.h"
+
+#include <QApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTextStream>
+
+#include <cstdio>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+enum ExitCode { Success = 0, Failure = 1, WrongArguments = 2, NotRunning = 3 };
+
+void print(const QString& text) {
+    QTextStream(stdout) << text;
+}
+
+int complain(const QString& sentence, ExitCode code) {
+    QTextStream(stderr) << "lumora: " << sentence << '\n';
+    return code;
+}
+
+int complain(CommandClient::Failure failure) {
+    if (failure == CommandClient::Failure::NotRunning)
+        return complain(u"Lumora is not running"_s, NotRunning);
+    return complain(u"Lumora does not answer"_s, Failure);
+}
+
+QString labelText(const QString& statusJson) {
+    return QJsonDocument::fromJson(statusJson.toUtf8()).object().value(u"text"_s).toString();
+}
+
+int runStatus(CommandClient& client, const StatusCommand& command) {
+    const auto status = client.status();
+    if (!status)
+        return complain(status.error());
+    const bool wantsJson = command.format == StatusCommand::Format::Json;
+    print((wantsJson ? *status : labelText(*status)) + u'\n');
+    return Success;
+}
+
+int runRefresh(CommandClient& client) {
+    const auto message = client.refresh();
+    if (!message)
+        return complain(message.error());
+    return message->isEmpty() ? int(Success) : complain(*message, Failure);
+}
+
+int runQuit(CommandClient& client) {
+    const auto quit = client.quit();
+    return quit ? int(Success) : complain(quit.error());
+}
+
+/// What a second start does instead of running.
+int handOver(CommandClient& client, const RunCommand& run) {
+    if (run.demo)
+        return complain(u"Lumora is already running; end it with \"lumora quit\" first"_s, Failure);
+    const auto opened = client.open(qgetenv("XDG_ACTIVATION_TOKEN"));
+    return opened ? int(Success) : complain(opened.error());
+}
+
+int runProgram(int& argc, char** argv, const RunCommand& run) {
+    std::optional<StartupEnvironment> startupEnvironment(std::in_place);
+    QApplication application(argc, argv);
+    startupEnvironment.reset();
+    QApplication::setApplicationDisplayName(u"Lumora"_s);
+    QApplication::setDesktopFileName(u"com.lumora.app"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    CommandClient other;
+    if (other.isRunning())
+        return handOver(other, run);
+
+    DemoServiceProcess demoService;
+    PlatformFamily family = run.demo ? makeForgetfulPlatform() : makeDesktopPlatform();
+    if (run.demo) {
+        const auto address = demoService.start(run.scenario);
+        if (!address)
+            return complain(address.error(), Failure);
+        family.preferences->setValue(u"endpointURL"_s, address->endpoint);
+        KeychainService(*family.secrets).setToken(address->token);
+    }
+
+    LumobarApp program(std::move(family));
+    QObject::connect(&program, &LumobarApp::superseded, &application, [&] {
+        QCoreApplication::exit(handOver(other, run));
+    });
+    program.start();
+    return QApplication::exec();
+}
+
+int runClient(int& argc, char** argv, const Command& command) {
+    const QCoreApplication application(argc, argv);
+    CommandClient client;
+    if (const auto* status = std::get_if<StatusCommand>(&command))
+        return runStatus(client, *status);
+    if (std::holds_alternative<RefreshCommand>(command))
+        return runRefresh(client);
+    return runQuit(client);
+}
+
+} // namespace
+
+} // namespace lumora
+
+int main(int argc, char** argv) {
+    using namespace lumora;
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments += QString::fromLocal8Bit(argv[i]);
+
+    const auto command = parseCommandLine(arguments);
+    if (!command)
+        return complain(command.error(), WrongArguments);
+    if (std::holds_alternative<HelpCommand>(*command)) {
+        print(usageText());
+        return Success;
+    }
+    if (std::holds_alternative<VersionCommand>(*command)) {
+        print(u"lumora " LUMORA_VERSION "\n"_s);
+        return Success;
+    }
+    if (const auto* run = std::get_if<RunCommand>(&*command))
+        return runProgram(argc, argv, *run);
+    return runClient(argc, argv, *command);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/HttpTransport.h"
+#include "platform/MeetingReminders.h"
+#include "platform/Preferences.h"
+#include "platform/SecretStore.h"
+#include "platform/StatusItem.h"
+#include "platform/UrlOpener.h"
+#include "platform/WakeMonitor.h"
+
+#include <memory>
+
+namespace lumora {
+
+/// One implementation of everything that the operating system does for the program. Members end
+/// in reverse order: the transport last but for the clock, so that whoever waits for an answer
+/// gets one.
+struct PlatformFamily {
+    std::unique_ptr<Clock> clock;
+    std::unique_ptr<HttpTransport> transport;
+    std::unique_ptr<Preferences> preferences;
+    std::unique_ptr<SecretStore> secrets;
+    std::unique_ptr<WakeMonitor> wake;
+    std::unique_ptr<UrlOpener> urls;
+    std::unique_ptr<MeetingReminders> reminders;
+    std::unique_ptr<StatusItem> statusItem;
+    QString preferencesFile; ///< where the user may edit the preferences; empty: nowhere
+};
+
+} // namespace lumora

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace lumora {
+
+/// Where the running program answers on the session bus. Other programs rely on these.
+inline const QString commandService = QStringLiteral("com.lumora.app");
+inline const QString commandPath = QStringLiteral("/com/lumora/app");
+inline const QString commandInterface = QStringLiteral("com.lumora.app");
+
+} // namespace lumora

@@ -1,0 +1,50 @@
+#include "platform/linux/CommandServer.h"
+
+#include "commandadaptor.h"
+#include "platform/linux/CommandAddress.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+
+namespace lumora {
+
+CommandServer::CommandServer(CommandHandlers handlers, QDBusConnection bus)
+    : m_bus(std::move(bus))
+    , m_handlers(std::move(handlers)) {
+    new CommandAdaptor(this);
+    if (m_bus.isConnected())
+        m_bus.registerObject(commandPath, this);
+}
+
+CommandServer::~CommandServer() {
+    if (!m_bus.isConnected())
+        return;
+    m_bus.unregisterService(commandService);
+    m_bus.unregisterObject(commandPath);
+}
+
+bool CommandServer::claim() {
+    return !m_bus.isConnected() || m_bus.registerService(commandService);
+}
+
+QString CommandServer::Status() {
+    return m_handlers.status();
+}
+
+QString CommandServer::Refresh() {
+    setDelayedReply(true);
+    m_handlers.refresh([bus = m_bus, call = message()](const QString& message) {
+        bus.send(call.createReply(message));
+    });
+    return {};
+}
+
+void CommandServer::Open(const QString& activationToken) {
+    m_handlers.open(activationToken.toUtf8());
+}
+
+void CommandServer::Quit() {
+    m_handlers.quit();
+}
+
+} // namespace lumora

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+namespace lumora {
+
+/// What the running program does for other programs.
+struct CommandHandlers {
+    std::function<QString()> status; ///< the status as one JSON object
+
+    /// Refreshes and then calls `done` with the failure's message, empty on success.
+    std::function<void(std::function<void(QString)> done)> refresh;
+
+    std::function<void(QByteArray activationToken)> open;
+    std::function<void()> quit;
+};
+
+/// Answers commands on the session bus. Owning the program's name there is what makes a process
+/// the running one.
+class CommandServer : public QObject, protected QDBusContext {
+    Q_OBJECT
+
+public:
+    explicit CommandServer(
+        CommandHandlers handlers, QDBusConnection bus = QDBusConnection::sessionBus());
+    ~CommandServer() override;
+
+    /// Takes the program's name; false when another process has it. Without a bus nobody can ask
+    /// and nobody can be in the way, so that counts as taken.
+    bool claim();
+
+    // The methods of the D-Bus interface.
+    QString Status();
+    QString Refresh();
+    void Open(const QString& activationToken);
+    void Quit();
+
+private:
+    QDBusConnection m_bus;
+    CommandHandlers m_handlers;
+};
+
+} // namespace lumora

@@ -1,0 +1,53 @@
+#include "platform/linux/DesktopPlatform.h"
+
+#include "platform/MemoryPreferences.h"
+#include "platform/MemorySecretStore.h"
+#include "platform/NoReminders.h"
+#include "platform/linux/ConfFilePreferences.h"
+#include "platform/linux/DesktopUrlOpener.h"
+#include "platform/linux/LibsecretStore.h"
+#include "platform/linux/LinuxStatusItem.h"
+#include "platform/linux/LogindWakeMonitor.h"
+#include "platform/linux/QtHttpTransport.h"
+#include "platform/linux/SystemClock.h"
+
+#include <QDBusConnection>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+/// What both desktops have in common: everything that remembers nothing.
+PlatformFamily makeCommonPlatform() {
+    PlatformFamily family;
+    family.clock = std::make_unique<SystemClock>();
+    family.transport = std::make_unique<QtHttpTransport>();
+    family.wake = std::make_unique<LogindWakeMonitor>(QDBusConnection::systemBus());
+    family.urls = std::make_unique<DesktopUrlOpener>();
+    family.reminders = std::make_unique<NoReminders>();
+    family.statusItem = std::make_unique<LinuxStatusItem>(
+        QDBusConnection::sessionBus(),
+        LinuxStatusItem::Options{.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")});
+    return family;
+}
+
+} // namespace
+
+PlatformFamily makeDesktopPlatform() {
+    PlatformFamily family = makeCommonPlatform();
+    family.preferencesFile = ConfFilePreferences::defaultPath();
+    family.preferences = std::make_unique<ConfFilePreferences>(family.preferencesFile);
+    family.secrets = std::make_unique<LibsecretStore>(QDBusConnection::sessionBus());
+    return family;
+}
+
+PlatformFamily makeForgetfulPlatform() {
+    PlatformFamily family = makeCommonPlatform();
+    family.preferences = std::make_unique<MemoryPreferences>();
+    family.secrets = std::make_unique<MemorySecretStore>();
+    return family;
+}
+
+} // namespace lumora

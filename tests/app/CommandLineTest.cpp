@@ -1,0 +1,69 @@
+#include "app/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+Command parsed(const QStringList& arguments) {
+    const auto command = parseCommandLine(arguments);
+    EXPECT_TRUE(command) << arguments.join(u' ').toStdString();
+    return command.value_or(Command(HelpCommand{}));
+}
+
+QString complaint(const QStringList& arguments) {
+    const auto command = parseCommandLine(arguments);
+    return command ? QString() : command.error();
+}
+
+} // namespace
+
+TEST(CommandLine, RunsWithoutArguments) {
+    EXPECT_EQ(parsed({}), Command(RunCommand{}));
+}
+
+TEST(CommandLine, Demo) {
+    EXPECT_EQ(parsed({u"--demo"_s}), Command((RunCommand{true, {}})));
+    EXPECT_EQ(
+        parsed({u"--demo"_s, u"--scenario"_s, u"empty"_s}), Command((RunCommand{true, u"empty"_s})));
+    EXPECT_EQ(parsed({u"--scenario=flaky"_s, u"--demo"_s}), Command((RunCommand{true, u"flaky"_s})));
+    EXPECT_EQ(complaint({u"--scenario"_s, u"empty"_s}), u"--scenario goes with --demo"_s);
+}
+
+TEST(CommandLine, Status) {
+    using Format = StatusCommand::Format;
+    EXPECT_EQ(parsed({u"status"_s}), Command(StatusCommand{Format::Text}));
+    EXPECT_EQ(parsed({u"status"_s, u"--format"_s, u"json"_s}), Command(StatusCommand{Format::Json}));
+    EXPECT_EQ(parsed({u"status"_s, u"--format=text"_s}), Command(StatusCommand{Format::Text}));
+    EXPECT_EQ(
+        complaint({u"status"_s, u"--format=yaml"_s}),
+        u"unknown format \"yaml\"; there are json and text"_s);
+}
+
+TEST(CommandLine, PlainCommands) {
+    EXPECT_EQ(parsed({u"refresh"_s}), Command(RefreshCommand{}));
+    EXPECT_EQ(parsed({u"quit"_s}), Command(QuitCommand{}));
+    EXPECT_EQ(parsed({u"--help"_s}), Command(HelpCommand{}));
+    EXPECT_EQ(parsed({u"-h"_s}), Command(HelpCommand{}));
+    EXPECT_EQ(parsed({u"--version"_s}), Command(VersionCommand{}));
+}
+
+TEST(CommandLine, UnknownArgumentsAreNamed) {
+    const QList<QPair<QStringList, QString>> cases{
+        {{u"--nonsense"_s}, u"--nonsense"_s},
+        {{u"dance"_s}, u"dance"_s},
+        {{u"--demo"_s, u"x"_s}, u"x"_s},
+        {{u"--demo"_s, u"--scenario"_s}, u"--scenario"_s},
+        {{u"status"_s, u"--loud"_s}, u"--loud"_s},
+        {{u"status"_s, u"--format"_s}, u"--format"_s},
+        {{u"refresh"_s, u"now"_s}, u"now"_s},
+        {{u"quit"_s, u"--force"_s}, u"--force"_s},
+        {{u"--help"_s, u"x"_s}, u"x"_s},
+        {{QString()}, QString()},
+    };
+    for (const auto& [arguments, culprit] : cases)
+        EXPECT_EQ(
+            complaint(arguments), u"unknown argument \"%1\"; see lumora --help"_s.arg(culprit));
+}

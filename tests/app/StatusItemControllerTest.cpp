@@ -1,0 +1,93 @@
+#include "app/StatusItemController.h"
+
+#include "app/Ticker.h"
+#include "fakes/FakeStatusItem.h"
+#include "support/StateHarness.h"
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+class StatusItemControllerTest : public testing::Test, protected StateHarness {
+protected:
+    void begin() {
+        start();
+        ticker.emplace(clock);
+        controller.emplace(*state, *ticker, preferences, item);
+    }
+
+    const StatusItemContent& latest() const { return item.contents.back(); }
+
+    FakeStatusItem item;
+    std::optional<Ticker> ticker;
+    std::optional<StatusItemController> controller;
+};
+
+} // namespace
+
+TEST_F(StatusItemControllerTest, DrawsAtOnce) {
+    begin();
+    ASSERT_EQ(item.contents.size(), 1U);
+    EXPECT_EQ(latest().symbol, u"calendar"_s);
+    EXPECT_FALSE(latest().text);
+}
+
+TEST_F(StatusItemControllerTest, FollowsTheState) {
+    begin();
+    answer(0, 1);
+    EXPECT_EQ(latest().text, u"1/2"_s);
+}
+
+TEST_F(StatusItemControllerTest, FollowsThePreference) {
+    begin();
+    answer(0, 1);
+    preferences.setValue(u"menuBarAmbient"_s, u"none"_s);
+    EXPECT_FALSE(latest().text);
+    preferences.setValue(u"menuBarAmbient"_s, u"weather"_s);
+    EXPECT_EQ(latest().text, u"1/2"_s);
+}
+
+TEST_F(StatusItemControllerTest, FollowsTheTicker) {
+    begin();
+    answer(0, 1);
+    const auto before = item.contents.size();
+    clock.advance(60s);
+    EXPECT_EQ(item.contents.size(), before + 2);
+    EXPECT_EQ(latest().toolTipBody, u"Updated 1m ago"_s);
+}
+
+TEST_F(StatusItemControllerTest, AFailureAfterASuccessLeavesTheLabelAlone) {
+    begin();
+    answer(0, 1);
+    state->refresh();
+    transport.complete(1, FakeHttpTransport::answer(401));
+    EXPECT_EQ(latest().symbol, u"checkmark.circle"_s);
+    EXPECT_EQ(latest().text, u"1/2"_s);
+}
+
+TEST_F(StatusItemControllerTest, ReportsWhatIsShownAndWhy) {
+    begin();
+    transport.complete(0, FakeHttpTransport::answer(401));
+    const StatusReport failed = controller->report();
+    EXPECT_EQ(failed.mode, u"error"_s);
+    EXPECT_EQ(failed.symbol, u"calendar.badge.exclamationmark"_s);
+    EXPECT_FALSE(failed.text);
+    EXPECT_EQ(failed.state, u"failed"_s);
+    EXPECT_EQ(failed.message, u"Token rejected (401)"_s);
+    EXPECT_FALSE(failed.lastUpdated);
+
+    state->refresh();
+    answer(1, 1);
+    const StatusReport loaded = controller->report();
+    EXPECT_EQ(loaded.mode, u"habits"_s);
+    EXPECT_EQ(loaded.text, u"1/2"_s);
+    EXPECT_EQ(loaded.state, u"loaded"_s);
+    EXPECT_FALSE(loaded.message);
+    EXPECT_EQ(loaded.lastUpdated, FakeClock::defaultStart);
+    EXPECT_EQ(loaded.tooltip, u"1 of 2 habits done\nUpdated just now"_s);
+}

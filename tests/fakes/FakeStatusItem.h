@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/StatusItem.h"
+
+#include <vector>
+
+namespace lumora::tests {
+
+/// A status item that only remembers what it was given.
+class FakeStatusItem final : public StatusItem {
+public:
+    void show(const StatusItemContent& content) override { contents.push_back(content); }
+    QString unavailableReason() const override { return {}; }
+
+    std::vector<StatusItemContent> contents; ///< everything shown, in order
+};
+
+} // namespace lumora::tests

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/UrlOpener.h"
+
+#include <QList>
+
+namespace lumora::tests {
+
+/// Opens nothing, remembers everything.
+class RecordingUrlOpener final : public UrlOpener {
+public:
+    bool open(const QUrl& url, const QByteArray& activationToken) override {
+        opened += url;
+        tokens += activationToken;
+        return true;
+    }
+
+    QList<QUrl> opened;
+    QList<QByteArray> tokens;
+};
+
+} // namespace lumora::tests

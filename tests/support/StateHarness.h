@@ -1,0 +1,69 @@
+#pragma once
+
+#include "app/AppState.h"
+#include "fakes/FakeClock.h"
+#include "fakes/FakeHttpTransport.h"
+#include "fakes/FakeSecretStore.h"
+#include "fakes/RecordingReminders.h"
+#include "platform/MemoryPreferences.h"
+#include "platform/WakeMonitor.h"
+#include "service/KeychainService.h"
+#include "service/LumoService.h"
+
+#include <QCoreApplication>
+
+#include <optional>
+
+namespace lumora::tests {
+
+/// The smallest briefing that decodes, with one habit of two done.
+inline QByteArray briefingBody(double generatedAt) {
+    return R"({"date":"2025-03-04","generatedAt":)" + QByteArray::number(generatedAt) +
+           R"(,"eventsToday":[],"chores":{"count":0,"top":[]},)"
+           R"("habits":{"done":1,"total":2,"items":[]},"focus":{}})";
+}
+
+/// An application state over fakes: configured unless the test takes that away first.
+class StateHarness {
+public:
+    StateHarness() {
+        preferences.setValue(QStringLiteral("endpointURL"),
+                             QStringLiteral("https://day.example/api/briefing"));
+        keychain.setToken(QStringLiteral("t0ken"));
+    }
+
+    /// Makes the state and lets its first refresh begin.
+    AppState& start() {
+        state.emplace(AppState::Collaborators{
+            .clock = clock,
+            .preferences = preferences,
+            .secrets = secrets,
+            .keychain = keychain,
+            .service = service,
+            .reminders = reminders,
+            .wake = wake,
+        });
+        settle();
+        return *state;
+    }
+
+    /// Lets queued work happen.
+    static void settle() { QCoreApplication::processEvents(); }
+
+    /// Ends the exchange of the request at `index` with a good briefing.
+    void answer(std::size_t index, double generatedAt) {
+        transport.complete(index, FakeHttpTransport::answer(200, briefingBody(generatedAt)));
+    }
+
+    FakeClock clock;
+    MemoryPreferences preferences;
+    FakeSecretStore secrets;
+    FakeHttpTransport transport;
+    WakeMonitor wake;
+    RecordingReminders reminders;
+    KeychainService keychain{secrets};
+    LumoService service{transport, keychain, clock};
+    std::optional<AppState> state;
+};
+
+} // namespace lumora::tests
