@@ -2,6 +2,9 @@
 
 #include <QTemporaryFile>
 
+#include <sys/prctl.h>
+
+#include <csignal>
 #include <stdexcept>
 
 using namespace Qt::Literals::StringLiterals;
@@ -35,6 +38,8 @@ PrivateBus::PrivateBus() {
     configuration.flush();
 
     m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A test that is killed takes it along.
+    m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_daemon.start(
         u"dbus-daemon"_s, {u"--config-file=%1"_s.arg(configuration.fileName()), u"--nofork"_s,
                            u"--print-address"_s, u"--nopidfile"_s});
