@@ -45,7 +45,7 @@ std::optional<QByteArray> secretOf(const GioPointer<SecretItem>& item) {
 } // namespace
 
 QString LibsecretStore::sessionBusAddress() {
-    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty())
         return address;
     const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s;
@@ -68,11 +68,8 @@ LibsecretStore::LibsecretStore(
     connect(&m_monitor, &Monitor::serviceGone, &m_settling, &QTimer::stop);
     connect(&m_monitor, &Monitor::serviceGone, &m_unlocker, &SecretUnlocker::serviceChanged);
     connect(&m_monitor, &Monitor::itemTouched, this, &LibsecretStore::itemTouched);
-    connect(&m_monitor, &Monitor::lockReported, this, [this](const QString& path, bool locked) {
-        m_unlocker.lockReported(path, locked);
-        if (!locked)
-            becameReachable();
-    });
+    connect(&m_monitor, &Monitor::unlockReported, this, &LibsecretStore::becameReachable);
+    connect(&m_monitor, &Monitor::unlockReported, &m_unlocker, &SecretUnlocker::unlockReported);
     connect(&m_unlocker, &SecretUnlocker::unlocked, this, &LibsecretStore::becameReachable);
 }
 
@@ -82,7 +79,7 @@ SecretLookup LibsecretStore::lookup(const SecretKey& key) {
     };
     if (std::ranges::none_of(m_keys, isKnown))
         m_keys += key;
-    const SecretLookup result = ask(key);
+    SecretLookup result = ask(key);
     using Status = SecretLookup::Status;
     m_found = result.status == Status::Found;
     if (result.status == Status::Found || result.status == Status::Absent)

@@ -3,7 +3,7 @@
 #include "platform/linux/SecretServiceNames.h"
 
 #include <QDBusArgument>
-#include <QDBusPendingReply>
+#include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
 
@@ -14,6 +14,10 @@ namespace lumora {
 namespace {
 
 const QString propertiesInterface = u"org.freedesktop.DBus.Properties"_s;
+
+QString firstPath(const QDBusMessage& message) {
+    return message.arguments().value(0).value<QDBusObjectPath>().path();
+}
 
 } // namespace
 
@@ -31,11 +35,13 @@ void SecretServiceMonitor::watchItemsAndCollections() {
     const auto listen = [this](const QString& interface, const QString& signal, const char* slot) {
         m_bus.connect(secretService::name, {}, interface, signal, this, slot);
     };
-    const char* const itemSlot = SLOT(askForAttributes(QDBusObjectPath));
+    // Slots take whole messages: QtDBus may not know its other types by name before their first
+    // use, and silently connects no slot that takes a type it does not know.
+    const char* const itemSlot = SLOT(itemSignalled(QDBusMessage));
     listen(secretService::collectionInterface, u"ItemCreated"_s, itemSlot);
     listen(secretService::collectionInterface, u"ItemChanged"_s, itemSlot);
     // Services tell of locking by the one signal, by the other, or by both.
-    const char* const collectionSlot = SLOT(askForLock(QDBusObjectPath));
+    const char* const collectionSlot = SLOT(collectionSignalled(QDBusMessage));
     listen(secretService::serviceInterface, u"CollectionChanged"_s, collectionSlot);
     listen(secretService::serviceInterface, u"CollectionCreated"_s, collectionSlot);
     listen(propertiesInterface, u"PropertiesChanged"_s, SLOT(propertiesChanged(QDBusMessage)));
@@ -49,25 +55,34 @@ void SecretServiceMonitor::ownerChanged(
         Q_EMIT serviceAppeared();
 }
 
-void SecretServiceMonitor::askForAttributes(const QDBusObjectPath& item) {
+void SecretServiceMonitor::itemSignalled(const QDBusMessage& message) {
+    askForAttributes(firstPath(message));
+}
+
+void SecretServiceMonitor::collectionSignalled(const QDBusMessage& message) {
+    askForLock(firstPath(message));
+}
+
+void SecretServiceMonitor::askForAttributes(const QString& itemPath) {
     callSecretService(
-        m_bus, this, item.path(), propertiesInterface, u"Get"_s,
-        {secretService::itemInterface, u"Attributes"_s}, [this](const QDBusPendingCall& call) {
-            const QDBusPendingReply<QDBusVariant> reply = call;
-            if (!reply.isError()) // otherwise it is already gone again
-                Q_EMIT itemTouched(qdbus_cast<SecretAttributes>(reply.value().variant()));
+        m_bus, this, itemPath, propertiesInterface, u"GetAll"_s, {secretService::itemInterface},
+        [this](const QDBusPendingCall& call) {
+            // After an error there is nothing in it: the item is already gone again.
+            const auto item = qdbus_cast<QVariantMap>(call.reply().arguments().value(0));
+            const auto attributes = qdbus_cast<SecretAttributes>(item.value(u"Attributes"_s));
+            if (!attributes.isEmpty() && !item.value(u"Locked"_s).toBool())
+                Q_EMIT itemTouched(attributes);
         });
 }
 
-void SecretServiceMonitor::askForLock(const QDBusObjectPath& collection) {
-    const QString path = collection.path();
+void SecretServiceMonitor::askForLock(const QString& collectionPath) {
     callSecretService(
-        m_bus, this, path, propertiesInterface, u"Get"_s,
+        m_bus, this, collectionPath, propertiesInterface, u"Get"_s,
         {secretService::collectionInterface, u"Locked"_s},
-        [this, path](const QDBusPendingCall& call) {
-            const QDBusPendingReply<QDBusVariant> reply = call;
-            if (!reply.isError())
-                Q_EMIT lockReported(path, reply.value().variant().toBool());
+        [this, collectionPath](const QDBusPendingCall& call) {
+            const auto isLocked = call.reply().arguments().value(0).value<QDBusVariant>().variant();
+            if (!call.isError() && !isLocked.toBool())
+                Q_EMIT unlockReported(collectionPath);
         });
 }
 
@@ -75,11 +90,11 @@ void SecretServiceMonitor::propertiesChanged(const QDBusMessage& message) {
     const QVariantList arguments = message.arguments();
     if (arguments.size() < 3 || arguments[0].toString() != secretService::collectionInterface)
         return;
-    const auto changed = qdbus_cast<QVariantMap>(arguments[1]);
-    if (const auto locked = changed.constFind(u"Locked"_s); locked != changed.cend())
-        Q_EMIT lockReported(message.path(), locked->toBool());
+    const auto locked = qdbus_cast<QVariantMap>(arguments[1]).value(u"Locked"_s);
+    if (locked.isValid() && !locked.toBool())
+        Q_EMIT unlockReported(message.path());
     else if (arguments[2].toStringList().contains(u"Locked"_s))
-        askForLock(QDBusObjectPath(message.path()));
+        askForLock(message.path());
 }
 
 } // namespace lumora

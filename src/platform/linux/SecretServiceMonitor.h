@@ -2,7 +2,6 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusObjectPath>
 #include <QMap>
 #include <QObject>
 
@@ -23,20 +22,22 @@ Q_SIGNALS:
     void serviceAppeared();
     void serviceGone();
 
-    /// The collection at `path` is locked, or no longer so. May come again for the same state.
-    void lockReported(QString path, bool locked);
+    /// The collection at `path` is not locked. May come again for the same state.
+    void unlockReported(QString path);
 
-    /// Somebody, perhaps this program, added or changed the item that has `attributes`.
+    /// Somebody, perhaps this program, added, changed or unlocked the item that has `attributes`.
     void itemTouched(SecretAttributes attributes);
 
 private Q_SLOTS:
     void ownerChanged(const QString& name, const QString& oldOwner, const QString& newOwner);
-    void askForAttributes(const QDBusObjectPath& item);
-    void askForLock(const QDBusObjectPath& collection);
+    void itemSignalled(const QDBusMessage& message);
+    void collectionSignalled(const QDBusMessage& message);
     void propertiesChanged(const QDBusMessage& message);
 
 private:
     void watchItemsAndCollections();
+    void askForAttributes(const QString& itemPath);
+    void askForLock(const QString& collectionPath);
 
     QDBusConnection m_bus;
 };

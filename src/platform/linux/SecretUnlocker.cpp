@@ -3,7 +3,7 @@
 #include "platform/linux/SecretServiceNames.h"
 
 #include <QDBusObjectPath>
-#include <QDBusPendingReply>
+#include <QDBusVariant>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,14 +25,9 @@ void SecretUnlocker::foundUnlocked() {
     m_progress = Progress::Idle;
 }
 
-void SecretUnlocker::lockReported(const QString& collectionPath, bool locked) {
-    if (m_progress != Progress::Asked || collectionPath != m_collection)
-        return;
-    // While the prompt is up, only the unlocking that it leads to is news.
-    if (!locked || m_prompt.isEmpty()) {
-        forgetPrompt();
-        m_progress = Progress::Idle;
-    }
+void SecretUnlocker::unlockReported(const QString& collectionPath) {
+    if (m_progress == Progress::Asked && collectionPath == m_collection)
+        foundUnlocked();
 }
 
 void SecretUnlocker::serviceChanged() {
@@ -41,15 +36,14 @@ void SecretUnlocker::serviceChanged() {
 }
 
 void SecretUnlocker::check() {
-    // The answer comes after every signal of the past, so a late report of the very locking that
-    // was found is not taken for a new one.
+    // The answer comes after every signal of the past, so a late report of an unlocking before the
+    // locking that was found is not taken for one after it.
     callSecretService(
         m_bus, this, m_collection, u"org.freedesktop.DBus.Properties"_s, u"Get"_s,
         {secretService::collectionInterface, u"Locked"_s}, [this](const QDBusPendingCall& call) {
             if (m_progress != Progress::Checking)
                 return;
-            const QDBusPendingReply<QDBusVariant> reply = call;
-            if (!reply.isError() && reply.value().variant().toBool())
+            if (call.reply().arguments().value(0).value<QDBusVariant>().variant().toBool())
                 unlock();
             else
                 m_progress = Progress::Idle;
@@ -62,10 +56,10 @@ void SecretUnlocker::unlock() {
     callSecretService(
         m_bus, this, secretService::path, secretService::serviceInterface, u"Unlock"_s,
         {QVariant::fromValue(objects)}, [this](const QDBusPendingCall& call) {
-            const QDBusPendingReply<QList<QDBusObjectPath>, QDBusObjectPath> reply = call;
-            if (reply.isError() || m_progress != Progress::Asked)
+            if (call.isError() || m_progress != Progress::Asked)
                 return;
-            if (const QString prompt = reply.argumentAt<1>().path(); prompt != u"/")
+            const auto prompt = call.reply().arguments().value(1).value<QDBusObjectPath>().path();
+            if (prompt.startsWith(u'/') && prompt.size() > 1)
                 showPrompt(prompt);
             else
                 Q_EMIT unlocked();
@@ -77,7 +71,7 @@ void SecretUnlocker::showPrompt(const QString& promptPath) {
     m_prompt = promptPath;
     m_bus.connect(
         secretService::name, m_prompt, secretService::promptInterface, u"Completed"_s, this,
-        SLOT(promptCompleted(bool, QDBusVariant)));
+        SLOT(promptCompleted(QDBusMessage)));
     callSecretService(
         m_bus, this, m_prompt, secretService::promptInterface, u"Prompt"_s, {QString()},
         [this, promptPath](const QDBusPendingCall& call) {
@@ -86,11 +80,12 @@ void SecretUnlocker::showPrompt(const QString& promptPath) {
         });
 }
 
-void SecretUnlocker::promptCompleted(bool dismissed, const QDBusVariant&) {
+void SecretUnlocker::promptCompleted(const QDBusMessage& message) {
     // The question counts as asked until the collection is seen unlocked: were it still locked
     // now, asking again at once could go on forever.
+    const bool isDismissed = message.arguments().value(0, true).toBool();
     forgetPrompt();
-    if (!dismissed)
+    if (!isDismissed)
         Q_EMIT unlocked();
 }
 
@@ -99,7 +94,7 @@ void SecretUnlocker::forgetPrompt() {
         return;
     m_bus.disconnect(
         secretService::name, m_prompt, secretService::promptInterface, u"Completed"_s, this,
-        SLOT(promptCompleted(bool, QDBusVariant)));
+        SLOT(promptCompleted(QDBusMessage)));
     m_prompt.clear();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 
 namespace lumora {
@@ -21,8 +21,8 @@ public:
     /// A call found nothing locked: when it finds something locked again, that is a new locking.
     void foundUnlocked();
 
-    /// The collection was reported locked or unlocked: a question of before is forgotten.
-    void lockReported(const QString& collectionPath, bool locked);
+    /// The collection was reported unlocked: the next time that it is locked is a new locking.
+    void unlockReported(const QString& collectionPath);
 
     /// The service came or went, and with it every prompt.
     void serviceChanged();
@@ -32,7 +32,7 @@ Q_SIGNALS:
     void unlocked();
 
 private Q_SLOTS:
-    void promptCompleted(bool dismissed, const QDBusVariant& result);
+    void promptCompleted(const QDBusMessage& message);
 
 private:
     enum class Progress { Idle, Checking, Asked };
