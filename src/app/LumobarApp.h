@@ -55,6 +55,7 @@ private:
     AppDelegate m_delegate;
     std::optional<Session> m_session;
     CommandServer m_commands;
+    QObject m_waiting; ///< Whatever is awaited reports through it. Goes first: no report after.
 };
 
 } // namespace lumora
