@@ -4,6 +4,7 @@
 #include "platform/linux/CommandClient.h"
 #include "platform/linux/DesktopPlatform.h"
 #include "platform/linux/StartupEnvironment.h"
+#include "platform/linux/TerminationSignals.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -94,6 +95,9 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
     QObject::connect(&program, &LumobarApp::superseded, &application, [&] {
         QCoreApplication::exit(handOver(other, run));
     });
+    const TerminationSignals terminationSignals;
+    QObject::connect(
+        &terminationSignals, &TerminationSignals::requested, &application, &QCoreApplication::quit);
     program.start();
     return QApplication::exec();
 }
