@@ -25,8 +25,9 @@ void print(const QString& text) {
     QTextStream(stdout) << text;
 }
 
-int complain(const QString& sentence, ExitCode code) {
-    QTextStream(stderr) << "lumora: " << sentence << '\n';
+/// Says what is wrong, on one line whatever the sentence quotes.
+int complain(const QString& sentence, int code) {
+    QTextStream(stderr) << "lumora: " << sentence.simplified() << '\n';
     return code;
 }
 
@@ -86,7 +87,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
     if (run.demo) {
         const auto address = demoService.start(run.scenario);
         if (!address)
-            return complain(address.error(), Failure);
+            return complain(address.error().sentence, address.error().exitCode);
         family.preferences->setValue(u"endpointURL"_s, address->endpoint);
         KeychainService(*family.secrets).setToken(address->token);
     }
