@@ -57,7 +57,7 @@ void LumobarApp::start() {
         .now = m_family.clock->now(),
     }));
     connect(m_family.statusItem.get(), &StatusItem::shown, this, &LumobarApp::begin);
-    QCoro::connect(m_family.clock->wait(statusAreaGrace), this, [this] { begin(); });
+    QCoro::connect(m_family.clock->wait(statusAreaGrace), &m_callbacks, [this] { begin(); });
 }
 
 void LumobarApp::begin() {
@@ -82,7 +82,7 @@ CommandHandlers LumobarApp::handlers() {
 
 void LumobarApp::refresh(const std::function<void(QString)>& done) {
     auto refreshed = m_session->state.refresh();
-    QCoro::connect(std::move(refreshed), this, [this, done] {
+    QCoro::connect(std::move(refreshed), &m_callbacks, [this, done] {
         done(m_session->state.state().failureMessage());
     });
 }
