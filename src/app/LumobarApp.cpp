@@ -81,6 +81,7 @@ CommandHandlers LumobarApp::handlers() {
 }
 
 void LumobarApp::refresh(const std::function<void(QString)>& done) {
+    Q_ASSERT(m_session.has_value()); // commands are answered only once work has begun
     auto refreshed = m_session->state.refresh();
     QCoro::connect(std::move(refreshed), &m_callbacks, [this, done] {
         done(m_session->state.state().failureMessage());

@@ -33,8 +33,8 @@ public:
         CommandHandlers handlers, QDBusConnection bus = QDBusConnection::sessionBus());
     ~CommandServer() override;
 
-    /// Takes the program's name; false when another process has it. Without a bus nobody can ask
-    /// and nobody can be in the way, so that counts as taken.
+    /// Takes the program's name and answers from then on; false when another process has it.
+    /// Without a bus nobody can ask and nobody can be in the way, so that counts as taken.
     bool claim();
 
     // The methods of the D-Bus interface.
