@@ -93,6 +93,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void observeWake();
     void setState(LoadState state);
     void accept(Briefing briefing);
 

@@ -13,8 +13,7 @@ TEST(StartupEnvironment, PrefersX11WhereverThereIsADisplay) {
 }
 
 TEST(StartupEnvironment, LeavesTheUsersChoiceOfPlatformAlone) {
-    EXPECT_TRUE(
-        startupOverrides({{"DISPLAY", ":0"}, {"QT_QPA_PLATFORM", "wayland"}}).isEmpty());
+    EXPECT_TRUE(startupOverrides({{"DISPLAY", ":0"}, {"QT_QPA_PLATFORM", "wayland"}}).isEmpty());
 }
 
 TEST(StartupEnvironment, KeepsTheGtkThemeAway) {

@@ -15,8 +15,8 @@ const QByteArray displayVariable = "DISPLAY";
 
 /// Desktops for which the toolkit would look for the GTK theme by itself.
 bool isGtkDesktop(const QByteArray& currentDesktop) {
-    static const QList<QByteArray> gtkDesktops = {
-        "GNOME", "X-CINNAMON", "PANTHEON", "UNITY", "MATE", "XFCE", "LXDE"};
+    static const QList<QByteArray> gtkDesktops = {"GNOME", "X-CINNAMON", "PANTHEON", "UNITY",
+                                                  "MATE",  "XFCE",       "LXDE"};
     const auto names = currentDesktop.toUpper().split(':');
     return std::any_of(names.cbegin(), names.cend(), [](const QByteArray& name) {
         return gtkDesktops.contains(name);
