@@ -39,8 +39,11 @@ std::optional<QUrl> siteRoot(const QString& endpoint) {
 AppState::AppState(const Collaborators& collaborators)
     : m_with(collaborators) {
     startPolling();
-    connect(&m_with.wake, &WakeMonitor::woke, this, &AppState::startPolling);
+    observeWake();
     connect(&m_with.secrets, &SecretStore::readable, this, &AppState::startPolling);
+    // What the user types into the program itself counts from the next fetch on: half an address
+    // must not be sent the token. A file that was saved is meant.
+    connect(&m_with.preferences, &Preferences::changedElsewhere, this, &AppState::startPolling);
 }
 
 QString AppState::endpointURL() const {
@@ -53,7 +56,7 @@ qint64 AppState::refreshMinutes() const {
 }
 
 bool AppState::isConfigured() const {
-    return !endpointURL().trimmed().isEmpty() && m_with.keychain.getToken().has_value();
+    return m_with.keychain.getToken().has_value() && !endpointURL().trimmed().isEmpty();
 }
 
 std::optional<QUrl> AppState::dashboardURL() const {
@@ -65,6 +68,10 @@ void AppState::startPolling() {
     // Queued, so that whoever restarts the polling is done with its own work first.
     QMetaObject::invokeMethod(this, startRefresh, Qt::QueuedConnection);
     m_timer = m_with.clock.every(pollingInterval(refreshMinutes()), startRefresh);
+}
+
+void AppState::observeWake() {
+    connect(&m_with.wake, &WakeMonitor::woke, this, &AppState::startPolling);
 }
 
 QCoro::Task<> AppState::refresh() {

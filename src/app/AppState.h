@@ -14,14 +14,16 @@
 namespace lumora {
 
 class KeychainService;
+class LumoAction;
 class LumoService;
 class MeetingReminders;
 class Preferences;
 class SecretStore;
 class WakeMonitor;
 
-/// The one truth that every view renders from: the latest briefing and how fetching it went.
-/// Starts polling when it is made. Lives on the main thread; knows nothing of views.
+/// The one truth that every view renders from: the latest briefing, how fetching it went, and the
+/// user's actions on it. Starts polling when it is made. Lives on the main thread; knows nothing of
+/// views. May be destroyed in the middle of anything it does.
 class AppState : public QObject {
     Q_OBJECT
 
@@ -47,10 +49,11 @@ public:
     /// When `lastGood` was stored.
     std::optional<Instant> lastUpdated() const { return m_lastUpdated; }
 
-    /// Keys of the actions in flight.
+    /// Keys of the actions in flight: one per thing acted on, so that it can be shown as busy.
     const std::set<QString>& pending() const { return m_pending; }
 
-    /// The message of the last failed action; absent when the last one succeeded.
+    /// The message of the last action that failed or was declined; absent from the start of the
+    /// next action on.
     const std::optional<QString>& actionError() const { return m_actionError; }
 
     /// The address of the briefing as the user typed it; read afresh, empty when not set.
@@ -72,13 +75,32 @@ public:
     /// the last to complete wins.
     QCoro::Task<> refresh();
 
+    /// Has the service do `action`, unless an action of the same `key` is in flight. True when the
+    /// service took it. Completes, and gives the key free, when the next briefing is in place;
+    /// after a failure, at once.
+    QCoro::Task<bool> perform(LumoAction action, QString key);
+
+    /// Puts `text` without its surrounding white space into the inbox, under the key "capture".
+    /// False when it is blank, another capture is in flight, or the service did not take it.
+    QCoro::Task<bool> capture(QString text);
+
+    /// Asks for new spending figures, under the key "spending", and completes when they are in
+    /// place, when the service declined, or when they have not come after about a minute.
+    QCoro::Task<> refreshSpending();
+
 Q_SIGNALS:
     /// Something that views show has changed.
     void changed();
 
 private:
+    void observeWake();
     void setState(LoadState state);
     void accept(Briefing briefing);
+
+    bool begin(const QString& key);
+    void finish(const QString& key);
+    void finishFailed(const QString& key, const QString& message);
+    QCoro::Task<> awaitFreshSpending(std::optional<double> newerThan);
 
     Collaborators m_with;
     LoadState m_state;

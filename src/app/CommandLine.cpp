@@ -14,6 +14,13 @@ tl::unexpected<QString> unknownArgument(const QString& argument) {
     return tl::unexpected(u"unknown argument \"%1\"; see lumora --help"_s.arg(argument));
 }
 
+/// Complains of `argument`, which is either `option` without its value or nothing known.
+tl::unexpected<QString> notTheOption(const QString& argument, const QString& option) {
+    if (argument == option)
+        return tl::unexpected(u"%1 needs a value; see lumora --help"_s.arg(option));
+    return unknownArgument(argument);
+}
+
 /// Takes `--name VALUE` or `--name=VALUE` from the front of `arguments`; absent when something
 /// else stands there or the value is missing.
 std::optional<QString> takeOption(QStringList& arguments, const QString& name) {
@@ -34,7 +41,7 @@ Parsed parseRun(QStringList arguments) {
         } else if (const auto scenario = takeOption(arguments, u"--scenario"_s)) {
             run.scenario = *scenario;
         } else {
-            return unknownArgument(arguments.first());
+            return notTheOption(arguments.first(), u"--scenario"_s);
         }
     }
     if (!run.scenario.isEmpty() && !run.demo)
@@ -48,7 +55,7 @@ Parsed parseStatus(QStringList arguments) {
         const QString argument = arguments.first();
         const auto format = takeOption(arguments, u"--format"_s);
         if (!format)
-            return unknownArgument(argument);
+            return notTheOption(argument, u"--format"_s);
         if (*format == u"json")
             status.format = StatusCommand::Format::Json;
         else if (*format == u"text")

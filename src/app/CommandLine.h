@@ -35,10 +35,12 @@ struct QuitCommand {
     bool operator==(const QuitCommand&) const = default;
 };
 
+/// Print the usage.
 struct HelpCommand {
     bool operator==(const HelpCommand&) const = default;
 };
 
+/// Print the version.
 struct VersionCommand {
     bool operator==(const VersionCommand&) const = default;
 };

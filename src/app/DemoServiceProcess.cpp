@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace Qt::Literals::StringLiterals;
@@ -41,7 +42,7 @@ DemoServiceProcess::~DemoServiceProcess() {
         m_process.kill();
 }
 
-tl::expected<DemoServiceProcess::Address, QString>
+tl::expected<DemoServiceProcess::Address, DemoServiceProcess::Failure>
 DemoServiceProcess::start(const QString& scenario) {
     QStringList arguments{u"--until-stdin-closes"_s};
     if (!scenario.isEmpty())
@@ -55,8 +56,21 @@ DemoServiceProcess::start(const QString& scenario) {
         if (const auto address = parseDemoAddress(output))
             return *address;
     }
-    const QString complaint = QString::fromUtf8(m_process.readAllStandardError()).trimmed();
-    return tl::unexpected(complaint.isEmpty() ? m_process.errorString() : complaint);
+    return tl::unexpected(failure());
+}
+
+DemoServiceProcess::Failure DemoServiceProcess::failure() {
+    QString complaint = QString::fromUtf8(m_process.readAllStandardError()).trimmed();
+    if (complaint.isEmpty())
+        return {.sentence = m_process.errorString()};
+    // People started another program than the one that complains.
+    const QString speaker = u"lumora-demo-service: "_s;
+    if (complaint.startsWith(speaker))
+        complaint.remove(0, speaker.size());
+    m_process.waitForFinished(int(endLimit.count()));
+    const bool ended =
+        m_process.state() == QProcess::NotRunning && m_process.exitStatus() == QProcess::NormalExit;
+    return {.sentence = complaint, .exitCode = ended ? std::max(1, m_process.exitCode()) : 1};
 }
 
 } // namespace lumora

@@ -17,16 +17,24 @@ public:
         QString token;
     };
 
+    /// Why the service did not start.
+    struct Failure {
+        QString sentence; ///< one line for the user
+        int exitCode = 1; ///< the service's own, if it came to one
+    };
+
     DemoServiceProcess() = default;
     ~DemoServiceProcess();
     DemoServiceProcess(const DemoServiceProcess&) = delete;
     DemoServiceProcess& operator=(const DemoServiceProcess&) = delete;
 
     /// Starts the service with the named day, the service's default when empty, and waits until
-    /// it answers. The error is one line for the user.
-    tl::expected<Address, QString> start(const QString& scenario);
+    /// it answers.
+    tl::expected<Address, Failure> start(const QString& scenario);
 
 private:
+    Failure failure();
+
     QProcess m_process;
 };
 

@@ -57,7 +57,7 @@ void LumobarApp::start() {
         .now = m_family.clock->now(),
     }));
     connect(m_family.statusItem.get(), &StatusItem::shown, this, &LumobarApp::begin);
-    QCoro::connect(m_family.clock->wait(statusAreaGrace), this, [this] { begin(); });
+    QCoro::connect(m_family.clock->wait(statusAreaGrace), &m_callbacks, [this] { begin(); });
 }
 
 void LumobarApp::begin() {
@@ -81,8 +81,9 @@ CommandHandlers LumobarApp::handlers() {
 }
 
 void LumobarApp::refresh(const std::function<void(QString)>& done) {
+    Q_ASSERT(m_session.has_value()); // commands are answered only once work has begun
     auto refreshed = m_session->state.refresh();
-    QCoro::connect(std::move(refreshed), this, [this, done] {
+    QCoro::connect(std::move(refreshed), &m_callbacks, [this, done] {
         done(m_session->state.state().failureMessage());
     });
 }
@@ -116,7 +117,7 @@ void LumobarApp::joinMeeting(const QByteArray& activationToken) {
         return;
     const auto meeting = offeredMeeting(m_session->state.lastGood(), m_session->ticker.now());
     const auto url = meeting ? joinUrl(*meeting) : std::nullopt;
-    if (url && isSafeLink(*url))
+    if (url)
         m_family.urls->open(*url, activationToken);
 }
 

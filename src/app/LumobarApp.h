@@ -55,6 +55,9 @@ private:
     AppDelegate m_delegate;
     std::optional<Session> m_session;
     CommandServer m_commands;
+    /// What tasks call back through. The last member, so that it is the first to go: the clock and
+    /// the transport complete, in their end, whatever is under way.
+    QObject m_callbacks;
 };
 
 } // namespace lumora

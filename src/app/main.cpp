@@ -4,6 +4,7 @@
 #include "platform/linux/CommandClient.h"
 #include "platform/linux/DesktopPlatform.h"
 #include "platform/linux/StartupEnvironment.h"
+#include "platform/linux/TerminationSignals.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -24,8 +25,9 @@ void print(const QString& text) {
     QTextStream(stdout) << text;
 }
 
-int complain(const QString& sentence, ExitCode code) {
-    QTextStream(stderr) << "lumora: " << sentence << '\n';
+/// Says what is wrong, on one line whatever the sentence quotes.
+int complain(const QString& sentence, int code) {
+    QTextStream(stderr) << "lumora: " << sentence.simplified() << '\n';
     return code;
 }
 
@@ -85,7 +87,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
     if (run.demo) {
         const auto address = demoService.start(run.scenario);
         if (!address)
-            return complain(address.error(), Failure);
+            return complain(address.error().sentence, address.error().exitCode);
         family.preferences->setValue(u"endpointURL"_s, address->endpoint);
         KeychainService(*family.secrets).setToken(address->token);
     }
@@ -94,6 +96,9 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
     QObject::connect(&program, &LumobarApp::superseded, &application, [&] {
         QCoreApplication::exit(handOver(other, run));
     });
+    const TerminationSignals terminationSignals;
+    QObject::connect(
+        &terminationSignals, &TerminationSignals::requested, &application, &QCoreApplication::quit);
     program.start();
     return QApplication::exec();
 }

@@ -8,6 +8,7 @@ namespace lumora {
 class NoReminders final : public MeetingReminders {
 public:
     QCoro::Task<> requestAuthorization() override { co_return; }
+
     void scheduleUpcoming(const Briefing&) override {}
 };
 

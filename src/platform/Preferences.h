@@ -21,6 +21,9 @@ public:
 Q_SIGNALS:
     /// Some preference may have changed, here or by another program's hand.
     void changed();
+
+    /// It was another program's hand. Follows `changed`.
+    void changedElsewhere();
 };
 
 } // namespace lumora

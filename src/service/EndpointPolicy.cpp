@@ -14,6 +14,15 @@ tl::expected<QUrl, LumoError> parseEndpoint(const QString& endpoint) {
     return url;
 }
 
+QString actionEndpoint(const QString& endpoint) {
+    QStringView rest = QStringView(endpoint).trimmed();
+    while (rest.startsWith(u'/'))
+        rest = rest.sliced(1);
+    while (rest.endsWith(u'/'))
+        rest.chop(1);
+    return rest.toString() + u"/action"_s;
+}
+
 tl::expected<void, LumoError> checkTokenMayGoTo(const QUrl& url) {
     const bool overTls = url.scheme() == u"https"_s;
     const bool toThisComputer = url.scheme() == u"http"_s && isLoopbackHost(url.host());

@@ -7,6 +7,9 @@
 #include "service/KeychainService.h"
 #include "service/ReplyClassification.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include <algorithm>
 
 namespace lumora {
@@ -29,6 +32,13 @@ HttpRequest authenticatedRequest(
     return request;
 }
 
+QByteArray toJson(const LumoAction& action) {
+    QJsonObject object;
+    for (const auto& [name, value] : action.body().asKeyValueRange())
+        object.insert(name, value);
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
 } // namespace
 
 LumoService::LumoService(HttpTransport& transport, KeychainService& keychain, Clock& clock)
@@ -46,6 +56,15 @@ QCoro::Task<tl::expected<Briefing, LumoError>> LumoService::fetchBriefing(QStrin
     if (!briefing)
         co_return tl::unexpected(LumoError::invalidResponse());
     co_return *std::move(briefing);
+}
+
+QCoro::Task<tl::expected<ActionResult, LumoError>>
+LumoService::perform(LumoAction action, QString endpoint) {
+    auto sending = send(actionEndpoint(endpoint), "POST", toJson(action), maximumTries);
+    const Bytes reply = co_await sending;
+    if (!reply)
+        co_return tl::unexpected(reply.error());
+    co_return decodeActionResult(*reply);
 }
 
 QCoro::Task<LumoService::Bytes> LumoService::send(

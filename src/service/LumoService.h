@@ -1,6 +1,8 @@
 #pragma once
 
 #include "model/Briefing.h"
+#include "service/ActionResult.h"
+#include "service/LumoAction.h"
 #include "service/LumoError.h"
 
 #include <QCoroTask>
@@ -32,6 +34,10 @@ public:
     /// Fetches the briefing from `endpoint`, the text as the user typed it. A failure that may pass
     /// is tried again, three tries in all. A body that is no briefing is an invalidResponse.
     QCoro::Task<tl::expected<Briefing, LumoError>> fetchBriefing(QString endpoint);
+
+    /// Posts `action` to the action endpoint beside the briefing's `endpoint`, with the same tries
+    /// as fetchBriefing. Every successful answer is a result, whatever its body says.
+    QCoro::Task<tl::expected<ActionResult, LumoError>> perform(LumoAction action, QString endpoint);
 
 private:
     using Bytes = tl::expected<QByteArray, LumoError>;

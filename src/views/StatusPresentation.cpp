@@ -1,6 +1,7 @@
 #include "views/StatusPresentation.h"
 
 #include "model/MeetingSelection.h"
+#include "platform/UrlOpener.h"
 #include "views/Formatters.h"
 #include "views/TextShortening.h"
 
@@ -13,8 +14,7 @@ namespace {
 const QString separator = u" · "_s;
 constexpr std::size_t menuTitleCharacters = 48;
 
-std::optional<BriefEvent>
-labelMeeting(const std::optional<Briefing>& lastGood, Instant now) {
+std::optional<BriefEvent> labelMeeting(const std::optional<Briefing>& lastGood, Instant now) {
     return lastGood ? MenuBarLabel::meeting(*lastGood, now) : std::nullopt;
 }
 
@@ -42,8 +42,8 @@ QString timing(const StatusInputs& inputs, const BriefEvent& meeting) {
     QString text;
     if (*meeting.start > inputs.now) {
         const QString left = Formatters::countdown(*meeting.start, inputs.now);
-        text = (left == u"now" ? u"Now"_s : u"In "_s + left) + u", at "_s
-             + clockText(inputs, *meeting.start);
+        text = (left == u"now" ? u"Now"_s : u"In "_s + left) + u", at "_s +
+               clockText(inputs, *meeting.start);
     } else if (meeting.end) {
         text = u"Until "_s + clockText(inputs, *meeting.end);
     }
@@ -110,8 +110,7 @@ QList<StatusMenuRow> menu(const StatusInputs& inputs) {
 
 } // namespace
 
-std::optional<BriefEvent>
-offeredMeeting(const std::optional<Briefing>& lastGood, Instant now) {
+std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood, Instant now) {
     if (auto meeting = labelMeeting(lastGood, now))
         return meeting;
     return lastGood ? nextMeeting(*lastGood, now, backgroundThreshold) : std::nullopt;
@@ -121,12 +120,12 @@ std::optional<QUrl> joinUrl(const BriefEvent& meeting) {
     if (!meeting.meetingUrl || meeting.meetingUrl->isEmpty())
         return std::nullopt;
     QUrl url(*meeting.meetingUrl, QUrl::StrictMode);
-    return url.isValid() ? std::optional(std::move(url)) : std::nullopt;
+    return isSafeLink(url) ? std::optional(std::move(url)) : std::nullopt;
 }
 
 StatusItemContent statusItemContent(const StatusInputs& inputs) {
-    const auto mode = MenuBarLabel::mode(
-        inputs.lastGood, inputs.state, inputs.now, inputs.menuBarAmbient);
+    const auto mode =
+        MenuBarLabel::mode(inputs.lastGood, inputs.state, inputs.now, inputs.menuBarAmbient);
     auto text = MenuBarLabel::text(mode);
     // A meeting may lack a title, and a place for text must not be taken by none.
     if (text && text->isEmpty())

@@ -39,8 +39,8 @@ TEST_F(AppStateTest, FetchesAsSoonAsItExists) {
 }
 
 TEST_F(AppStateTest, StartsWithNothing) {
-    state.emplace(AppState::Collaborators{
-        clock, preferences, secrets, keychain, service, reminders, wake});
+    state.emplace(
+        AppState::Collaborators{clock, preferences, secrets, keychain, service, reminders, wake});
     EXPECT_TRUE(state->state().isIdle());
     EXPECT_FALSE(state->lastGood());
     EXPECT_FALSE(state->lastUpdated());
@@ -189,6 +189,19 @@ TEST_F(AppStateTest, ATokenThatBecomesReadableRestartsThePolling) {
     Q_EMIT secrets.readable();
     settle();
     EXPECT_EQ(requestCount(), 1U);
+}
+
+TEST_F(AppStateTest, PreferencesThatAnotherProgramChangedRestartThePolling) {
+    startLoaded(1);
+    preferences.setValue(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
+    preferences.setValue(u"refreshMinutes"_s, u"30"_s);
+    settle();
+    EXPECT_EQ(requestCount(), 1U);
+    Q_EMIT preferences.changedElsewhere();
+    settle();
+    ASSERT_EQ(requestCount(), 2U);
+    EXPECT_EQ(transport.requests()[1].url.host(), u"other.example"_s);
+    EXPECT_EQ(clock.timerIntervals(), std::vector<std::chrono::seconds>{1800s});
 }
 
 TEST_F(AppStateTest, TheEndpointIsReadAfreshOnEveryUse) {

@@ -27,15 +27,18 @@ TEST(CommandLine, RunsWithoutArguments) {
 TEST(CommandLine, Demo) {
     EXPECT_EQ(parsed({u"--demo"_s}), Command((RunCommand{true, {}})));
     EXPECT_EQ(
-        parsed({u"--demo"_s, u"--scenario"_s, u"empty"_s}), Command((RunCommand{true, u"empty"_s})));
-    EXPECT_EQ(parsed({u"--scenario=flaky"_s, u"--demo"_s}), Command((RunCommand{true, u"flaky"_s})));
+        parsed({u"--demo"_s, u"--scenario"_s, u"empty"_s}),
+        Command((RunCommand{true, u"empty"_s})));
+    EXPECT_EQ(
+        parsed({u"--scenario=flaky"_s, u"--demo"_s}), Command((RunCommand{true, u"flaky"_s})));
     EXPECT_EQ(complaint({u"--scenario"_s, u"empty"_s}), u"--scenario goes with --demo"_s);
 }
 
 TEST(CommandLine, Status) {
     using Format = StatusCommand::Format;
     EXPECT_EQ(parsed({u"status"_s}), Command(StatusCommand{Format::Text}));
-    EXPECT_EQ(parsed({u"status"_s, u"--format"_s, u"json"_s}), Command(StatusCommand{Format::Json}));
+    EXPECT_EQ(
+        parsed({u"status"_s, u"--format"_s, u"json"_s}), Command(StatusCommand{Format::Json}));
     EXPECT_EQ(parsed({u"status"_s, u"--format=text"_s}), Command(StatusCommand{Format::Text}));
     EXPECT_EQ(
         complaint({u"status"_s, u"--format=yaml"_s}),
@@ -53,11 +56,10 @@ TEST(CommandLine, PlainCommands) {
 TEST(CommandLine, UnknownArgumentsAreNamed) {
     const QList<QPair<QStringList, QString>> cases{
         {{u"--nonsense"_s}, u"--nonsense"_s},
+        {{u"--format"_s}, u"--format"_s},
         {{u"dance"_s}, u"dance"_s},
         {{u"--demo"_s, u"x"_s}, u"x"_s},
-        {{u"--demo"_s, u"--scenario"_s}, u"--scenario"_s},
         {{u"status"_s, u"--loud"_s}, u"--loud"_s},
-        {{u"status"_s, u"--format"_s}, u"--format"_s},
         {{u"refresh"_s, u"now"_s}, u"now"_s},
         {{u"quit"_s, u"--force"_s}, u"--force"_s},
         {{u"--help"_s, u"x"_s}, u"x"_s},
@@ -66,4 +68,12 @@ TEST(CommandLine, UnknownArgumentsAreNamed) {
     for (const auto& [arguments, culprit] : cases)
         EXPECT_EQ(
             complaint(arguments), u"unknown argument \"%1\"; see lumora --help"_s.arg(culprit));
+}
+
+TEST(CommandLine, AnOptionWithoutItsValueIsNamed) {
+    EXPECT_EQ(
+        complaint({u"--demo"_s, u"--scenario"_s}),
+        u"--scenario needs a value; see lumora --help"_s);
+    EXPECT_EQ(
+        complaint({u"status"_s, u"--format"_s}), u"--format needs a value; see lumora --help"_s);
 }

@@ -10,6 +10,7 @@ namespace lumora::tests {
 class FakeStatusItem final : public StatusItem {
 public:
     void show(const StatusItemContent& content) override { contents.push_back(content); }
+
     QString unavailableReason() const override { return {}; }
 
     std::vector<StatusItemContent> contents; ///< everything shown, in order

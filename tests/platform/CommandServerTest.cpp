@@ -81,6 +81,16 @@ TEST_F(CommandServerTest, OnlyOneProcessIsTheRunningOne) {
     EXPECT_FALSE(second.claim());
 }
 
+TEST_F(CommandServerTest, AnswersNobodyBeforeItIsTheRunningOne) {
+    const QDBusConnection serverBus = bus.connect();
+    CommandServer server(handlers(), serverBus);
+    const auto quit = client.asyncCall(QDBusMessage::createMethodCall(
+        serverBus.baseService(), commandPath, commandInterface, u"Quit"_s));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return quit.isFinished(); }));
+    EXPECT_EQ(QDBusPendingReply<>(quit).error().type(), QDBusError::UnknownObject);
+    EXPECT_EQ(quits, 0);
+}
+
 TEST_F(CommandServerTest, TheNameIsFreeAgainAfterwards) {
     { CommandServer(handlers(), bus.connect()).claim(); }
     CommandServer next(handlers(), bus.connect());

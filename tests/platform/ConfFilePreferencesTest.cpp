@@ -69,13 +69,14 @@ protected:
     /// Lets everything that is still on its way arrive.
     void settle() { QTest::qWait(150); }
 
-    /// Whether one change is told of, and only one, after the command has run.
+    /// Whether one change by another program is told of, and only one, after the command has run.
     bool isToldOf(const QString& command) {
         QSignalSpy changed(&store, &Preferences::changed);
+        const QSignalSpy changedElsewhere(&store, &Preferences::changedElsewhere);
         shell(command);
         const bool told = changed.count() > 0 || changed.wait();
         settle();
-        return told && changed.count() == 1;
+        return told && changed.count() == 1 && changedElsewhere.count() == 1;
     }
 
     ConfFilePreferences store{path};
@@ -248,10 +249,12 @@ TEST_F(ConfFileWatching, StaysSilentWhenNothingChanged) {
 
 TEST_F(ConfFileWatching, TellsOnceOfAnOwnWrite) {
     QSignalSpy changed(&store, &Preferences::changed);
+    const QSignalSpy changedElsewhere(&store, &Preferences::changedElsewhere);
     ASSERT_TRUE(store.setValue(u"a"_s, u"1"_s));
     ASSERT_TRUE(store.setValue(u"a"_s, u"2"_s));
     settle();
     EXPECT_EQ(changed.count(), 2);
+    EXPECT_EQ(changedElsewhere.count(), 0);
 }
 
 TEST_F(ConfFileWatching, OutlivesTheRemovalOfItsFolder) {
@@ -260,6 +263,7 @@ TEST_F(ConfFileWatching, OutlivesTheRemovalOfItsFolder) {
     QSignalSpy changed(&store, &Preferences::changed);
     shell(u"mkdir \"$(dirname \"$F\")\""_s);
     settle();
+    EXPECT_EQ(changed.count(), 0);
     EXPECT_TRUE(isToldOf(u"printf '[General]\\na=3\\n' > \"$F\""_s));
     EXPECT_EQ(store.value(u"a"_s), u"3"_s);
 }

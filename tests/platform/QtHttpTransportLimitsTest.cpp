@@ -17,6 +17,13 @@ constexpr HttpLimits smallBodies{5s, 10s, 1000};
 
 } // namespace
 
+TEST(QtHttpTransportLimits, AreFifteenSecondsThirtySecondsAndSixteenMebibytes) {
+    constexpr HttpLimits limits;
+    EXPECT_EQ(limits.inactivity, 15s);
+    EXPECT_EQ(limits.total, 30s);
+    EXPECT_EQ(limits.bodyBytes, 16'777'216);
+}
+
 TEST(QtHttpTransportLimits, SilenceEndsTheExchange) {
     ScriptedServer server([](QTcpSocket&, const QByteArray&) {});
     const HttpOutcome outcome = fetch(get(server.url(u"/"_s)), {500ms, 10s});

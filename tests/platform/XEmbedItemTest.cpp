@@ -1,6 +1,9 @@
 #include "platform/linux/XEmbedItem.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QPixmap>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -47,6 +50,38 @@ TEST_F(XEmbedItemTest, LeavesTheTrayAloneUntilItIsWanted) {
     EXPECT_EQ(m_looks, 0); // not before the grace is over
     EXPECT_TRUE(m_shown.wait());
     EXPECT_TRUE(m_item.isShown());
+}
+
+TEST_F(XEmbedItemTest, LeavesTheMenuAloneWhileItsRowsStay) {
+    StatusItemContent content{
+        .symbol = u"calendar"_s,
+        .text = {},
+        .title = u"Lumora"_s,
+        .toolTipTitle = u"Lumora"_s,
+        .toolTipBody = u"Updated 1m ago"_s,
+        .menu = {{StatusMenuRow::Kind::Action, u"quit"_s, u"Quit"_s}}};
+    m_item.setContent(content);
+    m_item.setWanted(true);
+    ASSERT_TRUE(m_shown.wait());
+    const auto rows = [] {
+        QList<QPointer<QAction>> actions;
+        for (QWidget* const widget : QApplication::topLevelWidgets()) {
+            for (QAction* const action : widget->actions())
+                actions += action;
+        }
+        return actions;
+    };
+    const auto before = rows();
+    ASSERT_EQ(before.size(), 1);
+
+    content.toolTipBody = u"Updated 2m ago"_s;
+    m_item.setContent(content);
+    EXPECT_EQ(rows(), before);
+
+    content.menu[0].label = u"End"_s;
+    m_item.setContent(content);
+    ASSERT_EQ(rows().size(), 1);
+    EXPECT_EQ(rows()[0]->text(), u"End"_s);
 }
 
 TEST_F(XEmbedItemTest, AppearsWhenATrayDoes) {

@@ -54,3 +54,21 @@ TEST(EndpointPolicy, TheTokenMayGoNowhereElse) {
         EXPECT_EQ(checkTokenMayGoTo(*parseEndpoint(text)), tl::unexpected(refusal))
             << qPrintable(text);
 }
+
+TEST(EndpointPolicy, ActionsGoOneSegmentBelow) {
+    const std::pair<QString, QString> rows[] = {
+        {u"https://e.com/api/briefing"_s, u"https://e.com/api/briefing/action"_s},
+        {u"https://e.com/api/briefing/"_s, u"https://e.com/api/briefing/action"_s},
+        {u" \t\n https://e.com/api/briefing///  \n"_s, u"https://e.com/api/briefing/action"_s},
+        {u"//https://e.com//api//"_s, u"https://e.com//api/action"_s},
+        {u"https://e.com"_s, u"https://e.com/action"_s},
+        {u"https://e.com/b?user=1"_s, u"https://e.com/b?user=1/action"_s},
+        {u"https://e.com/b?user=1/#top/"_s, u"https://e.com/b?user=1/#top/action"_s},
+        // White space inside the slashes stays, and makes the text no address.
+        {u" / https://e.com / "_s, u" https://e.com /action"_s},
+        {u"  "_s, u"/action"_s},
+        {u" /// "_s, u"/action"_s},
+    };
+    for (const auto& [endpoint, expected] : rows)
+        EXPECT_EQ(actionEndpoint(endpoint), expected) << qPrintable(endpoint);
+}

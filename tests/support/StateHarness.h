@@ -27,8 +27,8 @@ inline QByteArray briefingBody(double generatedAt) {
 class StateHarness {
 public:
     StateHarness() {
-        preferences.setValue(QStringLiteral("endpointURL"),
-                             QStringLiteral("https://day.example/api/briefing"));
+        preferences.setValue(
+            QStringLiteral("endpointURL"), QStringLiteral("https://day.example/api/briefing"));
         keychain.setToken(QStringLiteral("t0ken"));
     }
 

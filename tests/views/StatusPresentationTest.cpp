@@ -105,8 +105,7 @@ TEST_F(StatusPresentationTest, AnAmbientFigureIsSpelledOut) {
 
 TEST_F(StatusPresentationTest, ALaterMeetingIsAnnouncedBelowTheFigure) {
     load({meeting(u"Review"_s, 125min)});
-    EXPECT_EQ(
-        content().toolTipBody, u"Next: Review\nIn 2h5m, at 11:05 am\nUpdated 4m ago"_s);
+    EXPECT_EQ(content().toolTipBody, u"Next: Review\nIn 2h5m, at 11:05 am\nUpdated 4m ago"_s);
 }
 
 TEST_F(StatusPresentationTest, AFailureAfterASuccessIsTold) {
@@ -119,24 +118,25 @@ TEST_F(StatusPresentationTest, AFailureAfterASuccessIsTold) {
 TEST_F(StatusPresentationTest, TheMenuOffersEverythingThatAClickWould) {
     load({});
     EXPECT_EQ(
-        labels(), (QStringList{u"Open Lumora"_s, u"-"_s, u"Refresh"_s, u"Settings"_s, u"-"_s,
-                               u"Quit"_s}));
+        labels(),
+        (QStringList{u"Open Lumora"_s, u"-"_s, u"Refresh"_s, u"Settings"_s, u"-"_s, u"Quit"_s}));
 }
 
 TEST_F(StatusPresentationTest, TheMenuOffersTheNextMeeting) {
     load({meeting(u"Review"_s, 125min)});
     EXPECT_EQ(
-        labels(),
-        (QStringList{u"Open Lumora"_s, u"-"_s, u"11:05 am · Review"_s, u"Join Review"_s, u"-"_s,
-                     u"Refresh"_s, u"Settings"_s, u"-"_s, u"Quit"_s}));
+        labels(), (QStringList{
+                      u"Open Lumora"_s, u"-"_s, u"11:05 am · Review"_s, u"Join Review"_s, u"-"_s,
+                      u"Refresh"_s, u"Settings"_s, u"-"_s, u"Quit"_s}));
     EXPECT_EQ(content().menu[2].kind, StatusMenuRow::Kind::Text);
     EXPECT_EQ(content().menu[3].command, StatusCommands::join);
 }
 
 TEST_F(StatusPresentationTest, WithoutALinkThereIsNothingToJoin) {
     load({meeting(u"Review"_s, 5min)});
-    for (const auto& link : {std::optional<QString>(), std::optional(u""_s),
-                             std::optional(u"http://[nowhere"_s)}) {
+    for (const auto& link :
+         {std::optional<QString>(), std::optional(u""_s), std::optional(u"http://[nowhere"_s),
+          std::optional(u"meet"_s), std::optional(u"file:///etc/passwd"_s)}) {
         briefing->eventsToday[0].meetingUrl = link;
         EXPECT_FALSE(labels().contains(u"Join Review"_s));
         EXPECT_TRUE(labels().contains(u"9:05 am · Review"_s));

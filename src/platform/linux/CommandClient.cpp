@@ -5,8 +5,6 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
-#include <chrono>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -15,8 +13,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr std::chrono::milliseconds answerLimit = 10s;
+
 // A refresh may take three tries of 30 seconds and the waits between them.
-constexpr std::chrono::milliseconds answerLimit = 2min;
+constexpr std::chrono::milliseconds refreshLimit = 2min;
 
 QString firstText(const QVariantList& values) {
     return values.value(0).toString();
@@ -32,31 +32,31 @@ bool CommandClient::isRunning() const {
 }
 
 tl::expected<QString, CommandClient::Failure> CommandClient::status() {
-    return call(u"Status"_s, {}).map(firstText);
+    return call(u"Status"_s, {}, answerLimit).map(firstText);
 }
 
 tl::expected<QString, CommandClient::Failure> CommandClient::refresh() {
-    return call(u"Refresh"_s, {}).map(firstText);
+    return call(u"Refresh"_s, {}, refreshLimit).map(firstText);
 }
 
-tl::expected<void, CommandClient::Failure>
-CommandClient::open(const QByteArray& activationToken) {
-    return call(u"Open"_s, {QString::fromUtf8(activationToken)}).map([](const auto&) {});
+tl::expected<void, CommandClient::Failure> CommandClient::open(const QByteArray& activationToken) {
+    return call(u"Open"_s, {QString::fromUtf8(activationToken)}, answerLimit).map([](const auto&) {
+    });
 }
 
 tl::expected<void, CommandClient::Failure> CommandClient::quit() {
-    return call(u"Quit"_s, {}).map([](const auto&) {});
+    return call(u"Quit"_s, {}, answerLimit).map([](const auto&) {});
 }
 
-tl::expected<QVariantList, CommandClient::Failure>
-CommandClient::call(const QString& method, const QVariantList& arguments) {
+tl::expected<QVariantList, CommandClient::Failure> CommandClient::call(
+    const QString& method, const QVariantList& arguments, std::chrono::milliseconds limit) {
     if (!isRunning())
         return tl::unexpected(Failure::NotRunning);
     auto message =
         QDBusMessage::createMethodCall(commandService, commandPath, commandInterface, method);
     message.setArguments(arguments);
     message.setAutoStartService(false);
-    const auto reply = m_bus.call(message, QDBus::Block, int(answerLimit.count()));
+    const auto reply = m_bus.call(message, QDBus::Block, int(limit.count()));
     if (reply.type() != QDBusMessage::ReplyMessage)
         return tl::unexpected(Failure::NoAnswer);
     return reply.arguments();

@@ -7,6 +7,8 @@
 
 #include <tl/expected.hpp>
 
+#include <chrono>
+
 namespace lumora {
 
 /// Asks the running program. Every call waits for the answer: this is for short-lived processes.
@@ -22,16 +24,22 @@ public:
     /// Whether a process owns the program's name.
     bool isRunning() const;
 
+    /// What the status area shows, as one JSON object.
     tl::expected<QString, Failure> status();
 
-    /// The value is the failure's message, empty on success.
+    /// Has the program fetch the briefing, and waits for the end of that. The value is the
+    /// failure's message, empty on success.
     tl::expected<QString, Failure> refresh();
 
+    /// Has the program open its panel. The token lets it come to the front; empty: there is none.
     tl::expected<void, Failure> open(const QByteArray& activationToken);
+
+    /// Has the program end.
     tl::expected<void, Failure> quit();
 
 private:
-    tl::expected<QVariantList, Failure> call(const QString& method, const QVariantList& arguments);
+    tl::expected<QVariantList, Failure>
+    call(const QString& method, const QVariantList& arguments, std::chrono::milliseconds limit);
 
     QDBusConnection m_bus;
 };

@@ -12,8 +12,6 @@ CommandServer::CommandServer(CommandHandlers handlers, QDBusConnection bus)
     : m_bus(std::move(bus))
     , m_handlers(std::move(handlers)) {
     new CommandAdaptor(this);
-    if (m_bus.isConnected())
-        m_bus.registerObject(commandPath, this);
 }
 
 CommandServer::~CommandServer() {
@@ -24,7 +22,14 @@ CommandServer::~CommandServer() {
 }
 
 bool CommandServer::claim() {
-    return !m_bus.isConnected() || m_bus.registerService(commandService);
+    if (!m_bus.isConnected())
+        return true;
+    // In place before the name: whoever sees the name may call at once.
+    m_bus.registerObject(commandPath, this);
+    if (m_bus.registerService(commandService))
+        return true;
+    m_bus.unregisterObject(commandPath);
+    return false;
 }
 
 QString CommandServer::Status() {

@@ -17,8 +17,10 @@ struct CommandHandlers {
     /// Refreshes and then calls `done` with the failure's message, empty on success.
     std::function<void(std::function<void(QString)> done)> refresh;
 
+    /// Opens the panel; the token is empty where the caller had none.
     std::function<void(QByteArray activationToken)> open;
-    std::function<void()> quit;
+
+    std::function<void()> quit; ///< ends the program
 };
 
 /// Answers commands on the session bus. Owning the program's name there is what makes a process
@@ -31,8 +33,8 @@ public:
         CommandHandlers handlers, QDBusConnection bus = QDBusConnection::sessionBus());
     ~CommandServer() override;
 
-    /// Takes the program's name; false when another process has it. Without a bus nobody can ask
-    /// and nobody can be in the way, so that counts as taken.
+    /// Takes the program's name and answers from then on; false when another process has it.
+    /// Without a bus nobody can ask and nobody can be in the way, so that counts as taken.
     bool claim();
 
     // The methods of the D-Bus interface.

@@ -56,7 +56,8 @@ ConfFilePreferences::ConfFilePreferences(const QString& path)
     m_settling.setInterval(settlingTime);
     connect(&m_settling, &QTimer::timeout, this, [this] {
         watch();
-        announce(read().bytes);
+        if (announce(read().bytes))
+            Q_EMIT changedElsewhere();
     });
     // Started once per burst, not anew by each event, so that constant traffic cannot hold it off.
     const auto settle = [this] {
@@ -156,11 +157,12 @@ void ConfFilePreferences::watch() {
     }
 }
 
-void ConfFilePreferences::announce(const QByteArray& bytes) {
+bool ConfFilePreferences::announce(const QByteArray& bytes) {
     if (bytes == m_announced)
-        return;
+        return false;
     m_announced = bytes;
     Q_EMIT changed();
+    return true;
 }
 
 } // namespace lumora

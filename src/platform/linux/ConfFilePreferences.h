@@ -40,7 +40,9 @@ private:
     bool setAside(const QByteArray& bytes) const;
     bool write(const QByteArray& bytes);
     void watch();
-    void announce(const QByteArray& bytes);
+
+    /// Tells listeners, unless `bytes` are what they know; whether it did.
+    bool announce(const QByteArray& bytes);
 
     const QString m_path;
     QByteArray m_announced; ///< the bytes that listeners were last told about

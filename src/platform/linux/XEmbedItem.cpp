@@ -34,10 +34,13 @@ XEmbedItem::XEmbedItem(Options options, QObject* parent)
 XEmbedItem::~XEmbedItem() = default;
 
 void XEmbedItem::setContent(const StatusItemContent& content) {
-    if (std::exchange(m_content, content) == content)
+    const StatusItemContent before = std::exchange(m_content, content);
+    if (!m_tray || before == content)
         return;
-    if (m_tray)
-        update();
+    m_tray->setToolTip(toolTipMarkup(m_content));
+    // The menu may be open.
+    if (before.menu != content.menu)
+        fillMenu();
 }
 
 void XEmbedItem::setIcon(const QIcon& icon) {
@@ -65,7 +68,8 @@ void XEmbedItem::look() {
     m_tray = std::make_unique<QSystemTrayIcon>(m_icon);
     m_tray->setContextMenu(m_menu.get());
     connect(m_tray.get(), &QSystemTrayIcon::activated, this, &XEmbedItem::onPressed);
-    update();
+    m_tray->setToolTip(toolTipMarkup(m_content));
+    fillMenu();
     m_tray->show();
     Q_EMIT shown();
 }
@@ -74,11 +78,6 @@ void XEmbedItem::onPressed(QSystemTrayIcon::ActivationReason reason) {
     // The menu opens by itself, and a double click began with a press that has been reported.
     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick)
         Q_EMIT activated(QCursor::pos());
-}
-
-void XEmbedItem::update() {
-    m_tray->setToolTip(toolTipMarkup(m_content));
-    fillMenu();
 }
 
 void XEmbedItem::fillMenu() {

@@ -50,7 +50,6 @@ private:
     void look();
     void onPressed(QSystemTrayIcon::ActivationReason reason);
     void fillMenu();
-    void update();
 
     std::function<bool()> m_trayExists;
     std::chrono::milliseconds m_grace;

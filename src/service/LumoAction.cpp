@@ -1,0 +1,26 @@
+#include "service/LumoAction.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+LumoAction::LumoAction(Body body)
+    : m_body(std::move(body)) {}
+
+LumoAction LumoAction::habitToggle(const QString& id) {
+    return LumoAction({{u"type"_s, u"habit.toggle"_s}, {u"id"_s, id}});
+}
+
+LumoAction LumoAction::choreDone(const QString& id) {
+    return LumoAction({{u"type"_s, u"chore.done"_s}, {u"id"_s, id}});
+}
+
+LumoAction LumoAction::capture(const QString& text) {
+    return LumoAction({{u"type"_s, u"capture"_s}, {u"text"_s, text}});
+}
+
+LumoAction LumoAction::spendingRefresh() {
+    return LumoAction({{u"type"_s, u"spending.refresh"_s}});
+}
+
+} // namespace lumora

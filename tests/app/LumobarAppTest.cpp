@@ -1,0 +1,149 @@
+#include "app/LumobarApp.h"
+
+#include "fakes/FakeClock.h"
+#include "fakes/FakeHttpTransport.h"
+#include "fakes/FakeStatusItem.h"
+#include "fakes/RecordingReminders.h"
+#include "fakes/RecordingUrlOpener.h"
+#include "platform/MemoryPreferences.h"
+#include "platform/MemorySecretStore.h"
+#include "platform/linux/CommandAddress.h"
+#include "support/PrivateBus.h"
+#include "support/ScopedEnvironment.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// The program over fakes, on the session bus that this test program has to itself.
+class LumobarAppTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        bus = std::make_unique<PrivateBus>();
+        environment = std::make_unique<ScopedEnvironment>(
+            "DBUS_SESSION_BUS_ADDRESS", bus->address().toUtf8());
+    }
+
+    static void TearDownTestSuite() {
+        environment.reset();
+        bus.reset();
+    }
+
+    void SetUp() override {
+        PlatformFamily family;
+        clock = keep(family.clock, std::make_unique<FakeClock>());
+        transport = keep(family.transport, std::make_unique<FakeHttpTransport>());
+        item = keep(family.statusItem, std::make_unique<FakeStatusItem>());
+        family.urls = std::make_unique<RecordingUrlOpener>();
+        reminders = keep(family.reminders, std::make_unique<RecordingReminders>());
+        family.preferences = std::make_unique<MemoryPreferences>();
+        family.preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
+        family.secrets = std::make_unique<MemorySecretStore>();
+        KeychainService(*family.secrets).setToken(u"t0ken"_s);
+        family.wake = std::make_unique<WakeMonitor>();
+        program = std::make_unique<LumobarApp>(std::move(family));
+    }
+
+    template <typename Interface, typename Fake>
+    static Fake* keep(std::unique_ptr<Interface>& place, std::unique_ptr<Fake> fake) {
+        Fake* const kept = fake.get();
+        place = std::move(fake);
+        return kept;
+    }
+
+    /// Starts the program and lets a status area take the item.
+    void begin() {
+        program->start();
+        Q_EMIT item->shown();
+        QCoreApplication::processEvents();
+    }
+
+    QDBusPendingCall command(const QString& method) {
+        return client.asyncCall(
+            QDBusMessage::createMethodCall(commandService, commandPath, commandInterface, method));
+    }
+
+    static inline std::unique_ptr<PrivateBus> bus;
+    static inline std::unique_ptr<ScopedEnvironment> environment;
+    QDBusConnection client = bus->connect();
+    FakeClock* clock = nullptr;
+    FakeHttpTransport* transport = nullptr;
+    FakeStatusItem* item = nullptr;
+    RecordingReminders* reminders = nullptr;
+    std::unique_ptr<LumobarApp> program;
+};
+
+} // namespace
+
+TEST_F(LumobarAppTest, ShowsTheItemBeforeAnyRequest) {
+    program->start();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(item->contents.size(), 1U);
+    EXPECT_TRUE(transport->requests().empty());
+}
+
+TEST_F(LumobarAppTest, BeginsOnceAStatusAreaShowsTheItem) {
+    begin();
+    EXPECT_EQ(transport->requests().size(), 1U);
+    EXPECT_EQ(reminders->authorizationRequests, 1);
+    Q_EMIT item->shown();
+    clock->advance(1s);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(transport->requests().size(), 1U);
+    EXPECT_EQ(reminders->authorizationRequests, 1);
+}
+
+TEST_F(LumobarAppTest, BeginsWithoutAStatusAreaAfterAMoment) {
+    program->start();
+    clock->advance(299ms);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(transport->requests().empty());
+    clock->advance(1ms);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(transport->requests().size(), 1U);
+}
+
+TEST_F(LumobarAppTest, StepsBackWhereAnotherProcessRuns) {
+    ASSERT_TRUE(client.registerService(commandService));
+    const QSignalSpy superseded(program.get(), &LumobarApp::superseded);
+    begin();
+    EXPECT_EQ(superseded.count(), 1);
+    EXPECT_TRUE(transport->requests().empty());
+    EXPECT_TRUE(client.unregisterService(commandService));
+}
+
+TEST_F(LumobarAppTest, TheMenuRefreshes) {
+    begin();
+    Q_EMIT item->commandChosen(u"refresh"_s, {});
+    EXPECT_EQ(transport->requests().size(), 2U);
+}
+
+// Ending completes whatever is under way, and none of it may find the program half gone.
+
+TEST_F(LumobarAppTest, MayEndBeforeItBegan) {
+    program->start();
+    program.reset();
+}
+
+TEST_F(LumobarAppTest, MayEndWhileItStillWaitsForAStatusArea) {
+    begin();
+    EXPECT_EQ(clock->pendingWaitCount(), 1U);
+    program.reset();
+}
+
+TEST_F(LumobarAppTest, MayEndWhileSomebodyWaitsForARefresh) {
+    begin();
+    const auto refresh = command(u"Refresh"_s);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return transport->requests().size() == 2; }));
+    program.reset();
+    EXPECT_FALSE(refresh.isFinished());
+}

@@ -1,0 +1,202 @@
+#include "e2e/ConfiguredProgram.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Outcome = ProgramHarness::Outcome;
+
+const QJsonObject answering{{u"state"_s, u"failed"_s}};
+
+void expectComplaint(const Outcome& outcome, int exitCode) {
+    EXPECT_EQ(outcome.exitCode, exitCode);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_TRUE(outcome.err.startsWith("lumora: ")) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.err.count('\n'), 1) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.err.endsWith('\n'));
+}
+
+/// A user who has set nothing up: the program runs, and says so.
+class CommandLineContract : public testing::Test {
+protected:
+    void startAnswering() {
+        lumora.start();
+        ASSERT_TRUE(lumora.comesToShow(answering));
+    }
+
+    ProgramHarness lumora;
+};
+
+class CommandLineContractWithABriefing : public ConfiguredProgram {};
+
+} // namespace
+
+TEST_F(CommandLineContract, TellsItsVersion) {
+    const auto outcome = lumora.run({u"--version"_s});
+    static const QRegularExpression line(u"^lumora \\d+\\.\\d+\\.\\d+\\n$"_s);
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_TRUE(line.match(QString::fromUtf8(outcome.out)).hasMatch());
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(CommandLineContract, ExplainsItself) {
+    const auto outcome = lumora.run({u"--help"_s});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_TRUE(outcome.out.startsWith("Usage: lumora "));
+    for (const char* word : {"status", "refresh", "quit", "--format", "--demo", "--scenario"})
+        EXPECT_TRUE(outcome.out.contains(word)) << word;
+}
+
+TEST_F(CommandLineContract, ComplainsInOneLineAboutWrongArguments) {
+    for (const QStringList& arguments :
+         {QStringList(u"--bogus"_s),
+          {u"bogus"_s},
+          {u"several\nlines"_s},
+          {u"refresh"_s, u"now"_s},
+          {u"quit"_s, u"now"_s},
+          {u"status"_s, u"--format"_s},
+          {u"status"_s, u"--format"_s, u"xml"_s},
+          {u"--scenario"_s, u"busy"_s}}) {
+        SCOPED_TRACE(arguments.join(u' ').toStdString());
+        expectComplaint(lumora.run(arguments), 2);
+    }
+}
+
+TEST_F(CommandLineContract, SaysWhenNothingRuns) {
+    for (const QStringList& arguments :
+         {QStringList(u"status"_s),
+          {u"status"_s, u"--format"_s, u"json"_s},
+          {u"refresh"_s},
+          {u"quit"_s}}) {
+        SCOPED_TRACE(arguments.join(u' ').toStdString());
+        const auto outcome = lumora.run(arguments);
+        expectComplaint(outcome, 3);
+        EXPECT_EQ(outcome.err, "lumora: Lumora is not running\n");
+    }
+}
+
+TEST_F(CommandLineContract, PrintsOneEmptyLineForALabelWithoutText) {
+    startAnswering();
+    const auto outcome = lumora.run({u"status"_s});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.out, "\n");
+}
+
+TEST_F(CommandLineContract, QuitEndsTheProgram) {
+    startAnswering();
+    const auto quit = lumora.run({u"quit"_s});
+    EXPECT_EQ(quit.exitCode, 0) << quit.err.toStdString();
+    const auto ended = lumora.waitForEnd();
+    EXPECT_EQ(ended.exitCode, 0);
+    EXPECT_EQ(ended.out, "");
+    EXPECT_EQ(ended.err, "");
+    EXPECT_EQ(lumora.run({u"status"_s}).exitCode, 3);
+}
+
+TEST_F(CommandLineContract, ASecondStartLeavesTheFirstRunning) {
+    startAnswering();
+    const QString first = lumora.uniqueName();
+    const auto second = lumora.run({});
+    EXPECT_EQ(second.exitCode, 0);
+    EXPECT_EQ(second.out, "");
+    EXPECT_EQ(second.err, "");
+    EXPECT_EQ(lumora.uniqueName(), first);
+    EXPECT_TRUE(lumora.comesToShow(answering));
+}
+
+TEST_F(CommandLineContract, OfTwoStartsAtOnceOneStays) {
+    lumora.start();
+    const auto rival = lumora.makeProcess();
+    rival->start();
+    const auto running = [&] {
+        return (rival->state() == QProcess::Running) +
+               (lumora.program().state() == QProcess::Running);
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return running() == 1; }, 20'000));
+    QProcess& loser = rival->state() == QProcess::Running ? lumora.program() : *rival;
+    EXPECT_EQ(ProgramHarness::finish(loser).exitCode, 0);
+    EXPECT_TRUE(lumora.comesToShow(answering));
+
+    EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
+    EXPECT_EQ(ProgramHarness::finish(*rival).exitCode, 0);
+    EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
+}
+
+TEST_F(CommandLineContract, RunsWithoutASessionBus) {
+    lumora.setVariable(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent/bus"_s);
+    const auto connections = [probe = lumora.systemBus().connect()] {
+        return probe.interface()->registeredServiceNames().value().size();
+    };
+    const auto before = connections();
+    lumora.start();
+    // It listens for the machine's waking, and is still there when its work has begun.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return connections() > before; }, 20'000));
+    const auto hasEnded = [&] { return lumora.program().state() == QProcess::NotRunning; };
+    EXPECT_FALSE(QTest::qWaitFor(hasEnded, 1000)) << lumora.waitForEnd().err.toStdString();
+
+    expectComplaint(lumora.run({u"status"_s}), 3);
+    lumora.program().terminate();
+    EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
+}
+
+TEST_F(CommandLineContractWithABriefing, StatusIsOneLineOfJson) {
+    leaveMeetingsBehind();
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    const auto outcome = lumora.run({u"status"_s, u"--format"_s, u"json"_s});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.out.count('\n'), 1);
+    EXPECT_TRUE(outcome.out.endsWith('\n'));
+
+    const QJsonObject status = QJsonDocument::fromJson(outcome.out).object();
+    QStringList keys{u"mode"_s,    u"symbol"_s,      u"text"_s,    u"tooltip"_s,    u"state"_s,
+                     u"message"_s, u"lastUpdated"_s, u"pending"_s, u"actionError"_s};
+    keys.sort();
+    EXPECT_EQ(status.keys(), keys);
+    EXPECT_TRUE(status.value(u"tooltip"_s).toString().startsWith(u"1 of 5 habits done\n"));
+    EXPECT_EQ(status.value(u"pending"_s), QJsonArray());
+    EXPECT_EQ(status.value(u"actionError"_s), QJsonValue(QJsonValue::Null));
+    static const QRegularExpression utc(u"^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\dZ$"_s);
+    EXPECT_TRUE(utc.match(status.value(u"lastUpdated"_s).toString()).hasMatch());
+}
+
+TEST_F(CommandLineContractWithABriefing, PrintsTheLabelAsText) {
+    leaveMeetingsBehind();
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    for (const QStringList& arguments :
+         {QStringList(u"status"_s),
+          {u"status"_s, u"--format"_s, u"text"_s},
+          {u"status"_s, u"--format=text"_s}}) {
+        const auto outcome = lumora.run(arguments);
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(outcome.out, "1/5\n");
+        EXPECT_EQ(outcome.err, "");
+    }
+}
+
+TEST_F(CommandLineContractWithABriefing, RefreshReturnsWhenTheFetchHasEnded) {
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    leaveMeetingsBehind();
+    const auto refreshed = lumora.run({u"refresh"_s});
+    EXPECT_EQ(refreshed.exitCode, 0);
+    EXPECT_EQ(refreshed.out, "");
+    EXPECT_EQ(refreshed.err, "");
+    EXPECT_EQ(lumora.status().value(u"text"_s), u"1/5"_s);
+
+    service.control({{u"scenario"_s, u"html"_s}});
+    const auto failed = lumora.run({u"refresh"_s});
+    expectComplaint(failed, 1);
+    EXPECT_EQ(failed.err, "lumora: Invalid response from server\n");
+}

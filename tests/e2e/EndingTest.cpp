@@ -1,0 +1,89 @@
+#include "e2e/ConfiguredProgram.h"
+#include "support/FakeWatcher.h"
+#include "support/ScriptedServer.h"
+
+#include <QTest>
+
+#include <csignal>
+
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A user whose service does what the test says, and whose desktop takes the item at once.
+class Ending : public testing::Test {
+protected:
+    void SetUp() override {
+        keyring.startUnlocked();
+        ASSERT_TRUE(storeToken(keyring, "a token"));
+        lumora.writePreferences({{u"endpointURL"_s, server.url(u"/api/briefing"_s).toString()}});
+    }
+
+    bool getsRequests(int count) {
+        return QTest::qWaitFor([&] { return server.requests().size() >= count; }, 20'000);
+    }
+
+    void expectCleanEnd() {
+        const auto ended = lumora.waitForEnd();
+        EXPECT_EQ(ended.exitCode, 0);
+        EXPECT_EQ(ended.out, "");
+        EXPECT_EQ(ended.err, "");
+        EXPECT_EQ(lumora.uniqueName(), QString());
+    }
+
+    ProgramHarness lumora;
+    RealKeyring keyring{lumora.sessionBus()};
+    FakeWatcher watcher{lumora.sessionBus().connect()};
+    QByteArray answer; ///< empty: none
+    ScriptedServer server{[this](QTcpSocket& connection, const QByteArray&) {
+        if (answer.isEmpty())
+            return;
+        connection.write(answer);
+        connection.disconnectFromHost();
+    }};
+};
+
+} // namespace
+
+TEST_F(Ending, QuitsRightAfterItsStart) {
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loading"_s}}));
+    EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
+    expectCleanEnd();
+}
+
+TEST_F(Ending, EndsAtOnceWhenTheSessionEndsIt) {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        SCOPED_TRACE(number);
+        lumora.start();
+        ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loading"_s}}));
+        ASSERT_EQ(::kill(pid_t(lumora.program().processId()), number), 0);
+        expectCleanEnd();
+    }
+}
+
+TEST_F(Ending, DoesNotWaitForARefresh) {
+    lumora.start();
+    ASSERT_TRUE(getsRequests(1));
+    const auto refresh = lumora.makeProcess();
+    refresh->setArguments({u"refresh"_s});
+    refresh->start();
+    ASSERT_TRUE(getsRequests(2));
+
+    EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
+    expectCleanEnd();
+    const auto refreshed = ProgramHarness::finish(*refresh);
+    EXPECT_EQ(refreshed.exitCode, 1);
+    EXPECT_EQ(refreshed.err, "lumora: Lumora does not answer\n");
+}
+
+TEST_F(Ending, DoesNotWaitForTheNextTry) {
+    answer = ScriptedServer::answer("503 Busy", {});
+    lumora.start();
+    ASSERT_TRUE(getsRequests(2));
+    // The third try is a second away.
+    EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
+    expectCleanEnd();
+    EXPECT_EQ(server.requests().size(), 2);
+}
