@@ -20,19 +20,29 @@ constexpr auto statusAreaGrace = 300ms;
 
 } // namespace
 
-LumobarApp::Session::Session(
-    PlatformFamily& family, KeychainService& keychain, LumoService& service)
+LumobarApp::Session::Session(LumobarApp& app)
     : state({
-          .clock = *family.clock,
-          .preferences = *family.preferences,
-          .secrets = *family.secrets,
-          .keychain = keychain,
-          .service = service,
-          .reminders = *family.reminders,
-          .wake = *family.wake,
+          .clock = *app.m_family.clock,
+          .preferences = *app.m_family.preferences,
+          .secrets = *app.m_family.secrets,
+          .keychain = app.m_keychain,
+          .service = app.m_service,
+          .reminders = *app.m_family.reminders,
+          .wake = *app.m_family.wake,
       })
-    , ticker(*family.clock)
-    , controller(state, ticker, *family.preferences, *family.statusItem) {}
+    , ticker(*app.m_family.clock)
+    , controller(state, ticker, *app.m_family.preferences, *app.m_family.statusItem)
+    , panel({
+          .state = state,
+          .ticker = ticker,
+          .preferences = *app.m_family.preferences,
+          .clock = *app.m_family.clock,
+          .urls = *app.m_family.urls,
+          .appearance = *app.m_family.appearance,
+          .compositing = *app.m_family.compositing,
+          .openSettings = [&app] { app.openSettings({}); },
+          .quit = [] { QCoreApplication::quit(); },
+      }) {}
 
 LumobarApp::LumobarApp(PlatformFamily family)
     : m_family(std::move(family))
@@ -41,8 +51,9 @@ LumobarApp::LumobarApp(PlatformFamily family)
     , m_delegate(*m_family.reminders, *m_family.urls)
     , m_commands(handlers()) {
     StatusItem* item = m_family.statusItem.get();
-    connect(item, &StatusItem::activated, this, [this](QPoint, const QByteArray& token) {
-        openPanel(token);
+    connect(item, &StatusItem::activated, this, [this](QPoint position, const QByteArray& token) {
+        if (m_session)
+            m_session->panel.toggle(position, token);
     });
     connect(item, &StatusItem::commandChosen, this, &LumobarApp::runCommand);
 }
@@ -67,7 +78,7 @@ void LumobarApp::begin() {
         Q_EMIT superseded();
         return;
     }
-    m_session.emplace(m_family, m_keychain, m_service);
+    m_session.emplace(*this);
     m_delegate.applicationDidFinishLaunching();
 }
 
@@ -75,7 +86,7 @@ CommandHandlers LumobarApp::handlers() {
     return {
         .status = [this] { return QString::fromUtf8(m_session->controller.report().toJson()); },
         .refresh = [this](auto done) { refresh(done); },
-        .open = [this](const QByteArray& token) { openPanel(token); },
+        .open = [this](const QByteArray& token) { m_session->panel.open(token); },
         .quit = [] { QCoreApplication::quit(); },
     };
 }
@@ -91,8 +102,8 @@ void LumobarApp::refresh(const std::function<void(QString)>& done) {
 void LumobarApp::runCommand(const QString& command, const QByteArray& activationToken) {
     if (command == StatusCommands::quit)
         QCoreApplication::quit();
-    else if (command == StatusCommands::open)
-        openPanel(activationToken);
+    else if (command == StatusCommands::open && m_session)
+        m_session->panel.openFromMenu(activationToken);
     else if (command == StatusCommands::join)
         joinMeeting(activationToken);
     else if (command == StatusCommands::settings)
@@ -100,8 +111,6 @@ void LumobarApp::runCommand(const QString& command, const QByteArray& activation
     else if (command == StatusCommands::refresh && m_session)
         m_session->state.refresh();
 }
-
-void LumobarApp::openPanel(const QByteArray&) {}
 
 void LumobarApp::openSettings(const QByteArray& activationToken) {
     if (m_family.preferencesFile.isEmpty())

@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/AppState.h"
+#include "app/PanelController.h"
 #include "app/StatusItemController.h"
 #include "app/Ticker.h"
 #include "platform/PlatformFamily.h"
@@ -34,17 +35,17 @@ Q_SIGNALS:
 private:
     /// What exists once work has begun.
     struct Session {
-        Session(PlatformFamily& family, KeychainService& keychain, LumoService& service);
+        explicit Session(LumobarApp& app);
 
         AppState state;
         Ticker ticker;
         StatusItemController controller;
+        PanelController panel;
     };
 
     void begin();
     void refresh(const std::function<void(QString)>& done);
     void runCommand(const QString& command, const QByteArray& activationToken);
-    void openPanel(const QByteArray& activationToken);
     void openSettings(const QByteArray& activationToken);
     void joinMeeting(const QByteArray& activationToken);
     CommandHandlers handlers();

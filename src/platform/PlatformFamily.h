@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/Compositing.h"
+#include "platform/DesktopAppearance.h"
 #include "platform/HttpTransport.h"
 #include "platform/MeetingReminders.h"
 #include "platform/Preferences.h"
@@ -24,6 +26,8 @@ struct PlatformFamily {
     std::unique_ptr<WakeMonitor> wake;
     std::unique_ptr<UrlOpener> urls;
     std::unique_ptr<MeetingReminders> reminders;
+    std::unique_ptr<DesktopAppearance> appearance;
+    std::unique_ptr<Compositing> compositing;
     std::unique_ptr<StatusItem> statusItem;
     QString preferencesFile; ///< where the user may edit the preferences; empty: nowhere
 };

@@ -50,6 +50,8 @@ protected:
         family.secrets = std::make_unique<MemorySecretStore>();
         KeychainService(*family.secrets).setToken(u"t0ken"_s);
         family.wake = std::make_unique<WakeMonitor>();
+        family.appearance = std::make_unique<DesktopAppearance>();
+        family.compositing = std::make_unique<Compositing>(false);
         program = std::make_unique<LumobarApp>(std::move(family));
     }
 

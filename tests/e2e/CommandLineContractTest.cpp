@@ -117,6 +117,7 @@ TEST_F(CommandLineContract, OfTwoStartsAtOnceOneStays) {
     lumora.start();
     const auto rival = lumora.makeProcess();
     rival->start();
+    ASSERT_TRUE(rival->waitForStarted());
     const auto running = [&] {
         return (rival->state() == QProcess::Running) +
                (lumora.program().state() == QProcess::Running);

@@ -55,7 +55,16 @@ TEST_F(Configuration, LoadsByItselfOnceTheKeyringIsUnlocked) {
     EXPECT_TRUE(lumora.comesToShow(loaded));
 }
 
-TEST_F(Configuration, TakesTheEndpointFromTheFileAtTheNextRefresh) {
+TEST_F(Configuration, LoadsByItselfOnceTheEndpointIsInTheFile) {
+    keyring.startUnlocked();
+    ASSERT_TRUE(storeToken(keyring, service.token()));
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow(notConfigured));
+    writeEndpoint();
+    EXPECT_TRUE(lumora.comesToShow(loaded));
+}
+
+TEST_F(Configuration, ARefreshTakesTheEndpointFromTheFile) {
     keyring.startUnlocked();
     ASSERT_TRUE(storeToken(keyring, service.token()));
     lumora.start();

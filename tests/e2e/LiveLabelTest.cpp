@@ -14,7 +14,7 @@ protected:
     /// When the service says that a meeting starts.
     QDateTime startOf(const QString& title) {
         const auto events = service.briefing().value(u"eventsToday"_s).toArray();
-        for (const QJsonValue& event : events) {
+        for (const QJsonValue event : events) {
             if (event[u"title"_s].toString() == title)
                 return QDateTime::fromString(event[u"start"_s].toString(), Qt::ISODate);
         }

@@ -8,8 +8,10 @@
 #include "platform/linux/LibsecretStore.h"
 #include "platform/linux/LinuxStatusItem.h"
 #include "platform/linux/LogindWakeMonitor.h"
+#include "platform/linux/PortalAppearance.h"
 #include "platform/linux/QtHttpTransport.h"
 #include "platform/linux/SystemClock.h"
+#include "platform/linux/WindowSystem.h"
 
 #include <QDBusConnection>
 
@@ -27,6 +29,8 @@ PlatformFamily makeCommonPlatform() {
     family.wake = std::make_unique<LogindWakeMonitor>();
     family.urls = std::make_unique<DesktopUrlOpener>();
     family.reminders = std::make_unique<NoReminders>();
+    family.appearance = std::make_unique<PortalAppearance>(QDBusConnection::sessionBus());
+    family.compositing = makeCompositing();
     family.statusItem = std::make_unique<LinuxStatusItem>(
         QDBusConnection::sessionBus(),
         LinuxStatusItem::Options{.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")});

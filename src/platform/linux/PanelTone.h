@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/DesktopAppearance.h"
+
 #include <QColor>
 #include <QString>
 
@@ -15,7 +17,7 @@ enum class SymbolTone {
 
 /// What can be known about the panel's colours.
 struct PanelEvidence {
-    enum class Preference { Dark, Light };
+    using Preference = DesktopAppearance::Preference;
 
     QString desktop;                     ///< as in XDG_CURRENT_DESKTOP, e.g. "ubuntu:GNOME"
     std::optional<Preference> portal;    ///< the desktop's stated preference; absent: none

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/PanelTone.h"
+#include "platform/linux/PortalAppearance.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -28,18 +29,16 @@ Q_SIGNALS:
     void toneChanged();
 
 private Q_SLOTS:
-    void onPortalSetting(const QDBusMessage& change);
     void onXfceSetting(const QDBusMessage& change);
     void onXfceSettingRemoved(const QDBusMessage& change);
 
 private:
-    void watchPortal();
     void watchXfce();
-    void readPortal();
     void readXfce();
     void apply(const std::function<void(PanelEvidence&)>& edit);
 
     QDBusConnection m_bus;
+    PortalAppearance m_portal;
     QDBusServiceWatcher m_services;
     PanelEvidence m_evidence;
 };

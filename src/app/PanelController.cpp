@@ -1,0 +1,138 @@
+#include "app/PanelController.h"
+
+#include "app/AppState.h"
+#include "app/Ticker.h"
+#include "platform/UrlOpener.h"
+#include "platform/linux/WindowSystem.h"
+#include "service/LumoAction.h"
+#include "views/CaptureField.h"
+#include "views/MenuBarView.h"
+#include "views/PanelFooter.h"
+#include "views/PanelWindow.h"
+
+#include <QShortcut>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+/// What a press at `position` tells of the place of the status item.
+AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
+    return {.pointer = pointerPosition(), .activation = position, .lastGood = std::nullopt};
+}
+
+} // namespace
+
+PanelController::PanelController(Surroundings surroundings)
+    : m_with(std::move(surroundings))
+    , m_themes(m_with.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP")) {
+    connect(&m_with.state, &AppState::changed, this, [this] {
+        if (m_window && m_window->isVisible())
+            render();
+    });
+    connect(&m_with.ticker, &Ticker::ticked, this, [this] {
+        if (m_view)
+            m_view->tick(m_with.ticker.now());
+    });
+}
+
+PanelController::~PanelController() = default;
+
+void PanelController::toggle(QPoint position, const QByteArray& activationToken) {
+    window().toggle(evidenceOfPress(position), activationToken);
+}
+
+void PanelController::openFromMenu(const QByteArray& activationToken) {
+    window().showAt(evidenceOfPress(std::nullopt), activationToken);
+}
+
+void PanelController::open(const QByteArray& activationToken) {
+    window().showAt({}, activationToken);
+}
+
+PanelWindow& PanelController::window() {
+    if (!m_window) {
+        m_view = new MenuBarView({m_themes.themes(), m_with.preferences, m_with.clock});
+        m_window = std::make_unique<PanelWindow>(
+            m_view, PanelWindow::Surroundings{
+                        .themes = m_themes.themes(),
+                        .compositing = m_with.compositing,
+                        .clock = m_with.clock,
+                        .placesWindows = currentWindowSystem().placesWindows,
+                    });
+        connectView();
+    }
+    return *m_window;
+}
+
+void PanelController::connectView() {
+    connect(m_window.get(), &PanelWindow::aboutToShow, this, &PanelController::render);
+
+    BriefingView* const briefing = m_view->briefing();
+    connect(briefing, &BriefingView::joinRequested, this, [this](const QUrl& url) {
+        if (isSafeLink(url))
+            m_with.urls.open(url, {});
+    });
+    connect(
+        briefing, &BriefingView::habitToggled, this, [this](const QString& id, const QString& key) {
+            m_with.state.perform(LumoAction::habitToggle(id), key);
+        });
+    connect(
+        briefing, &BriefingView::choreDone, this, [this](const QString& id, const QString& key) {
+            m_with.state.perform(LumoAction::choreDone(id), key);
+        });
+    connect(briefing, &BriefingView::spendingRefreshRequested, this, [this] {
+        m_with.state.refreshSpending();
+    });
+    connect(m_view->capture(), &CaptureField::submitted, this, &PanelController::capture);
+
+    PanelFooter* const footer = m_view->footer();
+    const auto refresh = [this] { m_with.state.refresh(); };
+    connect(footer, &PanelFooter::refreshRequested, this, refresh);
+    connect(footer, &PanelFooter::dashboardRequested, this, &PanelController::openDashboard);
+    connect(footer, &PanelFooter::settingsRequested, this, m_with.openSettings);
+    connect(footer, &PanelFooter::quitRequested, this, m_with.quit);
+
+    const auto shortcut = [this](const QKeySequence& keys, const std::function<void()>& action) {
+        auto* const made = new QShortcut(keys, m_window.get());
+        connect(made, &QShortcut::activated, this, action);
+    };
+    shortcut(Qt::CTRL | Qt::Key_R, refresh);
+    shortcut(Qt::CTRL | Qt::Key_Comma, m_with.openSettings);
+    shortcut(Qt::CTRL | Qt::Key_Q, m_with.quit);
+}
+
+void PanelController::render() {
+    const AppState& state = m_with.state;
+    m_view->render({
+        .state = state.state(),
+        .lastGood = state.lastGood(),
+        .lastUpdated = state.lastUpdated(),
+        .pending = state.pending(),
+        .actionError = state.actionError(),
+        // Only the placeholder needs to know, and the question goes to the keyring.
+        .isConfigured = state.lastGood() || !state.state().isFailed() || state.isConfigured(),
+        .hasDashboard = state.dashboardURL().has_value(),
+        .now = m_with.clock.now(),
+    });
+    m_view->tick(m_with.ticker.now());
+}
+
+void PanelController::capture(const QString& thought) {
+    auto captured = m_with.state.capture(thought);
+    QCoro::connect(std::move(captured), m_view, [view = m_view](bool accepted) {
+        if (accepted)
+            view->capture()->showSaved();
+    });
+}
+
+void PanelController::openDashboard() {
+    if (const auto url = m_with.state.dashboardURL(); url && isSafeLink(*url))
+        m_with.urls.open(*url, {});
+}
+
+} // namespace lumora

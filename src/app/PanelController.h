@@ -1,0 +1,70 @@
+#pragma once
+
+#include "app/ThemeFollower.h"
+#include "views/PanelPlacement.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QPoint>
+
+#include <functional>
+#include <memory>
+
+namespace lumora {
+
+class AppState;
+class Clock;
+class Compositing;
+class DesktopAppearance;
+class MenuBarView;
+class PanelWindow;
+class Preferences;
+class Ticker;
+class UrlOpener;
+
+/// Makes the panel when it is first opened, keeps it in step with the state while it is open, and
+/// turns what the user does in it into actions. A closed panel is not rendered.
+class PanelController : public QObject {
+    Q_OBJECT
+
+public:
+    /// What the controller works with; all of it outlives the controller.
+    struct Surroundings {
+        AppState& state;
+        const Ticker& ticker;
+        Preferences& preferences;
+        Clock& clock;
+        UrlOpener& urls;
+        const DesktopAppearance& appearance;
+        const Compositing& compositing;
+        std::function<void()> openSettings;
+        std::function<void()> quit;
+    };
+
+    explicit PanelController(Surroundings surroundings);
+    ~PanelController() override;
+
+    /// Opens or closes the panel, as a press on the status item does. `position` is where the host
+    /// says that was, in device pixels.
+    void toggle(QPoint position, const QByteArray& activationToken);
+
+    /// Opens the panel from the status item's menu.
+    void openFromMenu(const QByteArray& activationToken);
+
+    /// Opens the panel, or brings it to the front, for another program.
+    void open(const QByteArray& activationToken);
+
+private:
+    PanelWindow& window();
+    void connectView();
+    void render();
+    void capture(const QString& thought);
+    void openDashboard();
+
+    Surroundings m_with;
+    ThemeFollower m_themes;
+    std::unique_ptr<PanelWindow> m_window; ///< null until first opened
+    MenuBarView* m_view = nullptr;         ///< a child of the window
+};
+
+} // namespace lumora

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "views/ThemeSource.h"
+
+#include <QObject>
+
+namespace lumora {
+
+class DesktopAppearance;
+
+/// Keeps the panel's theme in step with the desktop's colour scheme, palette and font.
+class ThemeFollower : public QObject {
+    Q_OBJECT
+
+public:
+    /// `desktop` is the session's XDG_CURRENT_DESKTOP; `appearance` must outlive the follower.
+    ThemeFollower(const DesktopAppearance& appearance, QString desktop);
+
+    const ThemeSource& themes() const { return m_themes; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    Theme current() const;
+
+    const DesktopAppearance& m_appearance;
+    QString m_desktop;
+    ThemeSource m_themes;
+};
+
+} // namespace lumora

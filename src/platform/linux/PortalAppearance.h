@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/DesktopAppearance.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+
+namespace lumora {
+
+/// Reads the user's wishes from the desktop portal, without waiting for it and without starting
+/// it, and follows their changes.
+class PortalAppearance final : public DesktopAppearance {
+    Q_OBJECT
+
+public:
+    explicit PortalAppearance(const QDBusConnection& bus);
+
+private Q_SLOTS:
+    void onSetting(const QDBusMessage& change);
+
+private:
+    void read();
+
+    QDBusConnection m_bus;
+    QDBusServiceWatcher m_services;
+};
+
+} // namespace lumora

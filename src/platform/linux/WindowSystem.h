@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Compositing.h"
+
+#include <QPoint>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace lumora {
+
+/// What the window system lets a program do and know.
+struct WindowSystem {
+    bool placesWindows; ///< whether a window appears where the program asks for
+    bool tellsPointer;  ///< whether the pointer is known while it is over other programs
+
+    bool operator==(const WindowSystem&) const = default;
+};
+
+/// `platform` is the name of the toolkit's platform plug-in; `insideWayland` says that there is a
+/// Wayland compositor, so that "xcb" talks to a guest of it.
+WindowSystem windowSystem(const QString& platform, bool insideWayland);
+
+/// The one that the running application uses.
+WindowSystem currentWindowSystem();
+
+/// Where the pointer is, in points; absent where nobody tells.
+std::optional<QPoint> pointerPosition();
+
+/// Follows the running application's desktop.
+std::unique_ptr<Compositing> makeCompositing();
+
+} // namespace lumora

@@ -1,0 +1,61 @@
+#include "views/PaintedRow.h"
+
+#include "views/RowPainter.h"
+#include "views/WidgetTexts.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+namespace lumora {
+
+PaintedRow::PaintedRow(const ThemeSource& themes, QMargins padding, QWidget* parent)
+    : QWidget(parent)
+    , m_themes(themes)
+    , m_padding(padding) {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(&m_themes, &ThemeSource::changed, this, [this] {
+        updateGeometry();
+        update();
+    });
+}
+
+void PaintedRow::setContent(RowContent content) {
+    if (m_content == content)
+        return;
+    m_content = std::move(content);
+    updateGeometry();
+    update();
+}
+
+void PaintedRow::setSpokenContent(RowContent content) {
+    QStringList texts;
+    for (const RowItem& item : content.items)
+        for (const TextLine& line : item.lines)
+            texts += line.text;
+    setSpokenName(*this, texts.join(u' '));
+    setContent(std::move(content));
+}
+
+RowGeometry PaintedRow::itemGeometry() const {
+    return layOutRow(m_content, theme(), width() - m_padding.left() - m_padding.right());
+}
+
+QSize PaintedRow::sizeHint() const {
+    const double width = naturalRowWidth(m_content, theme());
+    const double height = layOutRow(m_content, theme(), width).height;
+    return QSize(int(std::ceil(width)), int(std::ceil(height))).grownBy(m_padding);
+}
+
+QSize PaintedRow::minimumSizeHint() const {
+    return {0, sizeHint().height()};
+}
+
+void PaintedRow::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    paintRow(
+        painter, QPointF(m_padding.left(), m_padding.top()), m_content, itemGeometry(), theme());
+}
+
+} // namespace lumora

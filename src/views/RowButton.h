@@ -1,0 +1,60 @@
+#pragma once
+
+#include "views/RowLayout.h"
+#include "views/ThemeSource.h"
+
+#include <QAbstractButton>
+#include <QMargins>
+
+namespace lumora {
+
+/// A borderless button whose face is a row of texts and symbols. Its whole rectangle is clickable;
+/// Space and Return press it.
+class RowButton : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    enum class Highlight {
+        None,
+        OnHover, ///< a rounded ground under the pointer
+    };
+
+    /// `themes` must outlive the button.
+    RowButton(
+        const ThemeSource& themes, QMargins padding, Highlight highlight,
+        QWidget* parent = nullptr);
+
+    const RowContent& content() const { return m_content; }
+
+    /// Shows `content`; nothing happens when it is what is shown already.
+    void setContent(RowContent content);
+
+    /// Where the items stand now, in points from the button's own corner inside its padding.
+    RowGeometry itemGeometry() const;
+
+    /// Whether the pointer is over the button.
+    bool isHovering() const { return m_hovering; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+    const Theme& theme() const { return m_themes.theme(); }
+
+private:
+    void setHovering(bool hovering);
+
+    const ThemeSource& m_themes;
+    QMargins m_padding;
+    Highlight m_highlight;
+    RowContent m_content;
+    bool m_hovering = false;
+};
+
+} // namespace lumora

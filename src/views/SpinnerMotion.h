@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QVariantAnimation>
+
+namespace lumora {
+
+/// Turns a spinner while something is under way; stands still where the desktop asks for reduced
+/// motion.
+class SpinnerMotion : public QVariantAnimation {
+    Q_OBJECT
+
+public:
+    explicit SpinnerMotion(QObject* parent);
+
+    /// Starts or stops turning.
+    void setRunning(bool running);
+
+    /// Degrees clockwise, from 0 to 360.
+    double rotation() const { return currentValue().toDouble(); }
+};
+
+} // namespace lumora

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+
+namespace lumora {
+
+/// What a colour is for. Tertiary and quaternary are for symbols and marks, never for text.
+enum class ColorRole {
+    Background,
+    Primary,
+    Secondary,
+    Tertiary,
+    Quaternary,
+    Hover,
+    Divider,
+    Accent,
+    Orange,
+    Green,
+};
+
+/// What a text is for; each is a fixed ratio of the desktop's own font size.
+enum class TextRole { Headline, Title3, Body, Callout, Caption, Caption2 };
+
+enum class ColorScheme { Light, Dark };
+
+/// The panel's colours and fonts: a value, made anew when the desktop's change.
+class Theme {
+public:
+    /// The program's own colours for `scheme`, with fonts sized from `baseFont`.
+    Theme(ColorScheme scheme, QFont baseFont);
+
+    /// The same with background, text and accent taken from the desktop's palette, as far as they
+    /// can be read against each other.
+    Theme(const QPalette& desktopPalette, QFont baseFont);
+
+    ColorScheme scheme() const { return m_scheme; }
+
+    /// Divider, hover and the greys carry their opacity: they are meant to lie on the background.
+    QColor color(ColorRole role) const;
+
+    /// Headline is bold by itself; every other role has the weight that is asked for.
+    QFont font(TextRole role, QFont::Weight weight = QFont::Normal) const;
+
+    bool operator==(const Theme&) const = default;
+
+private:
+    QColor primaryAt(double light, double dark) const;
+    void fitToBackground();
+
+    ColorScheme m_scheme;
+    QFont m_baseFont;
+    QColor m_background;
+    QColor m_primary;
+    QColor m_accent;
+    QColor m_orange;
+    QColor m_green;
+};
+
+/// The contrast of `foreground` laid over `background`, from 1 to 21 (WCAG 2).
+double contrastRatio(const QColor& foreground, const QColor& background);
+
+} // namespace lumora
