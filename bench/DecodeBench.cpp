@@ -85,7 +85,7 @@ void setThroughput(benchmark::State& state, const QByteArray& bytes) {
 void parseBare(benchmark::State& state) {
     const QByteArray& bytes = briefingOfScale(static_cast<int>(state.range(0)));
     simdjson::dom::parser parser;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto root = parser.parse(bytes.data(), static_cast<size_t>(bytes.size()));
         benchmark::DoNotOptimize(root);
     }
@@ -113,7 +113,7 @@ void parseAndCopyTexts(benchmark::State& state) {
     const QByteArray& bytes = briefingOfScale(static_cast<int>(state.range(0)));
     simdjson::dom::parser parser;
     size_t count = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         simdjson::dom::element root;
         if (parser.parse(bytes.data(), static_cast<size_t>(bytes.size())).get(root))
             state.SkipWithError("no JSON");
@@ -129,7 +129,7 @@ void parseAndCopyTexts(benchmark::State& state) {
 
 void decode(benchmark::State& state) {
     const QByteArray& bytes = briefingOfScale(static_cast<int>(state.range(0)));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto briefing = lumora::decodeBriefing(bytes);
         if (!briefing)
             state.SkipWithError(briefing.error().text().toUtf8().constData());
@@ -140,7 +140,7 @@ void decode(benchmark::State& state) {
 
 void parseDate(benchmark::State& state) {
     std::string_view text = "2025-03-04T09:30:00.250+01:00";
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(text);
         auto instant = lumora::parseInternetDateTime(text);
         benchmark::DoNotOptimize(instant);

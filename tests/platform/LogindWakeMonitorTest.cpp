@@ -27,7 +27,7 @@ class LogindWakeMonitorTest : public testing::Test {
 protected:
     PrivateBus bus;
     QDBusConnection manager = bus.connect();
-    LogindWakeMonitor monitor{bus.connect()};
+    LogindWakeMonitor monitor{[this] { return bus.connect(); }};
     QSignalSpy woke{&monitor, &WakeMonitor::woke};
 };
 
@@ -63,7 +63,7 @@ TEST_F(LogindWakeMonitorTest, IgnoresOtherSenders) {
 }
 
 TEST(LogindWakeMonitorWithoutBus, StaysSilent) {
-    LogindWakeMonitor monitor(QDBusConnection(u"no such connection"_s));
+    LogindWakeMonitor monitor([] { return QDBusConnection(u"no such connection"_s); });
     QSignalSpy woke(&monitor, &WakeMonitor::woke);
     EXPECT_FALSE(woke.wait(50));
 }
@@ -71,4 +71,16 @@ TEST(LogindWakeMonitorWithoutBus, StaysSilent) {
 TEST_F(LogindWakeMonitorTest, OutlivesTheBus) {
     bus.kill();
     EXPECT_FALSE(woke.wait(50));
+}
+
+TEST(LogindWakeMonitorWithoutListener, LeavesTheBusAlone) {
+    int asked = 0;
+    LogindWakeMonitor monitor([&asked] {
+        ++asked;
+        return QDBusConnection(u"no such connection"_s);
+    });
+    EXPECT_EQ(asked, 0);
+    const QSignalSpy first(&monitor, &WakeMonitor::woke);
+    const QSignalSpy second(&monitor, &WakeMonitor::woke);
+    EXPECT_EQ(asked, 1);
 }

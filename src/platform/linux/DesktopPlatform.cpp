@@ -26,7 +26,7 @@ PlatformFamily makeCommonPlatform() {
     PlatformFamily family;
     family.clock = std::make_unique<SystemClock>();
     family.transport = std::make_unique<QtHttpTransport>();
-    family.wake = std::make_unique<LogindWakeMonitor>(QDBusConnection::systemBus());
+    family.wake = std::make_unique<LogindWakeMonitor>();
     family.urls = std::make_unique<DesktopUrlOpener>();
     family.reminders = std::make_unique<NoReminders>();
     family.appearance = std::make_unique<PortalAppearance>(QDBusConnection::sessionBus());

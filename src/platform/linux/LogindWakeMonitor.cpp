@@ -1,10 +1,20 @@
 #include "platform/linux/LogindWakeMonitor.h"
 
+#include <QMetaMethod>
+
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
 
-LogindWakeMonitor::LogindWakeMonitor(QDBusConnection bus) {
+LogindWakeMonitor::LogindWakeMonitor(Bus bus)
+    : m_bus(std::move(bus)) {}
+
+void LogindWakeMonitor::connectNotify(const QMetaMethod& signal) {
+    if (!m_bus || signal != QMetaMethod::fromSignal(&WakeMonitor::woke))
+        return;
+    QDBusConnection bus = std::exchange(m_bus, nullptr)();
     // The service is named so that no other program on the bus can fake a wake.
     bus.connect(
         u"org.freedesktop.login1"_s, u"/org/freedesktop/login1"_s,

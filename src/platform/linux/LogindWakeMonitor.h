@@ -4,6 +4,8 @@
 
 #include <QDBusConnection>
 
+#include <functional>
+
 namespace lumora {
 
 /// Hears of waking from logind on the system bus. Without a bus or logind it stays silent; logind
@@ -12,10 +14,20 @@ class LogindWakeMonitor final : public WakeMonitor {
     Q_OBJECT
 
 public:
-    explicit LogindWakeMonitor(QDBusConnection bus = QDBusConnection::systemBus());
+    using Bus = std::function<QDBusConnection()>;
+
+    /// `bus` is called when the first listener connects: joining a bus takes several exchanges
+    /// with it, and nobody listens before the status item is shown.
+    explicit LogindWakeMonitor(Bus bus = &QDBusConnection::systemBus);
+
+protected:
+    void connectNotify(const QMetaMethod& signal) override;
 
 private Q_SLOTS:
     void prepareForSleep(bool goingToSleep);
+
+private:
+    Bus m_bus;
 };
 
 } // namespace lumora

@@ -12,12 +12,21 @@ const QByteArray platformVariable = "QT_QPA_PLATFORM";
 const QByteArray themeVariable = "QT_QPA_PLATFORMTHEME";
 const QByteArray desktopVariable = "XDG_CURRENT_DESKTOP";
 const QByteArray displayVariable = "DISPLAY";
+// What the toolkit guesses the desktop by where nothing names it.
+const QByteArray sessionVariable = "DESKTOP_SESSION";
+const QByteArray gnomeVariable = "GNOME_DESKTOP_SESSION_ID";
+const QByteArray kdeVariable = "KDE_FULL_SESSION";
 
-/// Desktops for which the toolkit would look for the GTK theme by itself.
-bool isGtkDesktop(const QByteArray& currentDesktop) {
+/// Whether the toolkit would look for the GTK theme by itself.
+bool isGtkDesktop(const Environment& environment) {
     static const QList<QByteArray> gtkDesktops = {"GNOME", "X-CINNAMON", "PANTHEON", "UNITY",
                                                   "MATE",  "XFCE",       "LXDE"};
-    const auto names = currentDesktop.toUpper().split(':');
+    const QByteArray current = environment.value(desktopVariable);
+    if (current.isEmpty()) {
+        return environment.value(kdeVariable).isEmpty() &&
+               !(environment.value(gnomeVariable) + environment.value(sessionVariable)).isEmpty();
+    }
+    const auto names = current.toUpper().split(':');
     return std::any_of(names.cbegin(), names.cend(), [](const QByteArray& name) {
         return gtkDesktops.contains(name);
     });
@@ -30,17 +39,22 @@ Environment startupOverrides(const Environment& environment) {
     if (!environment.contains(platformVariable) && !environment.value(displayVariable).isEmpty())
         overrides.insert(platformVariable, "xcb;wayland");
 
+    // The toolkit tries the plugins of all themes before the themes of its own, whichever was named
+    // first. So it must not learn of the desktop either.
     const QByteArray theme = environment.value(themeVariable);
-    const bool wouldLoadGtk = theme.isEmpty() ? isGtkDesktop(environment.value(desktopVariable))
-                                              : theme.startsWith("gtk");
-    if (wouldLoadGtk)
+    const bool onGtkDesktop = isGtkDesktop(environment);
+    if (theme.startsWith("gtk") || (theme.isEmpty() && onGtkDesktop))
         overrides.insert(themeVariable, "gnome");
+    if (onGtkDesktop)
+        overrides.insert(desktopVariable, "X-Generic");
     return overrides;
 }
 
 StartupEnvironment::StartupEnvironment() {
     Environment environment;
-    for (const auto& name : {platformVariable, themeVariable, desktopVariable, displayVariable}) {
+    for (const auto& name :
+         {platformVariable, themeVariable, desktopVariable, displayVariable, sessionVariable,
+          gnomeVariable, kdeVariable}) {
         if (qEnvironmentVariableIsSet(name.constData()))
             environment.insert(name, qgetenv(name.constData()));
     }

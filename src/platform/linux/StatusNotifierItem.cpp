@@ -48,7 +48,7 @@ void StatusNotifierItem::setContent(const StatusItemContent& content) {
     QVariantMap changed;
     QStringList invalidated;
     setTitle(singleLine(content.title), changed);
-    setToolTip(toolTipOf(content), changed);
+    setToolTip(toolTipOf(content));
     setLabel(labelOf(content), changed, invalidated);
     if (!changed.isEmpty() || !invalidated.isEmpty())
         sendPropertiesChanged(changed, invalidated);
@@ -61,11 +61,12 @@ void StatusNotifierItem::setTitle(const QString& title, QVariantMap& changed) {
     changed.insert(u"Title"_s, title);
 }
 
-void StatusNotifierItem::setToolTip(const StatusToolTip& toolTip, QVariantMap& changed) {
+void StatusNotifierItem::setToolTip(const StatusToolTip& toolTip) {
     if (std::exchange(m_toolTip, toolTip) == toolTip)
         return;
+    // It changes every minute, with the age of the data, and every message wakes a thread here and
+    // the host there. All hosts go by this one.
     sendSignal(u"NewToolTip"_s);
-    changed.insert(u"ToolTip"_s, QVariant::fromValue(toolTip));
 }
 
 void StatusNotifierItem::setLabel(

@@ -39,7 +39,7 @@ protected:
 
 private:
     void setTitle(const QString& title, QVariantMap& changed);
-    void setToolTip(const StatusToolTip& toolTip, QVariantMap& changed);
+    void setToolTip(const StatusToolTip& toolTip);
     void
     setLabel(const std::optional<QString>& label, QVariantMap& changed, QStringList& invalidated);
 

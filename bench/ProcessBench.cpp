@@ -1,0 +1,249 @@
+// lumora-bench-processes [--quick]: what the whole program costs beside the floor, in one run.
+//
+// Everything that they meet is real and private: X servers, buses, a keyring with the token, and a
+// service that they reach over TLS. The figures go to standard output, see ResultTable.h.
+
+#include "MeasuredProgram.h"
+#include "PrivateDesktop.h"
+#include "ResultTable.h"
+#include "support/Fixtures.h"
+#include "support/ScriptedServer.h"
+#include "support/TestCertificates.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QSslServer>
+#include <QTest>
+#include <QTextStream>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace lumora {
+
+namespace {
+
+using tests::ScriptedServer;
+
+/// How much is measured.
+struct Effort {
+    int starts = 15;
+    std::chrono::milliseconds idle = 120s;
+};
+
+// The toolkit's pool threads end after 30 idle seconds, and take their figures along.
+constexpr auto settling = 40s;
+
+// Two minutes and some after a request the toolkit wakes to forget the connection.
+constexpr auto lingering = 110s;
+
+void say(const QString& text) {
+    QTextStream(stderr) << "    " << text << '\n';
+}
+
+void pass(std::chrono::milliseconds time) {
+    QTest::qWait(static_cast<int>(time.count()));
+}
+
+/// Returns as soon as the condition holds: it is looked at after every event, not at intervals.
+void await(const std::function<bool()>& condition) {
+    bool expired = false;
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    QObject::connect(&deadline, &QTimer::timeout, [&expired] { expired = true; });
+    deadline.start(20s);
+    while (!condition()) {
+        if (expired)
+            throw std::runtime_error("something did not happen within 20 seconds");
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+/// The user's service: a briefing over TLS.
+class Service {
+public:
+    Service() {
+        auto listener = std::make_unique<QSslServer>();
+        listener->setSslConfiguration(m_certificates.serverConfiguration());
+        m_server = std::make_unique<ScriptedServer>(
+            ScriptedServer::always(
+                ScriptedServer::answer("200 OK", tests::fixture(u"briefing-full.json"_s))),
+            std::move(listener));
+    }
+
+    QString address() const { return m_server->url(u"/api/briefing"_s, u"https"_s).toString(); }
+
+    QString authority() const { return m_certificates.authorityFile(); }
+
+    qsizetype answers() const { return m_server->requests().size(); }
+
+private:
+    tests::TestCertificates m_certificates;
+    std::unique_ptr<ScriptedServer> m_server;
+};
+
+/// The programs to compare and the service they use.
+class Bench {
+public:
+    explicit Bench(Effort effort)
+        : m_effort(effort) {}
+
+    void run() {
+        compareStarts();
+        compareIdling();
+        compareThemes();
+    }
+
+private:
+    static QString binary(const QString& name) {
+        return QCoreApplication::applicationDirPath() + u'/' + name;
+    }
+
+    QStringList lumora() const { return {binary(u"lumora"_s)}; }
+
+    QStringList floor() const {
+        return {binary(u"lumora-bench-floor"_s), u"--get"_s, m_service.address()};
+    }
+
+    QProcessEnvironment environment(const PrivateDesktop& desktop) const {
+        QProcessEnvironment environment = desktop.environment();
+        environment.insert(u"SSL_CERT_FILE"_s, m_service.authority());
+        return environment;
+    }
+
+    /// Milliseconds from the start of a program until its status item is registered.
+    double timeStart(const QStringList& command, const PrivateDesktop& desktop) const {
+        const qsizetype before = desktop.itemCount();
+        QElapsedTimer timer;
+        timer.start();
+        const MeasuredProgram program(command, environment(desktop));
+        await([&] { return desktop.itemCount() > before; });
+        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    }
+
+    void compareStarts() const {
+        say(u"Starting each %1 times"_s.arg(m_effort.starts));
+        const PrivateDesktop desktop(m_service.address());
+        std::vector<double> ours;
+        std::vector<double> floors;
+        std::vector<double> ratios;
+        for (int i = -2; i < m_effort.starts; ++i) {
+            const double floorTime = timeStart(floor(), desktop);
+            pass(200ms);
+            const double ourTime = timeStart(lumora(), desktop);
+            pass(200ms);
+            if (i < 0) // from a cold disk cache
+                continue;
+            floors.push_back(floorTime);
+            ours.push_back(ourTime);
+            ratios.push_back(ourTime / floorTime);
+        }
+        ResultTable::addRatio(
+            u"Start to item registered"_s, u"ms"_s, median(ours), median(floors), median(ratios),
+            1.5);
+    }
+
+    void compareIdling() const {
+        const PrivateDesktop ourDesktop(m_service.address());
+        const PrivateDesktop floorDesktop(m_service.address());
+        const qsizetype before = m_service.answers();
+        const MeasuredProgram ours(lumora(), environment(ourDesktop));
+        const MeasuredProgram floors(floor(), environment(floorDesktop));
+        await([&] { return m_service.answers() >= before + 2; });
+        say(u"Letting both come to rest"_s);
+        pass(settling);
+        compareMemory(ours.memory(), floors.memory());
+        pass(lingering);
+        compareActivity(ours, floors);
+    }
+
+    static void
+    compareMemory(const MeasuredProgram::Memory& ours, const MeasuredProgram::Memory& floors) {
+        constexpr double mebi = 1024;
+        ResultTable::addRatio(
+            u"Memory of its own (private dirty)"_s, u"MiB"_s, ours.privateDirty / mebi,
+            floors.privateDirty / mebi, ours.privateDirty / floors.privateDirty, 1.6);
+        ResultTable::addRatio(
+            u"Memory with its share of what is shared (PSS)"_s, u"MiB"_s, ours.proportional / mebi,
+            floors.proportional / mebi, ours.proportional / floors.proportional);
+    }
+
+    void compareActivity(const MeasuredProgram& ours, const MeasuredProgram& floors) const {
+        say(u"Watching both idle for %1 seconds"_s.arg(
+            std::chrono::duration_cast<std::chrono::seconds>(m_effort.idle).count()));
+        using Activity = MeasuredProgram::Activity;
+        const Activity ourStart = ours.activity();
+        const Activity floorStart = floors.activity();
+        pass(m_effort.idle);
+        const Activity ourEnd = ours.activity();
+        const Activity floorEnd = floors.activity();
+        const double minutes = std::chrono::duration<double, std::ratio<60>>(m_effort.idle).count();
+        ResultTable::addFigure(
+            u"Wake-ups when idle"_s, u"a minute"_s, (ourEnd.wakeups - ourStart.wakeups) / minutes,
+            (floorEnd.wakeups - floorStart.wakeups) / minutes, 3);
+        ResultTable::addFigure(
+            u"Processor time when idle"_s, u"ms a minute"_s,
+            (ourEnd.cpuMilliseconds - ourStart.cpuMilliseconds) / minutes,
+            (floorEnd.cpuMilliseconds - floorStart.cpuMilliseconds) / minutes);
+    }
+
+    /// The floor shows whether there is a GTK theme to be loaded at all.
+    void compareThemes() const {
+        say(u"Starting both on a desktop that asks for the GTK theme"_s);
+        bool ours = false;
+        bool floors = false;
+        for (const QString& theme : {QString(), u"gtk3"_s}) {
+            ours |= loadsGtk(lumora(), theme);
+            floors |= loadsGtk(floor(), theme);
+        }
+        const auto word = [](bool loaded) { return loaded ? u"yes"_s : u"no"_s; };
+        ResultTable::addFact(
+            u"GTK theme loaded where the desktop asks for it"_s, word(ours), word(floors), !ours);
+    }
+
+    bool loadsGtk(const QStringList& command, const QString& theme) const {
+        const PrivateDesktop desktop(m_service.address());
+        QProcessEnvironment gnome = environment(desktop);
+        gnome.insert(u"XDG_CURRENT_DESKTOP"_s, u"GNOME"_s);
+        if (!theme.isEmpty())
+            gnome.insert(u"QT_QPA_PLATFORMTHEME"_s, theme);
+        const qsizetype before = m_service.answers();
+        const MeasuredProgram program(command, gnome);
+        await([&] { return m_service.answers() > before; });
+        return program.hasMapped("libqgtk3") || program.hasMapped("libgtk-3");
+    }
+
+    Effort m_effort;
+    Service m_service;
+};
+
+} // namespace
+
+} // namespace lumora
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    lumora::Effort effort;
+    if (QCoreApplication::arguments().contains(u"--quick"_s))
+        effort = {5, 60s};
+    try {
+        lumora::Bench(effort).run();
+    } catch (const std::exception& failure) {
+        QTextStream(stderr) << failure.what() << '\n';
+        return 1;
+    }
+}
