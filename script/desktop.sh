@@ -1,5 +1,5 @@
-# A private desktop for programs with a place in the status area: X server, session bus and
-# mate-panel, all at 2x, in a home folder of their own. Sourced after lib.sh.
+# A private desktop for programs with a place in the status area: X server, window manager, session
+# bus and mate-panel, all at 2x, in a home folder of their own. Sourced after lib.sh.
 # shellcheck shell=bash
 
 desktop_size=2560x1440
@@ -33,6 +33,7 @@ start_desktop() {
     use_private_home
     start_x_server
     start_session_bus
+    start xfwm4 xfwm4 --compositor=on
     start_panel
 }
 
@@ -169,6 +170,29 @@ open_menu() {
     wait_until 10 has_changed "$work/below-before.png" "$below" || return 1
     xdotool mousemove 100 900
     sleep 0.5
+}
+
+# find_panel: sets $panel to the window of Lumora's own panel; fails while it is not open.
+find_panel() {
+    panel=$(xdotool search --onlyvisible --name '^Lumora$' 2>/dev/null | tail -n 1)
+    [[ -n $panel ]]
+}
+
+panel_is_gone() { ! find_panel; }
+
+# open_panel: a left click on the item, then the pointer out of the way; waits for the panel.
+open_panel() {
+    local X Y WIDTH HEIGHT
+    locate_status_area || return 1
+    xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 1
+    wait_until 10 find_panel || return 1
+    xdotool mousemove 100 900
+    sleep 0.5
+}
+
+close_panel() {
+    xdotool key Escape
+    wait_until 10 panel_is_gone
 }
 
 close_menu() { xdotool key Escape; }

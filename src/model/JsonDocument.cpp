@@ -9,7 +9,7 @@ namespace lumora {
 namespace {
 
 /// The largest text whose buffers, about 15 bytes for each of its own, are worth keeping.
-constexpr size_t keptCapacity = 64 * 1024;
+constexpr size_t keptCapacity = size_t{64} * 1024;
 
 simdjson::dom::parser& parser() {
     static thread_local simdjson::dom::parser instance;
