@@ -21,7 +21,7 @@ std::optional<BriefEvent> labelMeeting(const std::optional<Briefing>& lastGood, 
 /// The tooltip's first line: what the label shows, in full.
 QString headline(const StatusInputs& inputs, const MenuBarLabel::Mode& mode) {
     if (const auto meeting = labelMeeting(inputs.lastGood, inputs.now))
-        return meeting->title.trimmed();
+        return singleLine(meeting->title).trimmed();
     const auto plain = [](qint64 number) { return QString::number(number); };
     if (const auto* habits = std::get_if<MenuBarLabel::Habits>(&mode))
         return u"%1 of %2 habits done"_s.arg(plain(habits->done), plain(habits->total));
@@ -47,8 +47,9 @@ QString timing(const StatusInputs& inputs, const BriefEvent& meeting) {
     } else if (meeting.end) {
         text = u"Until "_s + clockText(inputs, *meeting.end);
     }
-    if (meeting.location && !meeting.location->trimmed().isEmpty())
-        text += (text.isEmpty() ? QString() : separator) + meeting.location->trimmed();
+    const QString place = singleLine(meeting.location.value_or(QString())).trimmed();
+    if (!place.isEmpty())
+        text += (text.isEmpty() ? QString() : separator) + place;
     return text;
 }
 
@@ -69,7 +70,7 @@ QString toolTipBody(const StatusInputs& inputs) {
     if (const auto meeting = labelMeeting(inputs.lastGood, inputs.now)) {
         lines += timing(inputs, *meeting);
     } else if (const auto next = offeredMeeting(inputs.lastGood, inputs.now)) {
-        lines += u"Next: "_s + next->title.trimmed();
+        lines += u"Next: "_s + singleLine(next->title).trimmed();
         lines += timing(inputs, *next);
     }
     lines += freshness(inputs);
@@ -89,7 +90,7 @@ QList<StatusMenuRow> meetingRows(const StatusInputs& inputs) {
     if (!meeting)
         return {};
     // A menu is as wide as its widest row.
-    const QString title = shortened(meeting->title, menuTitleCharacters);
+    const QString title = shortened(singleLine(meeting->title), menuTitleCharacters);
     const QString when = clockText(inputs, *meeting->start);
     QList<StatusMenuRow> rows{{StatusMenuRow::Kind::Text, {}, when + separator + title}};
     if (joinUrl(*meeting))
@@ -127,6 +128,9 @@ StatusItemContent statusItemContent(const StatusInputs& inputs) {
     const auto mode =
         MenuBarLabel::mode(inputs.lastGood, inputs.state, inputs.now, inputs.menuBarAmbient);
     auto text = MenuBarLabel::text(mode);
+    // A title may hold line breaks; the status area and the bars that read it have one line.
+    if (text)
+        text = singleLine(*text);
     // A meeting may lack a title, and a place for text must not be taken by none.
     if (text && text->isEmpty())
         text.reset();

@@ -1,5 +1,7 @@
 #include "views/TextDrawing.h"
 
+#include "views/TextShortening.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -23,22 +25,11 @@ double digitCell(const QFontMetricsF& metrics) {
     return widest;
 }
 
-/// `text` without anything that would break its line.
-QString onOneLine(QString text) {
-    const auto breaksLine = [](QChar c) {
-        return (c >= u'\t' && c <= u'\r') || c == QChar::LineSeparator ||
-               c == QChar::ParagraphSeparator || c == QChar(0x85);
-    };
-    if (std::any_of(text.cbegin(), text.cend(), breaksLine))
-        std::replace_if(text.begin(), text.end(), breaksLine, QChar(u' '));
-    return text;
-}
-
 /// Calls `piece(text, width, isDigit)` for the parts of `line` that are placed on their own: each
 /// digit, and each run of anything else.
 template <typename Piece>
 void forEachPiece(const TextLine& line, const QFontMetricsF& metrics, Piece piece) {
-    const QString text = onOneLine(line.text);
+    const QString text = singleLine(line.text);
     if (!line.style.equalWidthDigits) {
         piece(text, metrics.horizontalAdvance(text), false);
         return;
@@ -72,7 +63,7 @@ TextLine elidedLine(const TextLine& line, const Theme& theme, double width) {
     if (textWidth(line, theme) <= width)
         return line;
     const QFontMetricsF metrics(fontOf(line.style, theme));
-    const QString text = onOneLine(line.text);
+    const QString text = singleLine(line.text);
     return {metrics.elidedText(text, Qt::ElideRight, std::max(0.0, width)), line.style};
 }
 

@@ -155,3 +155,12 @@ TEST_F(StatusPresentationTest, AHugeTitleDoesNotBlowUpTheMenu) {
     for (const QString& label : labels())
         EXPECT_LT(label.size(), 100);
 }
+
+TEST_F(StatusPresentationTest, ATitleOfSeveralLinesIsOne) {
+    load({meeting(u"Stand\nup\u2028now"_s, 5min)});
+    briefing->eventsToday[0].location = u"Room\r\n4"_s;
+    EXPECT_EQ(content().text, u"Stand up now · 5m"_s);
+    EXPECT_EQ(content().toolTipTitle, u"Stand up now"_s);
+    EXPECT_EQ(content().toolTipBody, u"In 5m, at 9:05 am · Room  4\nUpdated 4m ago"_s);
+    EXPECT_TRUE(labels().contains(u"Join Stand up now"_s));
+}

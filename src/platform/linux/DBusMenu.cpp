@@ -1,6 +1,6 @@
 #include "platform/linux/DBusMenu.h"
 
-#include "platform/linux/StatusTexts.h"
+#include "views/TextShortening.h"
 
 #include <algorithm>
 

@@ -14,7 +14,7 @@ namespace lumora {
 
 namespace {
 
-constexpr qint64 readBufferBytes = 256 * 1024;
+constexpr qint64 readBufferBytes = qint64{256} * 1024;
 
 // Nothing of one exchange is kept for the next: no cookies, no credentials, no connection. A kept
 // connection may have died unnoticed, in a suspend for one.

@@ -26,14 +26,18 @@ QCoro::Task<HttpOutcome> QtHttpTransport::exchange(HttpRequest request) {
     const auto trust = trustFor(request.url);
     const auto exchange =
         std::make_shared<HttpExchange>(manager(), m_limits, trust, std::move(request));
-    std::erase_if(m_exchanges, [](const auto& weak) { return weak.expired(); });
-    m_exchanges.push_back(exchange);
+    remember(exchange);
     if (m_closing)
         exchange->close();
     else
         exchange->start();
     HttpOutcome outcome = co_await exchange->outcome().value();
     co_return outcome;
+}
+
+void QtHttpTransport::remember(const std::shared_ptr<HttpExchange>& exchange) {
+    std::erase_if(m_exchanges, [](const auto& weak) { return weak.expired(); });
+    m_exchanges.push_back(exchange);
 }
 
 QNetworkAccessManager& QtHttpTransport::manager() {

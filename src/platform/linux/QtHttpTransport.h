@@ -25,6 +25,7 @@ public:
     QCoro::Task<HttpOutcome> exchange(HttpRequest request) override;
 
 private:
+    void remember(const std::shared_ptr<HttpExchange>& exchange);
     QNetworkAccessManager& manager();
     std::optional<QSslConfiguration> trustFor(const QUrl& url);
 

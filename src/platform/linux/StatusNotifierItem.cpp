@@ -1,6 +1,7 @@
 #include "platform/linux/StatusNotifierItem.h"
 
 #include "platform/linux/StatusTexts.h"
+#include "views/TextShortening.h"
 
 #include <QDBusObjectPath>
 

@@ -1,24 +1,12 @@
 #include "platform/linux/StatusTexts.h"
 
-#include <QStringList>
+#include "views/TextShortening.h"
 
-#include <algorithm>
+#include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
-
-QString singleLine(const QString& text) {
-    QString line = text;
-    std::replace_if(
-        line.begin(), line.end(),
-        [](QChar c) {
-            return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-                   c == QChar::ParagraphSeparator;
-        },
-        u' ');
-    return line;
-}
 
 QString escapedForMarkup(const QString& text) {
     QStringList lines = text.split(u'\n');

@@ -4,9 +4,6 @@
 
 namespace lumora {
 
-/// `text` on one line: control characters, line ends among them, become spaces.
-QString singleLine(const QString& text);
-
 /// `text` as hosts that parse markup show it literally: "&", "<" and ">" as entities. Line ends
 /// stay, other control characters become spaces.
 QString escapedForMarkup(const QString& text);

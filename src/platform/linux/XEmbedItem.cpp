@@ -1,6 +1,7 @@
 #include "platform/linux/XEmbedItem.h"
 
 #include "platform/linux/StatusTexts.h"
+#include "views/TextShortening.h"
 
 #include <QCursor>
 
