@@ -39,6 +39,7 @@ void ActionRows::render(
 
 std::vector<ActionRowValue> habitRows(const Habits& habits) {
     std::vector<ActionRowValue> rows;
+    rows.reserve(habits.items.size());
     for (const Habit& habit : habits.items)
         rows.push_back({
             .id = habit.id,
@@ -52,6 +53,7 @@ std::vector<ActionRowValue> habitRows(const Habits& habits) {
 
 std::vector<ActionRowValue> choreRows(const Chores& chores) {
     std::vector<ActionRowValue> rows;
+    rows.reserve(chores.top.size());
     for (const Chore& chore : chores.top)
         rows.push_back({
             .id = chore.id,
