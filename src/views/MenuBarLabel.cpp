@@ -84,7 +84,7 @@ struct Text {
 
 std::optional<BriefEvent> MenuBarLabel::meeting(const Briefing& briefing, Instant now) {
     const auto candidates = meetingCandidates(briefing, now, backgroundThreshold);
-    const auto upcoming = upcomingMeeting(candidates, now);
+    auto upcoming = upcomingMeeting(candidates, now);
     if (upcoming && secondsBetween(now, *upcoming->start) <= countdownReach)
         return upcoming;
     return meetingInProgress(candidates, now);

@@ -64,10 +64,11 @@ void ScrollThumb::mousePressEvent(QMouseEvent* event) {
 }
 
 void ScrollThumb::mouseMoveEvent(QMouseEvent* event) {
-    if (travel() <= 0)
+    const int way = travel();
+    if (way <= 0)
         return;
     const int top = event->position().toPoint().y() - m_grip - inset;
-    m_bar->setValue(m_bar->minimum() + top * (m_bar->maximum() - m_bar->minimum()) / travel());
+    m_bar->setValue(m_bar->minimum() + top * (m_bar->maximum() - m_bar->minimum()) / way);
 }
 
 } // namespace lumora
