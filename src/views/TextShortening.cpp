@@ -40,24 +40,24 @@ QString singleLine(const QString& text) {
     return line;
 }
 
-QString shortened(const QString& whole, std::size_t most) {
-    const QString text = trimmedBlanks(whole);
+QString shortened(const QString& text, std::size_t most) {
+    QString whole = trimmedBlanks(text);
     // Where each of the first characters begins, and the one after them.
     std::vector<qsizetype> begin(most + 1);
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, whole);
     for (std::size_t i = 1; i < begin.size(); ++i) {
         begin[i] = finder.toNextBoundary();
-        if (begin[i] < 0 || begin[i] == text.size())
-            return text;
+        if (begin[i] < 0 || begin[i] == whole.size())
+            return whole;
     }
     qsizetype cut = begin.back();
     for (std::size_t i = most - 1; i >= most - wordBreakReach; --i) {
-        if (QStringView(text).sliced(begin[i], begin[i + 1] - begin[i]) == u" ") {
+        if (QStringView(whole).sliced(begin[i], begin[i + 1] - begin[i]) == u" ") {
             cut = begin[i];
             break;
         }
     }
-    return trimmed(QStringView(text).first(cut)).toString() + u'…';
+    return trimmed(QStringView(whole).first(cut)).toString() + u'…';
 }
 
 QString shortTitle(const QString& title) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace lumora {
 
@@ -79,9 +78,9 @@ double contrastRatio(const QColor& foreground, const QColor& background) {
     return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-Theme::Theme(ColorScheme scheme, QFont baseFont)
+Theme::Theme(ColorScheme scheme, const QFont& baseFont)
     : m_scheme(scheme)
-    , m_baseFont(std::move(baseFont)) {
+    , m_baseFont(baseFont) {
     const bool dark = scheme == ColorScheme::Dark;
     m_background = dark ? QColor(0x26, 0x27, 0x2b) : QColor(0xfb, 0xfb, 0xfc);
     m_primary = dark ? QColor(0xf2, 0xf2, 0xf4) : QColor(0x1d, 0x1d, 0x1f);
@@ -89,11 +88,11 @@ Theme::Theme(ColorScheme scheme, QFont baseFont)
     fitToBackground();
 }
 
-Theme::Theme(const QPalette& desktopPalette, QFont baseFont)
+Theme::Theme(const QPalette& desktopPalette, const QFont& baseFont)
     : Theme(
           desktopPalette.color(QPalette::Window).lightnessF() < 0.5F ? ColorScheme::Dark
                                                                      : ColorScheme::Light,
-          std::move(baseFont)) {
+          baseFont) {
     const QColor background = desktopPalette.color(QPalette::Window);
     const QColor text = desktopPalette.color(QPalette::WindowText);
     // The secondary text has to stay readable too.

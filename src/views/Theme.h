@@ -29,11 +29,11 @@ enum class ColorScheme { Light, Dark };
 class Theme {
 public:
     /// The program's own colours for `scheme`, with fonts sized from `baseFont`.
-    Theme(ColorScheme scheme, QFont baseFont);
+    Theme(ColorScheme scheme, const QFont& baseFont);
 
     /// The same with background, text and accent taken from the desktop's palette, as far as they
     /// can be read against each other.
-    Theme(const QPalette& desktopPalette, QFont baseFont);
+    Theme(const QPalette& desktopPalette, const QFont& baseFont);
 
     ColorScheme scheme() const { return m_scheme; }
 
