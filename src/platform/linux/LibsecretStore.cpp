@@ -89,7 +89,8 @@ SecretLookup LibsecretStore::lookup(const SecretKey& key) {
 
 SecretLookup LibsecretStore::ask(const SecretKey& key) {
     using Status = SecretLookup::Status;
-    SecretConversation conversation(m_busAddress, m_timeout);
+    // Nothing comes before or after a look-up, so it may take the whole time that a call has.
+    SecretConversation conversation(m_busAddress, 2 * m_timeout);
     const auto items = conversation.open().and_then(
         [&] { return conversation.search(key, SECRET_SEARCH_LOAD_SECRETS); });
     if (!items)

@@ -22,7 +22,8 @@ class LibsecretStore final : public SecretStore {
     Q_OBJECT
 
 public:
-    /// How long one call may take; a removal followed by an addition stays below two seconds.
+    /// How long a removal or an addition may take, and half of what a look-up may: either of them,
+    /// and one after the other, stays below two seconds.
     static constexpr std::chrono::milliseconds defaultTimeout{900};
 
     /// The address of the user's session bus; empty when there is none. Starts none.
