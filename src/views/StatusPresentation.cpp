@@ -1,6 +1,7 @@
 #include "views/StatusPresentation.h"
 
 #include "model/MeetingSelection.h"
+#include "model/SingleLine.h"
 #include "platform/UrlOpener.h"
 #include "views/Formatters.h"
 #include "views/TextShortening.h"

@@ -1,6 +1,6 @@
 #include "views/TextDrawing.h"
 
-#include "views/TextShortening.h"
+#include "model/SingleLine.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

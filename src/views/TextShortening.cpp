@@ -3,7 +3,6 @@
 #include <QStringView>
 #include <QTextBoundaryFinder>
 
-#include <algorithm>
 #include <vector>
 
 namespace lumora {
@@ -26,18 +25,6 @@ QStringView trimmed(QStringView text) {
 
 QString trimmedBlanks(const QString& text) {
     return trimmed(text).toString();
-}
-
-QString singleLine(const QString& text) {
-    QString line = text;
-    std::replace_if(
-        line.begin(), line.end(),
-        [](QChar c) {
-            return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-                   c == QChar::ParagraphSeparator;
-        },
-        u' ');
-    return line;
 }
 
 QString shortened(const QString& text, std::size_t most) {

@@ -77,9 +77,3 @@ TEST(TextShortening, BrokenTextIsHarmless) {
     EXPECT_EQ(shortTitle(half.repeated(20)), half.repeated(16) + u'…');
     EXPECT_EQ(shortTitle(QString(100'000, u'\u0301')).size(), 100'000);
 }
-
-TEST(TextShortening, OneLineHasNoControlCharacters) {
-    EXPECT_EQ(singleLine(u"a\nb\tc\u0007d\u2028e"_s), u"a b c d e"_s);
-    EXPECT_EQ(singleLine(u"Q&A <b> · 5m 🎉"_s), u"Q&A <b> · 5m 🎉"_s);
-    EXPECT_EQ(singleLine(QString(QChar(u'\0')) + u'x'), u" x"_s);
-}

@@ -1,6 +1,6 @@
 #include "platform/linux/DBusMenu.h"
 
-#include "views/TextShortening.h"
+#include "model/SingleLine.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "platform/linux/StatusNotifierItem.h"
 
+#include "model/SingleLine.h"
 #include "platform/linux/StatusTexts.h"
-#include "views/TextShortening.h"
 
 #include <QDBusObjectPath>
 

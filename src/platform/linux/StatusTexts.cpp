@@ -1,6 +1,6 @@
 #include "platform/linux/StatusTexts.h"
 
-#include "views/TextShortening.h"
+#include "model/SingleLine.h"
 
 #include <QStringList>
 
