@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/NotificationCenter.h"
+#include "platform/linux/NotificationServer.h"
+
+#include <QObject>
+
+#include <map>
+#include <vector>
+
+namespace lumora {
+
+class Clock;
+
+/// Has notifications shown whose time has come, and hears how the user reacts to them. One that
+/// finds no server waits for one, as long as it is worth showing; one that a server has taken is
+/// never shown again.
+class NotificationDeliverer final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Both collaborators must outlive the deliverer.
+    NotificationDeliverer(NotificationServer& server, const Clock& clock);
+
+    /// Has the notification shown, in place of one with the same identifier that is still there.
+    void deliver(const NotificationRequest& request);
+
+    /// Gives up on what no server has been asked to show yet.
+    void forgetUnsent();
+
+Q_SIGNALS:
+    /// The user reacted, in whatever way, to a notification with this content. Comes once for each.
+    void responded(const QVariantMap& userInfo, const QByteArray& activationToken);
+
+private:
+    /// A notification that no server has confirmed.
+    struct Unsent {
+        NotificationRequest request;
+        bool underWay = false; ///< the present server has been asked to show it
+        int attempts = 0;      ///< how many servers have been asked
+    };
+
+    /// A notification as the user sees it.
+    struct Standing {
+        QString identifier;
+        QVariantMap userInfo;
+        QByteArray activationToken;
+    };
+
+    std::vector<Unsent>::iterator unsentOf(const QString& identifier);
+    void sendAll();
+    void send(Unsent& unsent, const NotificationAbilities& abilities);
+    void onSent(const NotificationRequest& request, const ShownNotification& shown);
+    void dropHopeless();
+    uint standingId(const QString& identifier) const;
+    void onServerChanged();
+    void onReaction(const ShownNotification& notification);
+
+    NotificationServer& m_server;
+    const Clock& m_clock;
+    std::vector<Unsent> m_unsent; ///< one for each identifier, in the order of delivery
+    std::map<ShownNotification, Standing> m_standing;
+    bool m_asking = false; ///< the present server, for its abilities
+    int m_generation = 0;  ///< answers of an earlier server are stale
+};
+
+} // namespace lumora
