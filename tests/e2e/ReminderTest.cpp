@@ -71,7 +71,7 @@ protected:
             if (event[u"title"_s].toString() != title)
                 continue;
             const auto start = QDateTime::fromString(event[u"start"_s].toString(), Qt::ISODate);
-            const auto wanted = QDateTime::currentDateTimeUtc().addSecs(5 * 60 + 4);
+            const auto wanted = QDateTime::currentDateTimeUtc().addSecs(5 * 60 + 6);
             service.control({{u"shiftDaySeconds"_s, start.secsTo(wanted)}});
             time = wanted.addSecs(-5 * 60);
         }
