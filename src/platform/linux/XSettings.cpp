@@ -31,7 +31,7 @@ public:
 
     /// Bytes that are filled up to a multiple of four.
     QByteArray takePadded(qsizetype length) {
-        const QByteArray bytes = take(length);
+        QByteArray bytes = take(length);
         take((4 - length % 4) % 4);
         return bytes;
     }
