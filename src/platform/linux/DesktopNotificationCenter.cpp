@@ -40,7 +40,7 @@ QCoro::Task<bool> DesktopNotificationCenter::requestAuthorization() {
 
 DesktopNotificationCenter::Answer DesktopNotificationCenter::askForServer() {
     std::erase_if(m_awaited, [](const Answer& answer) { return answer->isComplete(); });
-    const auto answer = std::make_shared<Completion<bool>>();
+    auto answer = std::make_shared<Completion<bool>>();
     m_awaited.push_back(answer);
     m_server.askAbilities(authorizationPatience, [this, answer](const auto& abilities) {
         m_refused = !abilities;

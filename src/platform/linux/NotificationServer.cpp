@@ -2,6 +2,8 @@
 
 #include <QDBusPendingCallWatcher>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -23,8 +25,11 @@ ShownNotification subject(const QDBusMessage& message) {
 } // namespace
 
 NotificationServer::NotificationServer(const QDBusConnection& bus)
-    : m_bus(bus) {
-    if (!m_bus.isConnected())
+    : m_bus(bus) {}
+
+// Listening takes an exchange with the bus, and nobody asks before the status item is shown.
+void NotificationServer::listen() {
+    if (std::exchange(m_listening, true) || !m_bus.isConnected())
         return;
     m_watch.setConnection(m_bus);
     m_watch.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
@@ -36,14 +41,13 @@ NotificationServer::NotificationServer(const QDBusConnection& bus)
             if (!newOwner.isEmpty())
                 Q_EMIT appeared();
         });
-    listen(u"ActionInvoked"_s, SLOT(onActionInvoked(QDBusMessage)));
-    listen(u"ActivationToken"_s, SLOT(onActivationToken(QDBusMessage)));
-    listen(u"NotificationClosed"_s, SLOT(onNotificationClosed(QDBusMessage)));
-}
-
-// The service is named, so that every signal comes once and from no other program.
-void NotificationServer::listen(const QString& signal, const char* slot) {
-    m_bus.connect(serverName, serverPath, serverName, signal, this, slot);
+    // The service is named, so that every signal comes once and from no other program.
+    const auto connectTo = [this](const QString& signal, const char* slot) {
+        m_bus.connect(serverName, serverPath, serverName, signal, this, slot);
+    };
+    connectTo(u"ActionInvoked"_s, SLOT(onActionInvoked(QDBusMessage)));
+    connectTo(u"ActivationToken"_s, SLOT(onActivationToken(QDBusMessage)));
+    connectTo(u"NotificationClosed"_s, SLOT(onNotificationClosed(QDBusMessage)));
 }
 
 void NotificationServer::askAbilities(
@@ -74,6 +78,7 @@ void NotificationServer::notify(
 void NotificationServer::ask(
     const QDBusMessage& call, std::chrono::milliseconds patience,
     const std::function<void(const QDBusMessage&)>& onAnswer) {
+    listen();
     // A call on a bus that is not there would never end.
     const auto answer = m_bus.isConnected()
                             ? m_bus.asyncCall(call, int(patience.count()))

@@ -32,7 +32,8 @@ struct NotificationAbilities {
 };
 
 /// Whatever program shows the desktop's notifications by now, started on demand where the bus can.
-/// Nothing here waits; of a question whose server object ends before the answer, nothing is heard.
+/// It is listened to from the first question on. Nothing here waits; of a question whose server
+/// object ends before the answer, nothing is heard.
 class NotificationServer final : public QObject {
     Q_OBJECT
 
@@ -73,13 +74,14 @@ private Q_SLOTS:
     void onNotificationClosed(const QDBusMessage& message);
 
 private:
-    void listen(const QString& signal, const char* slot);
+    void listen();
     void
     ask(const QDBusMessage& call, std::chrono::milliseconds patience,
         const std::function<void(const QDBusMessage&)>& onAnswer);
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watch;
+    bool m_listening = false;
 };
 
 } // namespace lumora
