@@ -43,6 +43,7 @@ protected:
     void settle(const QDBusConnection& sender) const {
         BusProbe(sender, connection.baseService())
             .call(u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
+        QCoreApplication::processEvents();
     }
 
     void settle() const { settle(desktop ? desktop->bus() : other); }
