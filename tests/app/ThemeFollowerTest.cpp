@@ -21,7 +21,7 @@ const DesktopFont lato = {.family = u"Lato"_s, .pointSize = 13, .weight = 500};
 
 class ThemeFollowerTest : public testing::Test {
 protected:
-    ~ThemeFollowerTest() override {
+    void TearDown() override {
         QApplication::setFont(usual);
         QToolTip::setPalette(usualToolTips);
     }

@@ -130,6 +130,11 @@ TEST_F(PanelDriving, ControlRRefreshes) {
     EXPECT_EQ(desktop.windows(title), 1);
 }
 
+TEST_F(PanelDriving, ControlQEndsTheProgram) {
+    desktop.press(u"ctrl+q"_s);
+    EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
+}
+
 TEST_F(PanelDriving, EscapeCloses) {
     desktop.press(u"Escape"_s);
     EXPECT_TRUE(desktop.hides(title));

@@ -43,7 +43,7 @@ QJsonObject ServiceProcess::briefing() {
 QStringList ServiceProcess::inbox() {
     QStringList texts;
     const QJsonArray entries = complete(m_network.get(request(u"/api/inbox"_s))).array();
-    for (const QJsonValue& entry : entries)
+    for (const auto& entry : entries)
         texts += entry[u"text"_s].toString();
     return texts;
 }
