@@ -304,6 +304,33 @@ TEST_F(NotificationDelivererTest, ASlowServerMayBecomeTooSlow) {
     EXPECT_EQ(desktop->notifyCalls, 0);
 }
 
+TEST_F(NotificationDelivererTest, AServerThatIsNotReadyYetIsAskedAgain) {
+    startServer();
+    desktop->refuse(2);
+    deliverer.deliver(request(u"a"_s));
+    for (int refusal = 1; refusal <= 2; ++refusal) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->notifyCalls == refusal; }, 10'000));
+        settle();
+        clock.advance(30s);
+    }
+    EXPECT_TRUE(showsCount(1));
+}
+
+TEST_F(NotificationDelivererTest, AServerThatRefusesForGoodIsAskedFiveTimes) {
+    startServer();
+    desktop->refuse(100);
+    deliverer.deliver(request(u"a"_s));
+    for (int refusal = 1; refusal <= 5; ++refusal) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->notifyCalls == refusal; }, 10'000));
+        settle();
+        clock.advance(30s);
+    }
+    settle();
+    desktop->refuse(0);
+    deliverAndConfirm(u"b"_s);
+    EXPECT_EQ(titles(), QStringList{u"b"_s});
+}
+
 TEST_F(NotificationDelivererTest, WhatAServerRefusedIsTriedAgainWithTheNext) {
     startServer();
     desktop->refuse(1);
@@ -359,7 +386,7 @@ TEST_F(NotificationDelivererTest, OutlivesTheBus) {
 }
 
 TEST(NotificationDelivererWithoutBus, StaysSilent) {
-    const FakeClock clock;
+    FakeClock clock;
     NotificationServer server{QDBusConnection(u"no such connection"_s)};
     NotificationDeliverer deliverer(server, clock);
     deliverer.deliver({.identifier = u"a"_s, .fireTime = clock.now()});

@@ -13,12 +13,14 @@ namespace {
 // A server that is slow, or still being started, gets as long as the notification is worth showing.
 constexpr std::chrono::milliseconds patience = longestDeliveryDelay;
 
+constexpr std::chrono::seconds retryDelay{30};
+
 // A notification that no server gets shown, perhaps because each one crashes on it.
 constexpr int mostAttempts = 5;
 
 } // namespace
 
-NotificationDeliverer::NotificationDeliverer(NotificationServer& server, const Clock& clock)
+NotificationDeliverer::NotificationDeliverer(NotificationServer& server, Clock& clock)
     : m_server(server)
     , m_clock(clock) {
     connect(&m_server, &NotificationServer::changed, this, &NotificationDeliverer::onServerChanged);
@@ -35,6 +37,8 @@ NotificationDeliverer::NotificationDeliverer(NotificationServer& server, const C
         &m_server, &NotificationServer::closed, this,
         [this](const ShownNotification& notification) { m_standing.erase(notification); });
 }
+
+NotificationDeliverer::~NotificationDeliverer() = default;
 
 void NotificationDeliverer::deliver(const NotificationRequest& request) {
     const auto same = unsentOf(request.identifier);
@@ -67,7 +71,7 @@ void NotificationDeliverer::sendAll() {
         m_asking = false;
         dropHopeless();
         if (!abilities)
-            return; // the next one that comes is asked
+            return tryAgainLater();
         for (Unsent& unsent : m_unsent)
             send(unsent, *abilities);
     });
@@ -85,9 +89,9 @@ void NotificationDeliverer::send(Unsent& unsent, const NotificationAbilities& ab
         if (generation != m_generation)
             return; // its successor is asked instead
         if (shown)
-            onSent(request, *shown);
-        else
-            unsentOf(request.identifier)->underWay = false;
+            return onSent(request, *shown);
+        unsentOf(request.identifier)->underWay = false;
+        tryAgainLater();
     };
     m_server.notify(abilities.server, arguments, patience, onAnswer);
 }
@@ -100,6 +104,13 @@ void NotificationDeliverer::onSent(
         return entry.second.identifier == request.identifier;
     });
     m_standing[shown] = {request.identifier, request.userInfo, {}};
+}
+
+// The next server that comes is asked at once. One that has just taken its name may not be ready
+// yet, though, and nothing tells when it is.
+void NotificationDeliverer::tryAgainLater() {
+    if (!m_unsent.empty())
+        m_retry = m_clock.at(m_clock.now() + retryDelay, [this] { sendAll(); });
 }
 
 void NotificationDeliverer::dropHopeless() {

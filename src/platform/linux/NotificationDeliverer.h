@@ -6,21 +6,24 @@
 #include <QObject>
 
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace lumora {
 
+class Alarm;
 class Clock;
 
 /// Has notifications shown whose time has come, and hears how the user reacts to them. One that
-/// finds no server waits for one, as long as it is worth showing; one that a server has taken is
-/// never shown again.
+/// finds no server, or only one that is not ready, is tried again as long as it is worth showing;
+/// one that a server has taken is never shown again.
 class NotificationDeliverer final : public QObject {
     Q_OBJECT
 
 public:
     /// Both collaborators must outlive the deliverer.
-    NotificationDeliverer(NotificationServer& server, const Clock& clock);
+    NotificationDeliverer(NotificationServer& server, Clock& clock);
+    ~NotificationDeliverer() override;
 
     /// Has the notification shown, in place of one with the same identifier that is still there.
     void deliver(const NotificationRequest& request);
@@ -37,7 +40,7 @@ private:
     struct Unsent {
         NotificationRequest request;
         bool underWay = false; ///< the present server has been asked to show it
-        int attempts = 0;      ///< how many servers have been asked
+        int attempts = 0;      ///< how often a server has been asked
     };
 
     /// A notification as the user sees it.
@@ -51,13 +54,15 @@ private:
     void sendAll();
     void send(Unsent& unsent, const NotificationAbilities& abilities);
     void onSent(const NotificationRequest& request, const ShownNotification& shown);
+    void tryAgainLater();
     void dropHopeless();
     uint standingId(const QString& identifier) const;
     void onServerChanged();
     void onReaction(const ShownNotification& notification);
 
     NotificationServer& m_server;
-    const Clock& m_clock;
+    Clock& m_clock;
+    std::unique_ptr<Alarm> m_retry;
     std::vector<Unsent> m_unsent; ///< one for each identifier, in the order of delivery
     std::map<ShownNotification, Standing> m_standing;
     bool m_asking = false; ///< the present server, for its abilities
