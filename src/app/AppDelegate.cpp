@@ -19,9 +19,8 @@ void AppDelegate::didReceive(const QVariantMap& userInfo, const QByteArray& acti
     const QVariant address = userInfo.value(u"meetingUrl"_s);
     if (address.typeId() != QMetaType::QString)
         return;
-    const QUrl url(address.toString(), QUrl::StrictMode);
-    if (isSafeLink(url))
-        m_urls.open(url, activationToken);
+    if (const auto url = safeLink(address.toString()))
+        m_urls.open(*url, activationToken);
 }
 
 } // namespace lumora

@@ -27,7 +27,7 @@ LumobarApp::Session::Session(LumobarApp& app)
           .secrets = *app.m_family.secrets,
           .keychain = app.m_keychain,
           .service = app.m_service,
-          .reminders = *app.m_family.reminders,
+          .reminders = app.m_reminders,
           .wake = *app.m_family.wake,
       })
     , ticker(*app.m_family.clock)
@@ -48,7 +48,8 @@ LumobarApp::LumobarApp(PlatformFamily family)
     : m_family(std::move(family))
     , m_keychain(*m_family.secrets)
     , m_service(*m_family.transport, m_keychain, *m_family.clock)
-    , m_delegate(*m_family.reminders, *m_family.urls)
+    , m_reminders(*m_family.notifications, *m_family.preferences, *m_family.clock)
+    , m_delegate(m_reminders, *m_family.urls)
     , m_commands(handlers()) {
     StatusItem* item = m_family.statusItem.get();
     connect(item, &StatusItem::activated, this, [this](QPoint position, const QByteArray& token) {
@@ -56,6 +57,9 @@ LumobarApp::LumobarApp(PlatformFamily family)
             m_session->panel.toggle(position, token);
     });
     connect(item, &StatusItem::commandChosen, this, &LumobarApp::runCommand);
+    connect(
+        m_family.notifications.get(), &NotificationCenter::responded, &m_delegate,
+        &AppDelegate::didReceive);
 }
 
 void LumobarApp::start() {
@@ -79,6 +83,10 @@ void LumobarApp::begin() {
         return;
     }
     m_session.emplace(*this);
+    // A fetch, because only the newest briefing says what is to be reminded of.
+    connect(
+        m_family.notifications.get(), &NotificationCenter::authorizable, &m_session->state,
+        &AppState::startPolling);
     m_delegate.applicationDidFinishLaunching();
 }
 

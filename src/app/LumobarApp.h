@@ -5,6 +5,7 @@
 #include "app/PanelController.h"
 #include "app/StatusItemController.h"
 #include "app/Ticker.h"
+#include "notifications/NotificationService.h"
 #include "platform/PlatformFamily.h"
 #include "platform/linux/CommandServer.h"
 #include "service/KeychainService.h"
@@ -53,6 +54,7 @@ private:
     PlatformFamily m_family;
     KeychainService m_keychain;
     LumoService m_service;
+    NotificationService m_reminders;
     AppDelegate m_delegate;
     std::optional<Session> m_session;
     CommandServer m_commands;

@@ -47,9 +47,9 @@ constexpr Entry kQuiet[] = {
     {-240, -210, u"Weekly kick-off", u"Work", u"Room 2.14", u"https://meet.example.com/kick-off"},
 };
 
-QJsonObject eventFrom(const Entry& entry, Instant minuteZero, const QTimeZone& zone) {
+QJsonObject eventFrom(const Entry& entry, Instant dayFrom, const QTimeZone& zone) {
     const auto at = [&](int minutes) {
-        return demoInstantText(minuteZero + std::chrono::minutes(minutes), zone);
+        return demoInstantText(dayFrom + std::chrono::minutes(minutes), zone);
     };
     QJsonObject event{
         {u"title"_s, entry.title.toString()},
@@ -149,11 +149,10 @@ QJsonArray demoEvents(DemoScenario scenario, Instant dayFrom, const QTimeZone& z
     if (scenario == DemoScenario::Empty)
         return {};
     const bool quiet = scenario == DemoScenario::Quiet;
-    const auto minuteZero = std::chrono::ceil<std::chrono::minutes>(dayFrom);
     QJsonArray events{
         allDayEvent(quiet ? u"Day off for the team"_s : u"Release week"_s, dayFrom, zone)};
     for (const auto& entry : quiet ? std::span<const Entry>(kQuiet) : std::span<const Entry>(kBusy))
-        events.append(eventFrom(entry, minuteZero, zone));
+        events.append(eventFrom(entry, dayFrom, zone));
     return events;
 }
 

@@ -12,10 +12,10 @@ namespace lumora {
 
 /// The demo's day as JSON.
 ///
-/// The events are laid out once, around the instant `dayFrom` (rounded up to the whole minute, as
-/// calendars do): "in 12 minutes" means 12 minutes after `dayFrom`, whatever the service's clock
-/// shows by now. So time passing, or the clock being moved, brings the meetings nearer as in a
-/// real day; to move the meetings themselves, lay the day out from another instant.
+/// The events are laid out once, around the instant `dayFrom`: "in 12 minutes" means 12 minutes
+/// after `dayFrom`, whatever the service's clock shows by now. So time passing, or the clock being
+/// moved, brings the meetings nearer as in a real day; to move the meetings themselves, lay the day
+/// out from another instant.
 ///
 /// The busy day holds, in minutes from `dayFrom`: two meetings that ended, a meeting in progress
 /// (-10 to 35), one in 12 minutes, an all-day entry, a seven-hour block (-90 to 330), two meetings

@@ -67,7 +67,7 @@ DemoService::DemoService(
     , m_token(std::move(token))
     , m_clock(std::move(clock))
     , m_zone(zone)
-    , m_dayFrom(m_clock.now())
+    , m_dayFrom(std::chrono::ceil<std::chrono::minutes>(m_clock.now()))
     , m_data(initialDemoData(scenario, m_dayFrom, m_zone)) {}
 
 DemoAnswer DemoService::answer(const DemoRequest& request) {

@@ -32,8 +32,9 @@ struct DemoAnswer {
 };
 
 /// The demo service without its network: one day, its data, and what each request gets. Its day is
-/// laid out once, at the time of creation (see DemoDay.h), and moved only by control requests.
-/// May be asked from several threads.
+/// laid out once, at the time of creation rounded up to the whole minute, as calendars do (see
+/// DemoDay.h), and moved only by control requests, to the second. May be asked from several
+/// threads.
 class DemoService {
 public:
     DemoService(DemoScenario scenario, QByteArray token, DemoClock clock, const QTimeZone& zone);

@@ -4,7 +4,7 @@
 #include "platform/Compositing.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/HttpTransport.h"
-#include "platform/MeetingReminders.h"
+#include "platform/NotificationCenter.h"
 #include "platform/Preferences.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
@@ -25,7 +25,7 @@ struct PlatformFamily {
     std::unique_ptr<SecretStore> secrets;
     std::unique_ptr<WakeMonitor> wake;
     std::unique_ptr<UrlOpener> urls;
-    std::unique_ptr<MeetingReminders> reminders;
+    std::unique_ptr<NotificationCenter> notifications;
     std::unique_ptr<DesktopAppearance> appearance;
     std::unique_ptr<Compositing> compositing;
     std::unique_ptr<StatusItem> statusItem;

@@ -11,4 +11,9 @@ bool isSafeLink(const QUrl& url) {
     return url.isValid() && !url.scheme().isEmpty() && !refused.contains(url.scheme());
 }
 
+std::optional<QUrl> safeLink(const QString& text) {
+    QUrl url(text, QUrl::StrictMode);
+    return isSafeLink(url) ? std::optional(std::move(url)) : std::nullopt;
+}
+
 } // namespace lumora

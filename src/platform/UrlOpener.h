@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QUrl>
 
+#include <optional>
+
 namespace lumora {
 
 /// Opens addresses in the program that the user's desktop has for them.
@@ -18,5 +20,8 @@ public:
 /// Whether an address that came over the network may be opened: it needs a scheme, and none that
 /// reads local files or runs code.
 bool isSafeLink(const QUrl& url);
+
+/// The address that `text` is; absent when it does not parse or is no safe link.
+std::optional<QUrl> safeLink(const QString& text);
 
 } // namespace lumora

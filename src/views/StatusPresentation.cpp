@@ -119,10 +119,7 @@ std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood
 }
 
 std::optional<QUrl> joinUrl(const BriefEvent& meeting) {
-    if (!meeting.meetingUrl || meeting.meetingUrl->isEmpty())
-        return std::nullopt;
-    QUrl url(*meeting.meetingUrl, QUrl::StrictMode);
-    return isSafeLink(url) ? std::optional(std::move(url)) : std::nullopt;
+    return meeting.meetingUrl ? safeLink(*meeting.meetingUrl) : std::nullopt;
 }
 
 StatusItemContent statusItemContent(const StatusInputs& inputs) {

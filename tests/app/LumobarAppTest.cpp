@@ -2,8 +2,8 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpTransport.h"
+#include "fakes/FakeNotificationCenter.h"
 #include "fakes/FakeStatusItem.h"
-#include "fakes/RecordingReminders.h"
 #include "fakes/RecordingUrlOpener.h"
 #include "platform/MemoryPreferences.h"
 #include "platform/MemorySecretStore.h"
@@ -43,9 +43,9 @@ protected:
         clock = keep(family.clock, std::make_unique<FakeClock>());
         transport = keep(family.transport, std::make_unique<FakeHttpTransport>());
         item = keep(family.statusItem, std::make_unique<FakeStatusItem>());
-        family.urls = std::make_unique<RecordingUrlOpener>();
-        reminders = keep(family.reminders, std::make_unique<RecordingReminders>());
-        family.preferences = std::make_unique<MemoryPreferences>();
+        urls = keep(family.urls, std::make_unique<RecordingUrlOpener>());
+        notifications = keep(family.notifications, std::make_unique<FakeNotificationCenter>());
+        preferences = keep(family.preferences, std::make_unique<MemoryPreferences>());
         family.preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
         family.secrets = std::make_unique<MemorySecretStore>();
         KeychainService(*family.secrets).setToken(u"t0ken"_s);
@@ -80,7 +80,9 @@ protected:
     FakeClock* clock = nullptr;
     FakeHttpTransport* transport = nullptr;
     FakeStatusItem* item = nullptr;
-    RecordingReminders* reminders = nullptr;
+    MemoryPreferences* preferences = nullptr;
+    RecordingUrlOpener* urls = nullptr;
+    FakeNotificationCenter* notifications = nullptr;
     std::unique_ptr<LumobarApp> program;
 };
 
@@ -96,12 +98,12 @@ TEST_F(LumobarAppTest, ShowsTheItemBeforeAnyRequest) {
 TEST_F(LumobarAppTest, BeginsOnceAStatusAreaShowsTheItem) {
     begin();
     EXPECT_EQ(transport->requests().size(), 1U);
-    EXPECT_EQ(reminders->authorizationRequests, 1);
+    EXPECT_EQ(notifications->calls, QStringList{u"authorize"_s});
     Q_EMIT item->shown();
     clock->advance(1s);
     QCoreApplication::processEvents();
     EXPECT_EQ(transport->requests().size(), 1U);
-    EXPECT_EQ(reminders->authorizationRequests, 1);
+    EXPECT_EQ(notifications->calls, QStringList{u"authorize"_s});
 }
 
 TEST_F(LumobarAppTest, BeginsWithoutAStatusAreaAfterAMoment) {
@@ -129,6 +131,26 @@ TEST_F(LumobarAppTest, TheMenuRefreshes) {
     EXPECT_EQ(transport->requests().size(), 2U);
 }
 
+TEST_F(LumobarAppTest, AsksForNoPermissionWhereTheUserWantsNoReminders) {
+    preferences->setValue(u"notifyBeforeMeetings"_s, u"false"_s);
+    begin();
+    EXPECT_EQ(notifications->calls, QStringList());
+}
+
+TEST_F(LumobarAppTest, AReactionToAReminderOpensItsMeeting) {
+    begin();
+    Q_EMIT notifications->responded({{u"meetingUrl"_s, u"https://meet.example/a"_s}}, "token");
+    EXPECT_EQ(urls->opened, QList{QUrl(u"https://meet.example/a"_s)});
+    EXPECT_EQ(urls->tokens, QList<QByteArray>{"token"});
+}
+
+TEST_F(LumobarAppTest, FetchesAgainOnceRemindersAreAllowed) {
+    begin();
+    Q_EMIT notifications->authorizable();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(transport->requests().size(), 2U);
+}
+
 // Ending completes whatever is under way, and none of it may find the program half gone.
 
 TEST_F(LumobarAppTest, MayEndBeforeItBegan) {
@@ -139,6 +161,13 @@ TEST_F(LumobarAppTest, MayEndBeforeItBegan) {
 TEST_F(LumobarAppTest, MayEndWhileItStillWaitsForAStatusArea) {
     begin();
     EXPECT_EQ(clock->pendingWaitCount(), 1U);
+    program.reset();
+}
+
+TEST_F(LumobarAppTest, MayEndWhileItAsksForPermission) {
+    notifications->hold();
+    begin();
+    EXPECT_EQ(notifications->heldCount(), 1U);
     program.reset();
 }
 

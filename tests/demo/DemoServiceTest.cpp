@@ -169,6 +169,15 @@ TEST_F(DemoServiceTest, TheDayMovesOnItsOwn) {
                                      {u"dayFrom"_s, u"2025-03-04T08:00:00Z"_s}}));
 }
 
+TEST_F(DemoServiceTest, TheDayBeginsOnAWholeMinuteAndMovesByTheSecond) {
+    real = kNoon + 17s + 3ms;
+    service = make(DemoScenario::Busy);
+    const auto teamSync = [&] { return briefing()[u"eventsToday"_s][5][u"start"_s].toString(); };
+    EXPECT_EQ(teamSync(), u"2025-03-04T12:13:00Z"_s);
+    control(R"({"shiftDaySeconds":-418})");
+    EXPECT_EQ(teamSync(), u"2025-03-04T12:06:02Z"_s);
+}
+
 TEST_F(DemoServiceTest, ABadControlChangesNothing) {
     const auto before = get("/control").body;
     for (const QByteArray body :

@@ -22,6 +22,7 @@ public:
 
     std::unique_ptr<RepeatingTimer>
     every(std::chrono::seconds interval, std::function<void()> tick) override;
+    std::unique_ptr<Alarm> at(Instant time, std::function<void()> ring) override;
     QCoro::Task<> wait(std::chrono::milliseconds duration) override;
 
     /// Lets `duration` pass. Whatever comes due on the way happens at its own moment and in order,
@@ -30,6 +31,9 @@ public:
 
     /// Lets `duration` pass in suspend: whatever came due happens once, at the moment of resuming.
     void suspend(std::chrono::microseconds duration);
+
+    /// Sets the clock, as its user does: whatever comes due by that happens once, at `time`.
+    void set(Instant time);
 
     /// The length of every wait that was begun, in order.
     const std::vector<std::chrono::milliseconds>& waits() const { return m_waits; }
@@ -41,22 +45,24 @@ public:
     std::size_t pendingWaitCount() const;
 
 private:
-    /// Something that will happen: a tick when there is one, else the end of a wait.
-    struct Alarm {
+    /// Something that will happen: a call when there is one, else the end of a wait.
+    struct Coming {
         Instant due;
-        std::chrono::seconds interval{};
-        std::function<void()> tick;
+        std::chrono::seconds interval{}; ///< from one call to the next; zero: there is only one
+        std::function<void()> call;
         Completion<std::monostate> waitOver;
         bool active = true;
     };
 
-    class Timer;
+    template <typename Interface>
+    class Handle;
 
-    std::shared_ptr<Alarm> earliestDueBy(Instant limit);
-    void fire(const std::shared_ptr<Alarm>& alarm);
+    std::shared_ptr<Coming> expect(Instant due);
+    std::shared_ptr<Coming> earliestDueBy(Instant limit);
+    void fire(const std::shared_ptr<Coming>& coming);
 
     Instant m_now;
-    std::vector<std::shared_ptr<Alarm>> m_alarms;
+    std::vector<std::shared_ptr<Coming>> m_coming;
     std::vector<std::chrono::milliseconds> m_waits;
 };
 

@@ -93,6 +93,51 @@ TEST(SystemClock, ATickMayDestroyItsTimer) {
     EXPECT_EQ(ticks, 1);
 }
 
+TEST(SystemClock, AnAlarmRingsOnceAtItsTime) {
+    SystemClock clock;
+    const Instant time = clock.now() + 150ms;
+    std::vector<Instant> rung;
+    const auto alarm = clock.at(time, [&] { rung.push_back(clock.now()); });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !rung.empty(); }, patience));
+    EXPECT_GE(rung[0], time);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return rung.size() > 1; }, 50));
+}
+
+TEST(SystemClock, AnAlarmForThePastRingsFromTheEventLoop) {
+    SystemClock clock;
+    for (const Instant time : {clock.now() - 1h, Instant(), Instant(-1h)}) {
+        int rings = 0;
+        const auto alarm = clock.at(time, [&] { ++rings; });
+        EXPECT_EQ(rings, 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return rings == 1; }, patience));
+    }
+}
+
+TEST(SystemClock, ADestroyedAlarmRingsNoMoreAndLeavesNothingOpen) {
+    SystemClock clock;
+    const int before = openDescriptors();
+    int rings = 0;
+    int other = 0;
+    auto alarm = clock.at(clock.now() + 10ms, [&] { ++rings; });
+    alarm.reset();
+    EXPECT_EQ(openDescriptors(), before);
+    const auto witness = clock.at(clock.now() + 20ms, [&] { ++other; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return other > 0; }, patience));
+    EXPECT_EQ(rings, 0);
+}
+
+TEST(SystemClock, ARingingAlarmMayBeReplaced) {
+    SystemClock clock;
+    int rings = 0;
+    std::unique_ptr<Alarm> alarm;
+    // What it has captured must live on to its last line.
+    alarm = clock.at(clock.now(), [&, name = std::string(100, 'x')] {
+        alarm = clock.at(clock.now(), [&] { ++rings; });
+        rings += static_cast<int>(name.size()) / 100;
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rings == 2; }, patience));
+}
+
 TEST(SystemClock, WaitsNoShorterThanAsked) {
     SystemClock clock;
     QElapsedTimer timer;

@@ -60,6 +60,22 @@ TEST(FakeClock, ADestroyedTimerTicksNoMoreEvenFromItsOwnTick) {
     EXPECT_TRUE(clock.timerIntervals().empty());
 }
 
+TEST(FakeClock, AnAlarmRingsOnceWhenItsTimeIsShown) {
+    FakeClock clock;
+    std::vector<Instant> rung;
+    const auto alarm = clock.at(clock.now() + 1h, [&] { rung.push_back(clock.now()); });
+    {
+        const auto cancelled = clock.at(clock.now() + 1h, [] { FAIL(); });
+    }
+    clock.set(FakeClock::defaultStart - 1h);
+    clock.advance(90min);
+    EXPECT_TRUE(rung.empty());
+    clock.set(FakeClock::defaultStart + 2h);
+    clock.advance(1h);
+    EXPECT_EQ(rung, std::vector{FakeClock::defaultStart + 2h});
+    EXPECT_TRUE(clock.timerIntervals().empty());
+}
+
 TEST(FakeClock, EndsItsWaitsWithItself) {
     QStringList log;
     {

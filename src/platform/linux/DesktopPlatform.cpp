@@ -3,8 +3,8 @@
 #include "platform/JoinedAppearance.h"
 #include "platform/MemoryPreferences.h"
 #include "platform/MemorySecretStore.h"
-#include "platform/NoReminders.h"
 #include "platform/linux/ConfFilePreferences.h"
+#include "platform/linux/DesktopNotificationCenter.h"
 #include "platform/linux/DesktopUrlOpener.h"
 #include "platform/linux/LibsecretStore.h"
 #include "platform/linux/LinuxStatusItem.h"
@@ -39,7 +39,8 @@ PlatformFamily makeCommonPlatform() {
     family.transport = std::make_unique<QtHttpTransport>();
     family.wake = std::make_unique<LogindWakeMonitor>();
     family.urls = std::make_unique<DesktopUrlOpener>();
-    family.reminders = std::make_unique<NoReminders>();
+    family.notifications =
+        std::make_unique<DesktopNotificationCenter>(QDBusConnection::sessionBus(), *family.clock);
     family.appearance = makeAppearance();
     family.compositing = makeCompositing();
     family.statusItem = std::make_unique<LinuxStatusItem>(

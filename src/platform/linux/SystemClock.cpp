@@ -1,5 +1,6 @@
 #include "platform/linux/SystemClock.h"
 
+#include "platform/linux/WallClockAlarm.h"
 #include "platform/linux/WallClockTimer.h"
 
 #include <QTimer>
@@ -65,6 +66,10 @@ Instant SystemClock::now() const {
 
 std::unique_ptr<RepeatingTimer> SystemClock::every(seconds interval, std::function<void()> tick) {
     return std::make_unique<WallClockTimer>(interval, std::move(tick));
+}
+
+std::unique_ptr<Alarm> SystemClock::at(Instant time, std::function<void()> ring) {
+    return std::make_unique<WallClockAlarm>(time, std::move(ring));
 }
 
 QCoro::Task<> SystemClock::wait(milliseconds duration) {

@@ -9,7 +9,8 @@ class QTimer;
 
 namespace lumora {
 
-/// The machine's clock. Repetitions follow the wall clock, waits the time the machine is awake.
+/// The machine's clock. Repetitions and alarms follow the wall clock, waits the time the machine is
+/// awake.
 class SystemClock final : public Clock {
 public:
     SystemClock();
@@ -22,6 +23,8 @@ public:
     Instant now() const override;
     std::unique_ptr<RepeatingTimer>
     every(std::chrono::seconds interval, std::function<void()> tick) override;
+
+    std::unique_ptr<Alarm> at(Instant time, std::function<void()> ring) override;
 
     /// Completes no earlier than `duration`, at most 24 days, from now.
     QCoro::Task<> wait(std::chrono::milliseconds duration) override;

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
-
-#include <QSocketNotifier>
+#include "platform/linux/TimerDescriptor.h"
 
 #include <chrono>
 #include <functional>
@@ -16,19 +15,14 @@ class WallClockTimer final : public RepeatingTimer {
 public:
     /// Starts at once. Intervals below a second count as one, those above a century as a century.
     WallClockTimer(std::chrono::seconds interval, std::function<void()> tick);
-    ~WallClockTimer() override;
-    WallClockTimer(const WallClockTimer&) = delete;
-    WallClockTimer& operator=(const WallClockTimer&) = delete;
 
 private:
     void woken();
-    void arm();
 
     const std::chrono::seconds m_interval;
     const std::shared_ptr<const std::function<void()>> m_tick; // shared with a tick under way
     Instant m_deadline;
-    const int m_descriptor;
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    TimerDescriptor m_descriptor;
 };
 
 } // namespace lumora

@@ -1,0 +1,62 @@
+# A reminder on the private desktop, shown by a real notification server. Sourced after
+# lib.sh; needs the service and the settings of desktop-panel.sh.
+# shellcheck shell=bash
+# shellcheck source=script/desktop-panel.sh
+source "$(dirname "${BASH_SOURCE[0]}")/desktop-panel.sh"
+
+# start_notification_server: starts dunst below the bar's right end, with Lumora's own icon.
+start_notification_server() {
+    local icons=$XDG_DATA_HOME/icons
+    mkdir -p "$icons/hicolor/scalable/apps" "$XDG_CONFIG_HOME/dunst"
+    cp data/icons/com.lumora.app.svg "$icons/hicolor/scalable/apps/"
+    cat >"$XDG_CONFIG_HOME/dunst/dunstrc" <<SETTINGS
+[global]
+    scale = $desktop_scale
+    width = 340
+    height = 120
+    origin = top-right
+    offset = 12x38
+    padding = 14
+    horizontal_padding = 16
+    text_icon_padding = 14
+    frame_width = 1
+    frame_color = "#00000022"
+    corner_radius = 12
+    font = Inter $((21 * desktop_scale / 2))
+    line_height = 2
+    format = "<b>%s</b>\n<span foreground='#5e6567'>%b</span>"
+    markup = full
+    icon_position = left
+    vertical_alignment = center
+    min_icon_size = 40
+    max_icon_size = 40
+    icon_path = "$icons/hicolor/scalable/apps"
+    show_indicators = no
+[urgency_normal]
+    background = "#fafafaf8"
+    foreground = "#2e3436"
+    timeout = 0
+SETTINGS
+    start dunst dunst
+    wait_until 10 server_answers || die "dunst did not start, see $desktop_log/"
+}
+
+server_answers() { dunstctl is-paused &>"$desktop_log/dunstctl.log"; }
+
+reminder_is_shown() { (($(dunstctl count displayed 2>"$desktop_log/dunstctl.log") > 0)); }
+
+# show_reminder FOLDER: the day is moved to five minutes and a few seconds before a meeting.
+show_reminder() {
+    local day
+    start_notification_server
+    start_lumora
+    day=$(date -u -d '7 minutes ago 5 seconds' +%FT%TZ) # the meeting is in its minute 12
+    ask_service /control -d "{\"scenario\":\"busy\",\"dayFrom\":\"$day\"}" >/dev/null
+    "$lumora" refresh || fail "the day could not be fetched"
+    park_pointer
+    wait_until 15 reminder_is_shown || fail "no reminder within 15 s"
+    sleep 0.5 # until the label and the notification are drawn
+    take_picture "$1/reminder.png" "$((440 * desktop_scale))x$((130 * desktop_scale))+$((
+        ${desktop_size%x*} - 440 * desktop_scale))+0"
+    quit_lumora
+}

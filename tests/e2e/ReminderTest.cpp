@@ -1,0 +1,149 @@
+#include "e2e/ConfiguredProgram.h"
+#include "support/NotificationDaemon.h"
+#include "support/PrivateDisplay.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QJsonArray>
+#include <QTest>
+
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int longEnough = 20'000; // milliseconds
+
+/// The program on a display with a real notification server, and a browser that only notes down
+/// what it is to open.
+class Reminder : public ConfiguredProgram {
+protected:
+    void SetUp() override {
+        ConfiguredProgram::SetUp();
+        lumora.setVariable(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        lumora.setVariable(u"DISPLAY"_s, QString::fromLatin1(display.name()));
+        installBrowser();
+        service.control({{u"shiftDaySeconds"_s, 24 * 60 * 60}}); // nothing to remind of yet
+    }
+
+    // The program must not outlive its display.
+    void TearDown() override {
+        EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
+        EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
+    }
+
+    /// The desktop's way to open an address is the first one of this name on the path.
+    void installBrowser() {
+        QFile script(browser.filePath(u"xdg-open"_s));
+        ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\nprintf '%s\\n' \"$*\" >> \"${0%/*}/opened\"\n");
+        ASSERT_TRUE(script.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        lumora.setVariable(u"PATH"_s, browser.path() + u':' + qEnvironmentVariable("PATH"));
+    }
+
+    QByteArrayList opened() const {
+        QFile file(browser.filePath(u"opened"_s));
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        auto lines = file.readAll().split('\n');
+        lines.removeLast();
+        return lines;
+    }
+
+    testing::AssertionResult opens(const QByteArrayList& links) {
+        if (QTest::qWaitFor([&] { return opened() == links; }, longEnough))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << "opened: " << opened().join(' ').toStdString();
+    }
+
+    QStringList remindedOf() const {
+        QStringList titles;
+        for (const auto& notification : server.shown())
+            titles += notification.summary;
+        return titles;
+    }
+
+    /// Moves the day so that the meeting is to be reminded of a few seconds from now, and tells
+    /// the program.
+    void nearlyTimeFor(const QString& title) {
+        const auto events = service.briefing().value(u"eventsToday"_s).toArray();
+        for (const QJsonValue event : events) {
+            if (event[u"title"_s].toString() != title)
+                continue;
+            const auto start = QDateTime::fromString(event[u"start"_s].toString(), Qt::ISODate);
+            const auto wanted = QDateTime::currentDateTimeUtc().addSecs(5 * 60 + 6);
+            service.control({{u"shiftDaySeconds"_s, start.secsTo(wanted)}});
+            time = wanted.addSecs(-5 * 60);
+        }
+        EXPECT_EQ(lumora.run({u"refresh"_s}).exitCode, 0);
+    }
+
+    /// Waits until it is past the time of the reminder.
+    void letTheTimePass() const {
+        const auto isOver = [this] { return QDateTime::currentDateTimeUtc() > time.addSecs(1); };
+        EXPECT_TRUE(QTest::qWaitFor(isOver, longEnough));
+    }
+
+    PrivateDisplay display;
+    NotificationDaemon server{lumora.sessionBus(), display};
+    QTemporaryDir browser;
+    QDateTime time; ///< of the reminder
+};
+
+} // namespace
+
+TEST_F(Reminder, ItsClickOpensTheMeetingAlsoAfterTheServerWasRestarted) {
+    server.start();
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    nearlyTimeFor(u"Team sync"_s);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, longEnough));
+    const NotificationDaemon::Shown expected{
+        .app = u"Lumora"_s,
+        .summary = u"Team sync"_s,
+        .body = u"Starts in 5 min · Room 2.14"_s,
+        .desktopEntry = u"com.lumora.app"_s,
+    };
+    EXPECT_EQ(server.shown().constFirst(), expected);
+    server.click();
+    EXPECT_TRUE(opens({"https://meet.example.com/team-sync"}));
+
+    server.kill();
+    server.start();
+    nearlyTimeFor(u"Design review"_s);
+    const auto isShown = [this] { return remindedOf().contains(u"Design review"_s); };
+    ASSERT_TRUE(QTest::qWaitFor(isShown, longEnough));
+    server.click();
+    EXPECT_TRUE(
+        opens({"https://meet.example.com/team-sync", "https://meet.example.com/design-review"}));
+    EXPECT_EQ(remindedOf(), (QStringList{u"Team sync"_s, u"Design review"_s}));
+}
+
+TEST_F(Reminder, ThatFiresWithoutAServerIsShownByTheNext) {
+    server.start();
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    nearlyTimeFor(u"Team sync"_s);
+    server.kill();
+    letTheTimePass();
+    EXPECT_EQ(remindedOf(), QStringList());
+    server.start();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, longEnough));
+    server.click();
+    EXPECT_TRUE(opens({"https://meet.example.com/team-sync"}));
+    EXPECT_EQ(remindedOf(), QStringList{u"Team sync"_s});
+}
+
+TEST_F(Reminder, IsShownToWhoWantsOne) {
+    server.start();
+    lumora.writePreferences(
+        {{u"endpointURL"_s, service.endpoint()}, {u"notifyBeforeMeetings"_s, u"false"_s}});
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    nearlyTimeFor(u"Team sync"_s);
+    letTheTimePass();
+    prefer(u"habits"_s);
+    nearlyTimeFor(u"Design review"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, longEnough));
+    EXPECT_EQ(remindedOf(), QStringList{u"Design review"_s});
+}
