@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/AppState.h"
 #include "app/PanelController.h"
+#include "app/SettingsController.h"
 #include "app/StatusItemController.h"
 #include "app/Ticker.h"
 #include "platform/PlatformFamily.h"
@@ -41,6 +42,7 @@ private:
         Ticker ticker;
         StatusItemController controller;
         PanelController panel;
+        SettingsController settings;
     };
 
     void begin();

@@ -5,6 +5,7 @@
 #include "fakes/FakeStatusItem.h"
 #include "fakes/RecordingReminders.h"
 #include "fakes/RecordingUrlOpener.h"
+#include "platform/MemoryLoginItems.h"
 #include "platform/MemoryPreferences.h"
 #include "platform/MemorySecretStore.h"
 #include "platform/linux/CommandAddress.h"
@@ -49,6 +50,7 @@ protected:
         family.preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
         family.secrets = std::make_unique<MemorySecretStore>();
         KeychainService(*family.secrets).setToken(u"t0ken"_s);
+        family.loginItems = std::make_unique<MemoryLoginItems>();
         family.wake = std::make_unique<WakeMonitor>();
         family.appearance = std::make_unique<DesktopAppearance>();
         family.compositing = std::make_unique<Compositing>(false);

@@ -1,8 +1,10 @@
 #include "platform/linux/DesktopPlatform.h"
 
+#include "platform/MemoryLoginItems.h"
 #include "platform/MemoryPreferences.h"
 #include "platform/MemorySecretStore.h"
 #include "platform/NoReminders.h"
+#include "platform/linux/AutostartRegistry.h"
 #include "platform/linux/ConfFilePreferences.h"
 #include "platform/linux/DesktopUrlOpener.h"
 #include "platform/linux/LibsecretStore.h"
@@ -41,9 +43,9 @@ PlatformFamily makeCommonPlatform() {
 
 PlatformFamily makeDesktopPlatform() {
     PlatformFamily family = makeCommonPlatform();
-    family.preferencesFile = ConfFilePreferences::defaultPath();
-    family.preferences = std::make_unique<ConfFilePreferences>(family.preferencesFile);
+    family.preferences = std::make_unique<ConfFilePreferences>();
     family.secrets = std::make_unique<LibsecretStore>(QDBusConnection::sessionBus());
+    family.loginItems = std::make_unique<AutostartRegistry>();
     return family;
 }
 
@@ -51,6 +53,7 @@ PlatformFamily makeForgetfulPlatform() {
     PlatformFamily family = makeCommonPlatform();
     family.preferences = std::make_unique<MemoryPreferences>();
     family.secrets = std::make_unique<MemorySecretStore>();
+    family.loginItems = std::make_unique<MemoryLoginItems>();
     return family;
 }
 
