@@ -2,6 +2,8 @@
 
 #include "settings/FormPainting.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPainter>
 
 namespace lumora {
@@ -42,6 +44,13 @@ QSize FormField::minimumSizeHint() const {
     return {
         4 * Form::controlHeight,
         std::max(Form::controlHeight, QFontMetrics(font()).height() + Form::controlPadding)};
+}
+
+void FormField::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* const menu = createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setPalette(Form::popupPalette(m_themes.theme()));
+    menu->popup(event->globalPos());
 }
 
 void FormField::paintEvent(QPaintEvent* event) {

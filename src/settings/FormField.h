@@ -18,6 +18,7 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

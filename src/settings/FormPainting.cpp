@@ -51,6 +51,19 @@ QColor controlColor(const Theme& theme, Emphasis emphasis) {
     Q_UNREACHABLE();
 }
 
+QPalette popupPalette(const Theme& theme) {
+    QPalette colors(cardColor(theme));
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
+        colors.setColor(role, cardColor(theme));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colors.setColor(role, theme.color(ColorRole::Primary));
+    colors.setColor(QPalette::Highlight, theme.color(ColorRole::Accent));
+    colors.setColor(QPalette::HighlightedText, theme.color(ColorRole::Background));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colors.setColor(QPalette::Disabled, role, theme.color(ColorRole::Tertiary));
+    return colors;
+}
+
 void paintGround(QPainter& painter, const QRectF& rect, double radius, const QColor& color) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

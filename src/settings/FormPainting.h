@@ -2,6 +2,7 @@
 
 #include "views/Theme.h"
 
+#include <QPalette>
 #include <QRectF>
 
 class QPainter;
@@ -24,6 +25,9 @@ QColor cardColor(const Theme& theme);
 /// The ground of a control on a card: stronger under the pointer, stronger still when pressed.
 enum class Emphasis { None, Hover, Pressed };
 QColor controlColor(const Theme& theme, Emphasis emphasis);
+
+/// What menus and lists that pop up from the form are drawn with by the toolkit.
+QPalette popupPalette(const Theme& theme);
 
 void paintGround(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
 

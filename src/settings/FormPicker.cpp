@@ -3,6 +3,7 @@
 #include "settings/FormPainting.h"
 #include "views/RowPainter.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -30,14 +31,10 @@ FormPicker::FormPicker(const ThemeSource& themes, const QStringList& choices)
 void FormPicker::applyTheme() {
     const Theme& theme = m_themes.theme();
     setFont(theme.font(TextRole::Callout));
-    QPalette colors = palette();
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
-        colors.setColor(role, Form::cardColor(theme));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        colors.setColor(role, theme.color(ColorRole::Primary));
-    colors.setColor(QPalette::Highlight, theme.color(ColorRole::Accent));
-    colors.setColor(QPalette::HighlightedText, theme.color(ColorRole::Background));
-    setPalette(colors);
+    // The list is a window of its own and takes nothing from the picker by itself.
+    const QPalette colors = Form::popupPalette(theme);
+    view()->setPalette(colors);
+    view()->window()->setPalette(colors);
     updateGeometry();
     update();
 }
