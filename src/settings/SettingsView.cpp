@@ -9,6 +9,7 @@
 #include "settings/FormText.h"
 #include "settings/SettingsModel.h"
 #include "settings/SettingsTexts.h"
+#include "settings/TokenField.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -71,7 +72,7 @@ SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
     : m_model(model)
     , m_themes(themes)
     , m_endpoint(new FormField(themes))
-    , m_token(new FormField(themes))
+    , m_token(new TokenField(themes))
     , m_save(new FormButton(themes, {u"&Save token"_s}))
     , m_test(new FormButton(themes, {testTitle, testingTitle}))
     , m_result(new FormText(themes, ColorRole::Green, FormText::Announced::Yes))
@@ -84,7 +85,6 @@ SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
     m_endpoint->setPlaceholderText(u"https://dashboard.example.com/api/briefing"_s);
     m_endpoint->setInputMethodHints(
         Qt::ImhUrlCharactersOnly | Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText);
-    m_token->setEchoMode(QLineEdit::Password);
 
     auto* const groups = new QVBoxLayout(this);
     groups->setContentsMargins(margins);
@@ -232,7 +232,7 @@ void SettingsView::renderGeneral() {
 }
 
 void SettingsView::focusFirstGap() {
-    for (FormField* field : {m_endpoint, m_token}) {
+    for (FormField* field : std::initializer_list<FormField*>{m_endpoint, m_token}) {
         if (field->text().trimmed().isEmpty()) {
             field->setFocus(Qt::OtherFocusReason);
             return;

@@ -16,6 +16,7 @@ class FormPicker;
 class FormSwitch;
 class FormText;
 class SettingsModel;
+class TokenField;
 
 /// The form with all the settings: shows the model, and tells it of every change at once.
 class SettingsView : public QWidget {
@@ -46,7 +47,7 @@ private:
     SettingsModel& m_model;
     const ThemeSource& m_themes;
     FormField* m_endpoint;
-    FormField* m_token;
+    TokenField* m_token;
     FormButton* m_save;
     FormButton* m_test;
     FormText* m_result;

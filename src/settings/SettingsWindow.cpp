@@ -41,8 +41,8 @@ void SettingsWindow::open(const QByteArray& activationToken) {
 }
 
 void SettingsWindow::refit() {
-    const int wanted = m_scroller->contentHeight(width);
-    setFixedSize(width, std::min(wanted, screen()->availableGeometry().height()));
+    const int wanted = m_scroller->contentHeight(contentWidth);
+    setFixedSize(contentWidth, std::min(wanted, screen()->availableGeometry().height()));
     m_scroller->setGeometry(rect());
 }
 

@@ -17,7 +17,7 @@ class SettingsWindow : public QWidget {
 
 public:
     /// The width in points.
-    static constexpr int width = 420;
+    static constexpr int contentWidth = 420;
 
     /// `model` and `themes` must outlive the window.
     SettingsWindow(SettingsModel& model, const ThemeSource& themes);
