@@ -32,6 +32,7 @@ function(lumora_test name)
     cmake_parse_arguments(TEST "" "" "SOURCES;USES" ${ARGN})
     add_executable(${name} ${TEST_SOURCES})
     target_link_libraries(${name} PRIVATE ${TEST_USES} lumora_test_support lumora_compile_options)
+    target_precompile_headers(${name} REUSE_FROM lumora_test_support)
     lumora_moc_if_needed(${name} ${TEST_SOURCES})
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}: "
         PROPERTIES TIMEOUT 120)

@@ -33,6 +33,7 @@ start_desktop() {
     use_private_home
     start_x_server
     start_session_bus
+    start_settings
     start xfwm4 xfwm4 --compositor=on
     start_panel
 }
@@ -79,6 +80,19 @@ start_session_bus() {
     export DBUS_SESSION_BUS_ADDRESS
 }
 
+# The settings that all programs of the desktop share: their font and their colours.
+start_settings() {
+    cat >"$work/xsettings" <<'SETTINGS'
+Gtk/FontName "Inter 10"
+Net/ThemeName "Adwaita"
+Xft/Antialias 1
+Xft/Hinting 1
+Xft/HintStyle "hintslight"
+Xft/RGBA "none"
+SETTINGS
+    start xsettingsd xsettingsd -c "$work/xsettings"
+}
+
 # A bar at the top with a clock and, left of it, the status area.
 start_panel() {
     mkdir -p "$XDG_CONFIG_HOME/glib-2.0/settings" "$XDG_CONFIG_HOME/gtk-3.0"
@@ -112,15 +126,6 @@ toplevel-id='top'
 position=10
 relative-to-edge='end'
 locked=true
-KEYS
-    cat >"$XDG_CONFIG_HOME/gtk-3.0/settings.ini" <<'KEYS'
-[Settings]
-gtk-theme-name=Adwaita
-gtk-font-name=Inter 10
-gtk-xft-antialias=1
-gtk-xft-hinting=1
-gtk-xft-hintstyle=hintslight
-gtk-xft-rgba=none
 KEYS
     cat >"$XDG_CONFIG_HOME/gtk-3.0/gtk.css" <<'STYLE'
 /* Room around the items. */

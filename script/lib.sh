@@ -24,6 +24,8 @@ build_preset() {
     local launcher=()
     if command -v ccache >/dev/null; then
         launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+        # Without these ccache keeps nothing that was compiled with precompiled headers.
+        export CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
     say "Configuring build/$preset"
     cmake --preset "$preset" "${launcher[@]}" >"$(log_file "configure-$preset")" 2>&1 ||

@@ -11,6 +11,20 @@ namespace lumora {
 
 namespace {
 
+/// Plasma and LXQt hand their font to the toolkit themselves, with more about it than others know.
+bool setsFontByItself(const QString& desktop) {
+    const auto names = desktop.split(u':');
+    return names.contains(u"KDE") || names.contains(u"LXQt");
+}
+
+QFont fontFrom(const DesktopFont& wish) {
+    QFont font(wish.family);
+    font.setPointSizeF(wish.pointSize);
+    font.setWeight(QFont::Weight(wish.weight));
+    font.setItalic(wish.italic);
+    return font;
+}
+
 /// Plasma is the one desktop whose own palette reaches the program; elsewhere the toolkit has only
 /// a palette of its own, which looks at home nowhere.
 bool hasPaletteOfItsOwn(const QString& desktop) {
@@ -27,9 +41,18 @@ ThemeFollower::ThemeFollower(const DesktopAppearance& appearance, QString deskto
     : m_appearance(appearance)
     , m_desktop(std::move(desktop))
     , m_themes(current()) {
-    connect(
-        &m_appearance, &DesktopAppearance::changed, this, [this] { m_themes.setTheme(current()); });
+    connect(&m_appearance, &DesktopAppearance::changed, this, [this] {
+        adoptFont();
+        m_themes.setTheme(current());
+    });
     qApp->installEventFilter(this);
+    adoptFont();
+}
+
+void ThemeFollower::adoptFont() {
+    const auto& wish = m_appearance.wishes().font;
+    if (wish && !setsFontByItself(m_desktop))
+        QApplication::setFont(fontFrom(*wish));
 }
 
 Theme ThemeFollower::current() const {

@@ -1,35 +1,55 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 #include <optional>
 
 namespace lumora {
 
-/// What the user asks of all programs' looks.
+/// A font as desktops name it.
+struct DesktopFont {
+    QString family;
+    double pointSize = 0; ///< above 0
+    int weight = 400;     ///< from 100, thin, to 900, black
+    bool italic = false;
+
+    bool operator==(const DesktopFont&) const = default;
+};
+
+/// What the user asks of all programs' looks. Absent is what the desktop does not state.
 class DesktopAppearance : public QObject {
     Q_OBJECT
 
 public:
     enum class Preference { Dark, Light };
 
-    /// The colour scheme that is asked for; absent when the desktop states none.
-    std::optional<Preference> colorScheme() const { return m_colorScheme; }
+    struct Wishes {
+        std::optional<Preference> colorScheme = std::nullopt;
+        std::optional<DesktopFont> font = std::nullopt; ///< of ordinary texts
+        std::optional<bool> animations = std::nullopt;  ///< false: nothing is to move by itself
+
+        bool operator==(const Wishes&) const = default;
+    };
+
+    std::optional<Preference> colorScheme() const { return m_wishes.colorScheme; }
+
+    const Wishes& wishes() const { return m_wishes; }
 
 Q_SIGNALS:
     /// The user asks for something else.
     void changed();
 
 protected:
-    void setColorScheme(std::optional<Preference> colorScheme) {
-        if (m_colorScheme == colorScheme)
+    void setWishes(const Wishes& wishes) {
+        if (m_wishes == wishes)
             return;
-        m_colorScheme = colorScheme;
+        m_wishes = wishes;
         Q_EMIT changed();
     }
 
 private:
-    std::optional<Preference> m_colorScheme;
+    Wishes m_wishes;
 };
 
 } // namespace lumora

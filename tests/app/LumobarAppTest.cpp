@@ -12,6 +12,7 @@
 #include "support/PrivateBus.h"
 #include "support/ScopedEnvironment.h"
 
+#include <QApplication>
 #include <QDBusPendingCallWatcher>
 #include <QSignalSpy>
 #include <QTest>
@@ -129,6 +130,22 @@ TEST_F(LumobarAppTest, TheMenuRefreshes) {
     begin();
     Q_EMIT item->commandChosen(u"refresh"_s, {});
     EXPECT_EQ(transport->requests().size(), 2U);
+}
+
+TEST_F(LumobarAppTest, TheMenuOpensTheOneSettingsWindow) {
+    const auto openSettingsWindows = [] {
+        int count = 0;
+        for (const QWidget* widget : QApplication::topLevelWidgets())
+            count += widget->isVisible() && widget->windowTitle() == u"Settings"_s;
+        return count;
+    };
+    begin();
+    for (int i = 0; i < 2; ++i) {
+        Q_EMIT item->commandChosen(u"settings"_s, {});
+        EXPECT_EQ(openSettingsWindows(), 1);
+    }
+    program.reset();
+    EXPECT_EQ(openSettingsWindows(), 0);
 }
 
 // Ending completes whatever is under way, and none of it may find the program half gone.

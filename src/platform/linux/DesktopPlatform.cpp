@@ -1,5 +1,6 @@
 #include "platform/linux/DesktopPlatform.h"
 
+#include "platform/JoinedAppearance.h"
 #include "platform/MemoryLoginItems.h"
 #include "platform/MemoryPreferences.h"
 #include "platform/MemorySecretStore.h"
@@ -23,6 +24,16 @@ namespace lumora {
 
 namespace {
 
+/// The portal states what the user has chosen; the window system's settings only hint at dark
+/// colours, but know the font.
+std::unique_ptr<DesktopAppearance> makeAppearance() {
+    std::vector<std::unique_ptr<DesktopAppearance>> sources;
+    sources.push_back(std::make_unique<PortalAppearance>(QDBusConnection::sessionBus()));
+    if (auto windowSystem = makeWindowSystemAppearance())
+        sources.push_back(std::move(windowSystem));
+    return std::make_unique<JoinedAppearance>(std::move(sources));
+}
+
 /// What both desktops have in common: everything that remembers nothing.
 PlatformFamily makeCommonPlatform() {
     PlatformFamily family;
@@ -31,7 +42,7 @@ PlatformFamily makeCommonPlatform() {
     family.wake = std::make_unique<LogindWakeMonitor>();
     family.urls = std::make_unique<DesktopUrlOpener>();
     family.reminders = std::make_unique<NoReminders>();
-    family.appearance = std::make_unique<PortalAppearance>(QDBusConnection::sessionBus());
+    family.appearance = makeAppearance();
     family.compositing = makeCompositing();
     family.statusItem = std::make_unique<LinuxStatusItem>(
         QDBusConnection::sessionBus(),

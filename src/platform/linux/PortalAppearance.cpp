@@ -56,13 +56,13 @@ void PortalAppearance::read() {
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
         pending->deleteLater();
         if (const QDBusPendingReply<QDBusVariant> answer = *pending; answer.isValid())
-            setColorScheme(preferenceIn(answer.value().variant()));
+            setWishes({.colorScheme = preferenceIn(answer.value().variant())});
     });
 }
 
 void PortalAppearance::onSetting(const QDBusMessage& change) {
     if (isAbout(change, appearanceGroup, colorSchemeKey))
-        setColorScheme(preferenceIn(valueIn(change)));
+        setWishes({.colorScheme = preferenceIn(valueIn(change))});
 }
 
 } // namespace lumora

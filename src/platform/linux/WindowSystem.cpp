@@ -1,5 +1,6 @@
 #include "platform/linux/WindowSystem.h"
 
+#include "platform/linux/X11Appearance.h"
 #include "platform/linux/X11Compositing.h"
 
 #include <QCursor>
@@ -12,6 +13,13 @@ namespace lumora {
 namespace {
 
 constexpr auto x11Platform = "xcb"_L1;
+
+/// The application's connection to the X server; null where it has none.
+xcb_connection_t* x11Connection() {
+    if (QGuiApplication::platformName() != x11Platform)
+        return nullptr;
+    return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+}
 
 } // namespace
 
@@ -35,10 +43,15 @@ std::optional<QPoint> pointerPosition() {
 
 std::unique_ptr<Compositing> makeCompositing() {
     // Whatever is not X11 has no other way to show windows than to blend them.
-    if (QGuiApplication::platformName() != x11Platform)
+    auto* connection = x11Connection();
+    if (!connection)
         return std::make_unique<Compositing>(true);
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return std::make_unique<X11Compositing>(x11->connection());
+    return std::make_unique<X11Compositing>(connection);
+}
+
+std::unique_ptr<DesktopAppearance> makeWindowSystemAppearance() {
+    auto* connection = x11Connection();
+    return connection ? std::make_unique<X11Appearance>(connection) : nullptr;
 }
 
 } // namespace lumora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Compositing.h"
+#include "platform/DesktopAppearance.h"
 
 #include <QPoint>
 #include <QString>
@@ -30,5 +31,8 @@ std::optional<QPoint> pointerPosition();
 
 /// Follows the running application's desktop.
 std::unique_ptr<Compositing> makeCompositing();
+
+/// The user's wishes as the window system knows them; null where it knows none.
+std::unique_ptr<DesktopAppearance> makeWindowSystemAppearance();
 
 } // namespace lumora
