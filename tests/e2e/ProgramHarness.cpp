@@ -64,6 +64,10 @@ ProgramHarness::ProgramHarness()
 }
 
 ProgramHarness::~ProgramHarness() {
+    end();
+}
+
+void ProgramHarness::end() {
     if (!m_program || m_program->state() == QProcess::NotRunning)
         return;
     m_probe.call(u"/com/lumora/app"_s, programName, u"Quit"_s);

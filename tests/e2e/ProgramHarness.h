@@ -61,6 +61,9 @@ public:
     /// Waits for the end of the program that stays.
     Outcome waitForEnd();
 
+    /// Asks the program that stays to end, if it still runs, and expects that it does.
+    void end();
+
     /// Asks the program by D-Bus what it shows; empty while nobody answers.
     QJsonObject status();
 
