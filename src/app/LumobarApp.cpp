@@ -90,7 +90,17 @@ void LumobarApp::begin() {
         return;
     }
     m_session.emplace(*this);
+    followNetwork();
     m_delegate.applicationDidFinishLaunching();
+}
+
+void LumobarApp::followNetwork() {
+    // A program that starts with the session is often there before the network.
+    AppState& state = m_session->state;
+    connect(m_family.network.get(), &NetworkMonitor::cameUp, &state, [&state] {
+        if (state.state().isFailed())
+            state.startPolling();
+    });
 }
 
 CommandHandlers LumobarApp::handlers() {

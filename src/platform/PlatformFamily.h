@@ -6,6 +6,7 @@
 #include "platform/HttpTransport.h"
 #include "platform/LoginItemRegistry.h"
 #include "platform/MeetingReminders.h"
+#include "platform/NetworkMonitor.h"
 #include "platform/Preferences.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
@@ -26,6 +27,7 @@ struct PlatformFamily {
     std::unique_ptr<SecretStore> secrets;
     std::unique_ptr<LoginItemRegistry> loginItems;
     std::unique_ptr<WakeMonitor> wake;
+    std::unique_ptr<NetworkMonitor> network;
     std::unique_ptr<UrlOpener> urls;
     std::unique_ptr<MeetingReminders> reminders;
     std::unique_ptr<DesktopAppearance> appearance;

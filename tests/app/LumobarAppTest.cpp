@@ -53,6 +53,7 @@ protected:
         KeychainService(*family.secrets).setToken(u"t0ken"_s);
         family.loginItems = std::make_unique<MemoryLoginItems>();
         family.wake = std::make_unique<WakeMonitor>();
+        network = keep(family.network, std::make_unique<NetworkMonitor>());
         family.appearance = std::make_unique<DesktopAppearance>();
         family.compositing = std::make_unique<Compositing>(false);
         program = std::make_unique<LumobarApp>(std::move(family));
@@ -83,6 +84,7 @@ protected:
     FakeClock* clock = nullptr;
     FakeHttpTransport* transport = nullptr;
     FakeStatusItem* item = nullptr;
+    NetworkMonitor* network = nullptr;
     RecordingReminders* reminders = nullptr;
     std::unique_ptr<LumobarApp> program;
 };
@@ -129,6 +131,18 @@ TEST_F(LumobarAppTest, StepsBackWhereAnotherProcessRuns) {
 TEST_F(LumobarAppTest, TheMenuRefreshes) {
     begin();
     Q_EMIT item->commandChosen(u"refresh"_s, {});
+    EXPECT_EQ(transport->requests().size(), 2U);
+}
+
+TEST_F(LumobarAppTest, ANetworkThatComesUpEndsAFailure) {
+    begin();
+    Q_EMIT network->cameUp();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(transport->requests().size(), 1U);
+
+    transport->complete(0, FakeHttpTransport::answer(401));
+    Q_EMIT network->cameUp();
+    QCoreApplication::processEvents();
     EXPECT_EQ(transport->requests().size(), 2U);
 }
 

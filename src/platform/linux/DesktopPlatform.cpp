@@ -11,6 +11,7 @@
 #include "platform/linux/LibsecretStore.h"
 #include "platform/linux/LinuxStatusItem.h"
 #include "platform/linux/LogindWakeMonitor.h"
+#include "platform/linux/NetworkManagerMonitor.h"
 #include "platform/linux/PortalAppearance.h"
 #include "platform/linux/QtHttpTransport.h"
 #include "platform/linux/SystemClock.h"
@@ -40,6 +41,7 @@ PlatformFamily makeCommonPlatform() {
     family.clock = std::make_unique<SystemClock>();
     family.transport = std::make_unique<QtHttpTransport>();
     family.wake = std::make_unique<LogindWakeMonitor>();
+    family.network = std::make_unique<NetworkManagerMonitor>();
     family.urls = std::make_unique<DesktopUrlOpener>();
     family.reminders = std::make_unique<NoReminders>();
     family.appearance = makeAppearance();
