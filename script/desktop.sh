@@ -1,9 +1,12 @@
 # A private desktop for programs with a place in the status area: X server, window manager, session
-# bus and mate-panel, all at 2x, in a home folder of their own. Sourced after lib.sh.
+# bus and mate-panel, in a home folder of their own. Sourced after lib.sh.
 # shellcheck shell=bash
 
-desktop_size=2560x1440
+desktop_scale=
+desktop_size=
+desktop_log=
 desktop_pids=()
+started=
 work=
 
 # start NAME COMMAND...: runs a program of the desktop; its pid is in $started, its output in a log.
@@ -22,19 +25,31 @@ run_with_answer() {
     exec "$@"
 }
 
+# run_listening FILE COMMAND...: runs a program that reads its standard input from the file.
+run_listening() {
+    exec <"$1"
+    shift
+    exec "$@"
+}
+
 has_ended() { ! kill -0 "$1" 2>/dev/null; }
 
-# start_desktop LOG_FOLDER: brings the desktop up and points the environment at it. Everything
-# ends with the script.
+# start_desktop LOG_FOLDER SCALE: brings a desktop of 1280x800 points up, at so many pixels a point,
+# and points the environment at it. Everything ends with the script, or at end_desktop.
 start_desktop() {
     desktop_log=$1
+    desktop_scale=$2
+    desktop_size=$((1280 * desktop_scale))x$((800 * desktop_scale))
+    mkdir -p "$desktop_log"
     work=$(mktemp -d)
     trap end_desktop EXIT
     use_private_home
     start_x_server
     start_session_bus
     start_settings
-    start xfwm4 xfwm4 --compositor=on
+    start openbox openbox --sm-disable
+    start picom picom --config /dev/null --backend xrender
+    wait_until 10 compositor_runs || die "the compositor did not start, see $desktop_log/"
     start_panel
 }
 
@@ -45,6 +60,7 @@ end_desktop() {
         kill "${desktop_pids[i]}" 2>/dev/null || true
         wait_until 5 has_ended "${desktop_pids[i]}" || kill -KILL "${desktop_pids[i]}" || true
     done
+    desktop_pids=()
     rm -rf "$work"
 }
 
@@ -56,7 +72,8 @@ use_private_home() {
     mkdir -m 0700 "$XDG_RUNTIME_DIR"
     export LC_ALL=C.UTF-8 XDG_SESSION_TYPE=x11 XDG_CURRENT_DESKTOP=MATE
     export NO_AT_BRIDGE=1 GIO_USE_VFS=local GSETTINGS_BACKEND=keyfile
-    export GDK_BACKEND=x11 QT_QPA_PLATFORM=xcb GDK_SCALE=2 QT_SCALE_FACTOR=2
+    export GDK_BACKEND=x11 QT_QPA_PLATFORM=xcb
+    export GDK_SCALE=$desktop_scale QT_SCALE_FACTOR=$desktop_scale
     unset WAYLAND_DISPLAY SESSION_MANAGER DBUS_SESSION_BUS_ADDRESS XAUTHORITY GTK_THEME
     unset QT_STYLE_OVERRIDE QT_QPA_PLATFORMTHEME
 }
@@ -80,17 +97,39 @@ start_session_bus() {
     export DBUS_SESSION_BUS_ADDRESS
 }
 
+# It opens a window that stays out of sight. Programs ask once whether there is one.
+compositor_runs() { [[ -n $(xdotool search --name '^picom$' 2>/dev/null) ]]; }
+
 # The settings that all programs of the desktop share: their font and their colours.
 start_settings() {
-    cat >"$work/xsettings" <<'SETTINGS'
+    # The toolkit has a dark theme of its own, but no name for it.
+    mkdir -p "$XDG_DATA_HOME/themes/Adwaita-dark/gtk-3.0"
+    echo '@import url("resource:///org/gtk/libgtk/theme/Adwaita/gtk-contained-dark.css");' \
+        >"$XDG_DATA_HOME/themes/Adwaita-dark/gtk-3.0/gtk.css"
+    write_settings Adwaita
+    start xsettingsd xsettingsd -c "$work/xsettings"
+    settings=$started
+}
+
+# write_settings THEME
+write_settings() {
+    cat >"$work/xsettings" <<SETTINGS
 Gtk/FontName "Inter 10"
-Net/ThemeName "Adwaita"
+Net/ThemeName "$1"
 Xft/Antialias 1
 Xft/Hinting 1
 Xft/HintStyle "hintslight"
 Xft/RGBA "none"
 SETTINGS
-    start xsettingsd xsettingsd -c "$work/xsettings"
+}
+
+# go_dark, go_light: changes the colours of all programs, also of those that run.
+go_dark() { change_theme Adwaita-dark; }
+go_light() { change_theme Adwaita; }
+
+change_theme() {
+    write_settings "$1"
+    kill -HUP "$settings"
 }
 
 # A bar at the top with a clock and, left of it, the status area.
@@ -135,6 +174,14 @@ STYLE
     wait_until 30 find_status_area || die "the panel showed no status area, see $desktop_log/"
 }
 
+# status_area_is_empty: there is one colour in it.
+status_area_is_empty() {
+    take_status_area "$work/status-area-now.png" &&
+        (($(identify -format '%k' "$work/status-area-now.png") == 1))
+}
+
+status_area_has_item() { ! status_area_is_empty; }
+
 # find_status_area: sets $status_area to the window of the panel's status area.
 find_status_area() {
     status_area=$(xdotool search --onlyvisible --class notification-area-applet 2>/dev/null |
@@ -173,9 +220,12 @@ open_menu() {
     take_picture "$work/below-before.png" "$below"
     xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 3
     wait_until 10 has_changed "$work/below-before.png" "$below" || return 1
-    xdotool mousemove 100 900
+    park_pointer
     sleep 0.5
 }
+
+# park_pointer: takes the pointer to where it is over nothing.
+park_pointer() { xdotool mousemove $((50 * desktop_scale)) $((450 * desktop_scale)); }
 
 # find_panel: sets $panel to the window of Lumora's own panel; fails while it is not open.
 find_panel() {
@@ -191,8 +241,7 @@ open_panel() {
     locate_status_area || return 1
     xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 1
     wait_until 10 find_panel || return 1
-    xdotool mousemove 100 900
-    sleep 0.5
+    park_pointer
 }
 
 close_panel() {
@@ -200,12 +249,21 @@ close_panel() {
     wait_until 10 panel_is_gone
 }
 
-close_menu() { xdotool key Escape; }
+# close_menu: waits until the desktop below the bar looks as before it was opened.
+close_menu() {
+    local X Y WIDTH HEIGHT below
+    locate_status_area || return 1
+    below="200x100+$X+$((Y + HEIGHT + 8))"
+    xdotool key Escape
+    wait_until 10 is_unchanged "$work/below-before.png" "$below"
+}
 
 # has_changed FILE GEOMETRY: the part of the screen no longer looks as it does in the picture.
 has_changed() {
     take_picture "$work/part-now.png" "$2" && ! look_alike "$1" "$work/part-now.png"
 }
+
+is_unchanged() { ! has_changed "$@"; }
 
 # look_alike FILE FILE: both pictures have the same pixels, whatever else their files hold.
 look_alike() { [[ $(identify -format '%#' "$1") == "$(identify -format '%#' "$2")" ]]; }

@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include <QHash>
+
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -66,11 +68,29 @@ Parsed parseStatus(QStringList arguments) {
     return status;
 }
 
-template <typename Plain>
-Parsed parsePlain(const QStringList& arguments) {
+/// `command`, which takes no further arguments.
+Parsed plain(Command command, const QStringList& arguments) {
     if (!arguments.isEmpty())
         return unknownArgument(arguments.first());
-    return Plain{};
+    return command;
+}
+
+/// The commands that are one word.
+std::optional<Command> plainCommand(const QString& word) {
+    using Action = WindowCommand::Action;
+    static const QHash<QString, Command> commands{
+        {u"--help"_s, HelpCommand{}},
+        {u"-h"_s, HelpCommand{}},
+        {u"--version"_s, VersionCommand{}},
+        {u"toggle"_s, WindowCommand{Action::Toggle}},
+        {u"show"_s, WindowCommand{Action::Show}},
+        {u"hide"_s, WindowCommand{Action::Hide}},
+        {u"settings"_s, WindowCommand{Action::Settings}},
+        {u"refresh"_s, RefreshCommand{}},
+        {u"quit"_s, QuitCommand{}},
+    };
+    const auto found = commands.constFind(word);
+    return found == commands.cend() ? std::nullopt : std::optional(*found);
 }
 
 } // namespace
@@ -80,22 +100,18 @@ Parsed parseCommandLine(const QStringList& arguments) {
         return RunCommand{};
     const QString& first = arguments.first();
     const QStringList rest = arguments.mid(1);
-    if (first == u"--help" || first == u"-h")
-        return parsePlain<HelpCommand>(rest);
-    if (first == u"--version")
-        return parsePlain<VersionCommand>(rest);
     if (first == u"status")
         return parseStatus(rest);
-    if (first == u"refresh")
-        return parsePlain<RefreshCommand>(rest);
-    if (first == u"quit")
-        return parsePlain<QuitCommand>(rest);
+    if (const auto command = plainCommand(first))
+        return plain(*command, rest);
     return parseRun(arguments);
 }
 
 QString usageText() {
     return uR"(Usage: lumora [--demo [--scenario NAME]]
        lumora status [--format text|json]
+       lumora toggle|show|hide
+       lumora settings
        lumora refresh
        lumora quit
 
@@ -105,6 +121,9 @@ Started a second time, it opens the panel of the program that already runs.
   --demo            show an invented day from a service of its own; touches no settings
   --scenario NAME   which day: busy, empty, quiet, unauthorized, flaky, slow, malformed or html
   status            print the label of the running program
+  toggle            open the panel of the running program, or close it
+  show, hide        open the panel, or close it; fine when it is already so
+  settings          open the settings of the running program
   refresh           fetch the briefing now and wait for it
   quit              end the running program
   --help            print this

@@ -25,6 +25,14 @@ struct StatusCommand {
     bool operator==(const StatusCommand&) const = default;
 };
 
+/// Have the running program show or hide one of its windows.
+struct WindowCommand {
+    enum class Action { Toggle, Show, Hide, Settings };
+    Action action = Action::Toggle;
+
+    bool operator==(const WindowCommand&) const = default;
+};
+
 /// Have the running program refresh, and wait for it.
 struct RefreshCommand {
     bool operator==(const RefreshCommand&) const = default;
@@ -46,7 +54,8 @@ struct VersionCommand {
 };
 
 using Command = std::variant<
-    RunCommand, StatusCommand, RefreshCommand, QuitCommand, HelpCommand, VersionCommand>;
+    RunCommand, StatusCommand, WindowCommand, RefreshCommand, QuitCommand, HelpCommand,
+    VersionCommand>;
 
 /// Reads the arguments after the program's name. The error is one line for the user.
 tl::expected<Command, QString> parseCommandLine(const QStringList& arguments);

@@ -108,6 +108,9 @@ CommandHandlers LumobarApp::handlers() {
         .status = [this] { return QString::fromUtf8(m_session->controller.report().toJson()); },
         .refresh = [this](auto done) { refresh(done); },
         .open = [this](const QByteArray& token) { m_session->panel.open(token); },
+        .hide = [this] { m_session->panel.hide(); },
+        .toggle = [this](const QByteArray& token) { m_session->panel.toggle(token); },
+        .openSettings = [this](const QByteArray& token) { openSettings(token); },
         .quit = [] { QCoreApplication::quit(); },
     };
 }

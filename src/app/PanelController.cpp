@@ -54,6 +54,15 @@ void PanelController::open(const QByteArray& activationToken) {
     window().showAt({}, activationToken);
 }
 
+void PanelController::toggle(const QByteArray& activationToken) {
+    window().toggle({}, activationToken);
+}
+
+void PanelController::hide() {
+    if (m_window)
+        m_window->hide();
+}
+
 PanelWindow& PanelController::window() {
     if (!m_window) {
         m_view = new MenuBarView({m_themes.themes(), m_with.preferences, m_with.clock});

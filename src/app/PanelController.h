@@ -51,8 +51,14 @@ public:
     /// Opens the panel from the status item's menu.
     void openFromMenu(const QByteArray& activationToken);
 
-    /// Opens the panel, or brings it to the front, for another program.
+    /// Opens the panel, or brings it to the front, at a command.
     void open(const QByteArray& activationToken);
+
+    /// Opens or closes the panel at a command.
+    void toggle(const QByteArray& activationToken);
+
+    /// Closes the panel, if it is open.
+    void hide();
 
 private:
     PanelWindow& window();

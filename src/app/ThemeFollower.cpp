@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QToolTip>
 
 #include <utility>
 
@@ -47,12 +48,24 @@ ThemeFollower::ThemeFollower(const DesktopAppearance& appearance, QString deskto
     });
     qApp->installEventFilter(this);
     adoptFont();
+    connect(&m_themes, &ThemeSource::changed, this, &ThemeFollower::dressToolTips);
+    dressToolTips();
 }
 
 void ThemeFollower::adoptFont() {
     const auto& wish = m_appearance.wishes().font;
     if (wish && !setsFontByItself(m_desktop))
         QApplication::setFont(fontFrom(*wish));
+}
+
+// The toolkit's own are yellow, whatever is around them.
+void ThemeFollower::dressToolTips() const {
+    if (hasPaletteOfItsOwn(m_desktop))
+        return;
+    QPalette palette = QToolTip::palette();
+    palette.setColor(QPalette::ToolTipBase, m_themes.theme().color(ColorRole::Background));
+    palette.setColor(QPalette::ToolTipText, m_themes.theme().color(ColorRole::Secondary));
+    QToolTip::setPalette(palette);
 }
 
 Theme ThemeFollower::current() const {

@@ -8,8 +8,8 @@ namespace lumora {
 
 class DesktopAppearance;
 
-/// Keeps the program's font and the panel's theme in step with the desktop's colour scheme,
-/// palette and font.
+/// Keeps the program's font, its tool tips and the panel's theme in step with the desktop's colour
+/// scheme, palette and font.
 class ThemeFollower : public QObject {
     Q_OBJECT
 
@@ -24,6 +24,7 @@ public:
 private:
     Theme current() const;
     void adoptFont();
+    void dressToolTips() const;
 
     const DesktopAppearance& m_appearance;
     QString m_desktop;

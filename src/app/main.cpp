@@ -57,20 +57,39 @@ int runRefresh(CommandClient& client) {
     return message->isEmpty() ? int(Success) : complain(*message, Failure);
 }
 
-int runQuit(CommandClient& client) {
-    const auto quit = client.quit();
-    return quit ? int(Success) : complain(quit.error());
+int outcome(const tl::expected<void, CommandClient::Failure>& answer) {
+    return answer ? int(Success) : complain(answer.error());
+}
+
+/// What lets a window come to the front for the one who started this process; empty without.
+QByteArray activationToken() {
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+}
+
+int runWindow(CommandClient& client, const WindowCommand& command) {
+    switch (command.action) {
+    case WindowCommand::Action::Toggle:
+        return outcome(client.toggle(activationToken()));
+    case WindowCommand::Action::Show:
+        return outcome(client.open(activationToken()));
+    case WindowCommand::Action::Hide:
+        return outcome(client.hide());
+    case WindowCommand::Action::Settings:
+        return outcome(client.openSettings(activationToken()));
+    }
+    Q_UNREACHABLE();
 }
 
 /// What a second start does instead of running.
-int handOver(CommandClient& client, const RunCommand& run) {
+int handOver(CommandClient& client, const RunCommand& run, const QByteArray& token) {
     if (run.demo)
         return complain(u"Lumora is already running; end it with \"lumora quit\" first"_s, Failure);
-    const auto opened = client.open(qgetenv("XDG_ACTIVATION_TOKEN"));
-    return opened ? int(Success) : complain(opened.error());
+    return outcome(client.open(token));
 }
 
 int runProgram(int& argc, char** argv, const RunCommand& run) {
+    const QByteArray token = activationToken(); // the toolkit takes it out of the environment
     std::optional<StartupEnvironment> startupEnvironment(std::in_place);
     QApplication application(argc, argv);
     startupEnvironment.reset();
@@ -80,7 +99,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
 
     CommandClient other;
     if (other.isRunning())
-        return handOver(other, run);
+        return handOver(other, run, token);
 
     DemoServiceProcess demoService;
     PlatformFamily family = run.demo ? makeForgetfulPlatform() : makeDesktopPlatform();
@@ -94,7 +113,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
 
     LumobarApp program(std::move(family));
     QObject::connect(&program, &LumobarApp::superseded, &application, [&] {
-        QCoreApplication::exit(handOver(other, run));
+        QCoreApplication::exit(handOver(other, run, token));
     });
     const TerminationSignals terminationSignals;
     QObject::connect(
@@ -110,7 +129,9 @@ int runClient(int& argc, char** argv, const Command& command) {
         return runStatus(client, *status);
     if (std::holds_alternative<RefreshCommand>(command))
         return runRefresh(client);
-    return runQuit(client);
+    if (const auto* window = std::get_if<WindowCommand>(&command))
+        return runWindow(client, *window);
+    return outcome(client.quit());
 }
 
 } // namespace

@@ -46,6 +46,11 @@ TEST(CommandLine, Status) {
 }
 
 TEST(CommandLine, PlainCommands) {
+    using Action = WindowCommand::Action;
+    EXPECT_EQ(parsed({u"toggle"_s}), Command(WindowCommand{Action::Toggle}));
+    EXPECT_EQ(parsed({u"show"_s}), Command(WindowCommand{Action::Show}));
+    EXPECT_EQ(parsed({u"hide"_s}), Command(WindowCommand{Action::Hide}));
+    EXPECT_EQ(parsed({u"settings"_s}), Command(WindowCommand{Action::Settings}));
     EXPECT_EQ(parsed({u"refresh"_s}), Command(RefreshCommand{}));
     EXPECT_EQ(parsed({u"quit"_s}), Command(QuitCommand{}));
     EXPECT_EQ(parsed({u"--help"_s}), Command(HelpCommand{}));
@@ -61,6 +66,7 @@ TEST(CommandLine, UnknownArgumentsAreNamed) {
         {{u"--demo"_s, u"x"_s}, u"x"_s},
         {{u"status"_s, u"--loud"_s}, u"--loud"_s},
         {{u"refresh"_s, u"now"_s}, u"now"_s},
+        {{u"show"_s, u"--now"_s}, u"--now"_s},
         {{u"quit"_s, u"--force"_s}, u"--force"_s},
         {{u"--help"_s, u"x"_s}, u"x"_s},
         {{QString()}, QString()},

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -20,13 +21,17 @@ const DesktopFont lato = {.family = u"Lato"_s, .pointSize = 13, .weight = 500};
 
 class ThemeFollowerTest : public testing::Test {
 protected:
-    ~ThemeFollowerTest() override { QApplication::setFont(usual); }
+    void TearDown() override {
+        QApplication::setFont(usual);
+        QToolTip::setPalette(usualToolTips);
+    }
 
     static QString bodyFamily(const ThemeFollower& follower) {
         return follower.themes().theme().font(TextRole::Body).family();
     }
 
     const QFont usual = QApplication::font();
+    const QPalette usualToolTips = QToolTip::palette();
     FakeAppearance desktop;
 };
 
@@ -36,6 +41,23 @@ TEST_F(ThemeFollowerTest, TakesTheColoursThatTheUserAskedFor) {
     EXPECT_EQ(follower.themes().theme().scheme(), ColorScheme::Dark);
     desktop.setWishes({.colorScheme = Preference::Light});
     EXPECT_EQ(follower.themes().theme().scheme(), ColorScheme::Light);
+}
+
+TEST_F(ThemeFollowerTest, ToolTipsHaveTheColoursOfThePanel) {
+    const ThemeFollower follower(desktop, u"GNOME"_s);
+    for (const auto scheme : {Preference::Dark, Preference::Light}) {
+        desktop.setWishes({.colorScheme = scheme});
+        const Theme& theme = follower.themes().theme();
+        const QPalette palette = QToolTip::palette();
+        EXPECT_EQ(palette.color(QPalette::ToolTipBase), theme.color(ColorRole::Background));
+        EXPECT_EQ(palette.color(QPalette::ToolTipText), theme.color(ColorRole::Secondary));
+    }
+}
+
+TEST_F(ThemeFollowerTest, PlasmasToolTipsStayAsTheyAre) {
+    desktop.setWishes({.colorScheme = Preference::Dark});
+    const ThemeFollower follower(desktop, u"KDE"_s);
+    EXPECT_EQ(QToolTip::palette(), usualToolTips);
 }
 
 TEST_F(ThemeFollowerTest, KeepsTheToolkitsFontWhereNoneIsStated) {

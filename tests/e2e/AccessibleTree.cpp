@@ -216,6 +216,23 @@ testing::AssertionResult AccessibleTree::comesToBe(
            << (seen.exists() ? "last read:\n" + seen.spoken().toStdString() : "no such window");
 }
 
+QRect AccessibleTree::place(const AccessibleNode& node) {
+    constexpr uint onScreen = 0;
+    const QDBusMessage answer =
+        call(m_program, node.path, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {onScreen});
+    if (answer.type() != QDBusMessage::ReplyMessage)
+        return {};
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    const auto extents = answer.arguments().at(0).value<QDBusArgument>();
+    extents.beginStructure();
+    extents >> x >> y >> width >> height;
+    extents.endStructure();
+    return {x, y, width, height};
+}
+
 bool AccessibleTree::press(const AccessibleNode& node) {
     const QDBusMessage answer =
         call(m_program, node.path, u"org.a11y.atspi.Action"_s, u"DoAction"_s, {0});

@@ -4,6 +4,7 @@
 #include "support/PrivateDisplay.h"
 
 #include <QDBusConnection>
+#include <QRect>
 #include <QStringList>
 
 #include <functional>
@@ -58,6 +59,9 @@ public:
     /// after half a minute.
     testing::AssertionResult
     comesToBe(const QString& title, const std::function<bool(const AccessibleNode&)>& wanted);
+
+    /// Where the object is on the screen, in pixels where a point is one.
+    QRect place(const AccessibleNode& node);
 
     /// Does what a click on the object does.
     bool press(const AccessibleNode& node);

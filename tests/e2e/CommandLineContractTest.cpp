@@ -1,11 +1,16 @@
 #include "e2e/ConfiguredProgram.h"
+#include "e2e/XDesktop.h"
+#include "support/PrivateDisplay.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
+#include <QDBusVirtualObject>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
 #include <QTest>
+
+#include <utility>
 
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
@@ -24,6 +29,19 @@ void expectComplaint(const Outcome& outcome, int exitCode) {
     EXPECT_TRUE(outcome.err.endsWith('\n'));
 }
 
+/// Has the place of the running program, and keeps what it is asked to do.
+class Asked : public QDBusVirtualObject {
+public:
+    QString introspect(const QString&) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+        calls += call.member() + u' ' + call.arguments().value(0).toString();
+        return bus.send(call.createReply());
+    }
+
+    QStringList calls;
+};
+
 /// A user who has set nothing up: the program runs, and says so.
 class CommandLineContract : public testing::Test {
 protected:
@@ -33,6 +51,30 @@ protected:
     }
 
     ProgramHarness lumora;
+};
+
+/// The same user at a screen.
+class CommandLineContractOnADisplay : public CommandLineContract {
+protected:
+    void SetUp() override {
+        lumora.setVariable(u"DISPLAY"_s, QString::fromLatin1(display.name()));
+        lumora.setVariable(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        startAnswering();
+    }
+
+    void TearDown() override { lumora.end(); }
+
+    /// Runs a command, which has nothing to say.
+    void succeed(const QStringList& arguments) {
+        const auto outcome = lumora.run(arguments);
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "");
+    }
+
+    const QString panel = u"Lumora"_s;
+    PrivateDisplay display;
+    XDesktop desktop{display.name()};
 };
 
 class CommandLineContractWithABriefing : public ConfiguredProgram {};
@@ -52,7 +94,9 @@ TEST_F(CommandLineContract, ExplainsItself) {
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.err, "");
     EXPECT_TRUE(outcome.out.startsWith("Usage: lumora "));
-    for (const char* word : {"status", "refresh", "quit", "--format", "--demo", "--scenario"})
+    for (const char* word :
+         {"status", "toggle", "show", "hide", "settings", "refresh", "quit", "--format", "--demo",
+          "--scenario"})
         EXPECT_TRUE(outcome.out.contains(word)) << word;
 }
 
@@ -61,6 +105,7 @@ TEST_F(CommandLineContract, ComplainsInOneLineAboutWrongArguments) {
          {QStringList(u"--bogus"_s),
           {u"bogus"_s},
           {u"several\nlines"_s},
+          {u"toggle"_s, u"now"_s},
           {u"refresh"_s, u"now"_s},
           {u"quit"_s, u"now"_s},
           {u"status"_s, u"--format"_s},
@@ -75,6 +120,10 @@ TEST_F(CommandLineContract, SaysWhenNothingRuns) {
     for (const QStringList& arguments :
          {QStringList(u"status"_s),
           {u"status"_s, u"--format"_s, u"json"_s},
+          {u"toggle"_s},
+          {u"show"_s},
+          {u"hide"_s},
+          {u"settings"_s},
           {u"refresh"_s},
           {u"quit"_s}}) {
         SCOPED_TRACE(arguments.join(u' ').toStdString());
@@ -82,6 +131,30 @@ TEST_F(CommandLineContract, SaysWhenNothingRuns) {
         expectComplaint(outcome, 3);
         EXPECT_EQ(outcome.err, "lumora: Lumora is not running\n");
     }
+}
+
+TEST_F(CommandLineContract, HandsOnWhatLetsAWindowComeToTheFront) {
+    Asked running;
+    QDBusConnection bus = lumora.sessionBus().connect();
+    ASSERT_TRUE(bus.registerVirtualObject(u"/com/lumora/app"_s, &running));
+    ASSERT_TRUE(bus.registerService(u"com.lumora.app"_s));
+    const auto askForAll = [this] {
+        for (const QStringList& arguments :
+             {QStringList(), {u"show"_s}, {u"toggle"_s}, {u"settings"_s}, {u"hide"_s}})
+            EXPECT_EQ(lumora.run(arguments).exitCode, 0);
+    };
+    lumora.setVariable(u"DESKTOP_STARTUP_ID"_s, u"old"_s);
+    askForAll();
+    EXPECT_EQ(
+        std::exchange(running.calls, {}),
+        QStringList(
+            {u"Open old"_s, u"Open old"_s, u"Toggle old"_s, u"OpenSettings old"_s, u"Hide "_s}));
+    lumora.setVariable(u"XDG_ACTIVATION_TOKEN"_s, u"new"_s);
+    askForAll();
+    EXPECT_EQ(
+        running.calls,
+        QStringList(
+            {u"Open new"_s, u"Open new"_s, u"Toggle new"_s, u"OpenSettings new"_s, u"Hide "_s}));
 }
 
 TEST_F(CommandLineContract, PrintsOneEmptyLineForALabelWithoutText) {
@@ -111,6 +184,37 @@ TEST_F(CommandLineContract, ASecondStartLeavesTheFirstRunning) {
     EXPECT_EQ(second.err, "");
     EXPECT_EQ(lumora.uniqueName(), first);
     EXPECT_TRUE(lumora.comesToShow(answering));
+}
+
+TEST_F(CommandLineContractOnADisplay, ASecondStartOpensThePanel) {
+    EXPECT_EQ(desktop.windows(panel), 0);
+    succeed({});
+    EXPECT_TRUE(desktop.focuses(panel));
+    succeed({});
+    EXPECT_TRUE(desktop.focuses(panel));
+    EXPECT_EQ(desktop.windows(panel), 1);
+}
+
+TEST_F(CommandLineContractOnADisplay, TogglesThePanel) {
+    succeed({u"toggle"_s});
+    EXPECT_TRUE(desktop.focuses(panel));
+    succeed({u"toggle"_s});
+    EXPECT_TRUE(desktop.hides(panel));
+    succeed({u"toggle"_s});
+    EXPECT_TRUE(desktop.focuses(panel));
+}
+
+TEST_F(CommandLineContractOnADisplay, ShowsAndHidesThePanel) {
+    succeed({u"hide"_s});
+    EXPECT_EQ(desktop.windows(panel), 0);
+    succeed({u"show"_s});
+    EXPECT_TRUE(desktop.focuses(panel));
+    succeed({u"show"_s});
+    EXPECT_TRUE(desktop.focuses(panel));
+    EXPECT_EQ(desktop.windows(panel), 1);
+    succeed({u"hide"_s});
+    EXPECT_TRUE(desktop.hides(panel));
+    succeed({u"hide"_s});
 }
 
 TEST_F(CommandLineContract, OfTwoStartsAtOnceOneStays) {

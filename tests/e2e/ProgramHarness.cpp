@@ -45,7 +45,7 @@ ProgramHarness::ProgramHarness()
     for (const auto& name :
          {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"XDG_CURRENT_DESKTOP"_s, u"QT_QPA_PLATFORMTHEME"_s,
           u"http_proxy"_s, u"https_proxy"_s, u"all_proxy"_s, u"HTTP_PROXY"_s, u"HTTPS_PROXY"_s,
-          u"ALL_PROXY"_s, u"XDG_ACTIVATION_TOKEN"_s})
+          u"ALL_PROXY"_s, u"XDG_ACTIVATION_TOKEN"_s, u"DESKTOP_STARTUP_ID"_s})
         m_environment.remove(name);
     setVariable(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
     setVariable(u"DBUS_SESSION_BUS_ADDRESS"_s, m_sessionBus.address());

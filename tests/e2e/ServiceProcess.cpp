@@ -1,6 +1,6 @@
 #include "e2e/ServiceProcess.h"
 
-#include <QJsonDocument>
+#include <QJsonArray>
 #include <QNetworkReply>
 #include <QTest>
 #include <QUrl>
@@ -37,7 +37,15 @@ void ServiceProcess::control(const QJsonObject& change) {
 }
 
 QJsonObject ServiceProcess::briefing() {
-    return complete(m_network.get(request(u"/api/briefing"_s)));
+    return complete(m_network.get(request(u"/api/briefing"_s))).object();
+}
+
+QStringList ServiceProcess::inbox() {
+    QStringList texts;
+    const QJsonArray entries = complete(m_network.get(request(u"/api/inbox"_s))).array();
+    for (const auto& entry : entries)
+        texts += entry[u"text"_s].toString();
+    return texts;
 }
 
 void ServiceProcess::stop() {
@@ -67,12 +75,12 @@ QNetworkRequest ServiceProcess::request(const QString& path) const {
     return request;
 }
 
-QJsonObject ServiceProcess::complete(QNetworkReply* reply) {
+QJsonDocument ServiceProcess::complete(QNetworkReply* reply) {
     const std::unique_ptr<QNetworkReply> owner(reply);
     if (!QTest::qWaitFor([reply] { return reply->isFinished(); }, 20'000) ||
         reply->error() != QNetworkReply::NoError)
         throw std::runtime_error(reply->errorString().toStdString());
-    return QJsonDocument::fromJson(reply->readAll()).object();
+    return QJsonDocument::fromJson(reply->readAll());
 }
 
 } // namespace lumora::tests

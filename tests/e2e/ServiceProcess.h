@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
@@ -27,6 +28,9 @@ public:
     /// The briefing that it gives now.
     QJsonObject briefing();
 
+    /// The thoughts that it has been sent, the oldest first.
+    QStringList inbox();
+
     /// Ends it at once, as a crash would.
     void stop();
 
@@ -36,7 +40,7 @@ public:
 private:
     void start();
     QNetworkRequest request(const QString& path) const;
-    QJsonObject complete(QNetworkReply* reply);
+    QJsonDocument complete(QNetworkReply* reply);
 
     QProcess m_process;
     QNetworkAccessManager m_network;

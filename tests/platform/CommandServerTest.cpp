@@ -22,7 +22,10 @@ protected:
         return {
             .status = [] { return u"{}"_s; },
             .refresh = [this](auto done) { finishRefresh = done; },
-            .open = [this](const QByteArray& token) { openedWith = token; },
+            .open = [this](const QByteArray& token) { calls += "open:" + token; },
+            .hide = [this] { calls += "hide"; },
+            .toggle = [this](const QByteArray& token) { calls += "toggle:" + token; },
+            .openSettings = [this](const QByteArray& token) { calls += "settings:" + token; },
             .quit = [this] { ++quits; },
         };
     }
@@ -43,7 +46,7 @@ protected:
     PrivateBus bus;
     QDBusConnection client = bus.connect();
     std::function<void(QString)> finishRefresh;
-    QByteArray openedWith;
+    QByteArrayList calls; ///< what concerns windows, with the tokens
     int quits = 0;
 };
 
@@ -65,11 +68,19 @@ TEST_F(CommandServerTest, ARefreshAnswersWhenItHasEnded) {
     EXPECT_EQ(answer(pending), u"Server error (503)"_s);
 }
 
-TEST_F(CommandServerTest, PassesOnOpenAndQuit) {
+TEST_F(CommandServerTest, PassesOnWhatConcernsWindows) {
     CommandServer server(handlers(), bus.connect());
     server.claim();
-    answer(call(u"Open"_s, {u"token"_s}));
-    EXPECT_EQ(openedWith, "token");
+    answer(call(u"Open"_s, {u"one"_s}));
+    answer(call(u"Hide"_s));
+    answer(call(u"Toggle"_s, {u"two"_s}));
+    answer(call(u"OpenSettings"_s, {u"three"_s}));
+    EXPECT_EQ(calls, (QByteArrayList{"open:one", "hide", "toggle:two", "settings:three"}));
+}
+
+TEST_F(CommandServerTest, PassesOnQuit) {
+    CommandServer server(handlers(), bus.connect());
+    server.claim();
     answer(call(u"Quit"_s));
     EXPECT_EQ(quits, 1);
 }

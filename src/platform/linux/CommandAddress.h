@@ -4,8 +4,8 @@
 
 namespace lumora {
 
-/// Where the running program answers on the session bus. Other programs rely on the service name
-/// alone.
+/// Where the running program answers its own commands on the session bus. The methods there are
+/// private to the program: others use the commands.
 inline const QString commandService = QStringLiteral("com.lumora.app");
 inline const QString commandPath = QStringLiteral("/com/lumora/app");
 inline const QString commandInterface = QStringLiteral("com.lumora.app");

@@ -40,12 +40,30 @@ tl::expected<QString, CommandClient::Failure> CommandClient::refresh() {
 }
 
 tl::expected<void, CommandClient::Failure> CommandClient::open(const QByteArray& activationToken) {
-    return call(u"Open"_s, {QString::fromUtf8(activationToken)}, answerLimit).map([](const auto&) {
-    });
+    return command(u"Open"_s, {QString::fromUtf8(activationToken)});
+}
+
+tl::expected<void, CommandClient::Failure> CommandClient::hide() {
+    return command(u"Hide"_s);
+}
+
+tl::expected<void, CommandClient::Failure>
+CommandClient::toggle(const QByteArray& activationToken) {
+    return command(u"Toggle"_s, {QString::fromUtf8(activationToken)});
+}
+
+tl::expected<void, CommandClient::Failure>
+CommandClient::openSettings(const QByteArray& activationToken) {
+    return command(u"OpenSettings"_s, {QString::fromUtf8(activationToken)});
 }
 
 tl::expected<void, CommandClient::Failure> CommandClient::quit() {
-    return call(u"Quit"_s, {}, answerLimit).map([](const auto&) {});
+    return command(u"Quit"_s);
+}
+
+tl::expected<void, CommandClient::Failure>
+CommandClient::command(const QString& method, const QVariantList& arguments) {
+    return call(method, arguments, answerLimit).map([](const auto&) {});
 }
 
 tl::expected<QVariantList, CommandClient::Failure> CommandClient::call(

@@ -34,10 +34,20 @@ public:
     /// Has the program open its panel. The token lets it come to the front; empty: there is none.
     tl::expected<void, Failure> open(const QByteArray& activationToken);
 
+    /// Has the program close its panel.
+    tl::expected<void, Failure> hide();
+
+    /// Has the program open its panel, or close it. The token is as above.
+    tl::expected<void, Failure> toggle(const QByteArray& activationToken);
+
+    /// Has the program open its settings. The token is as above.
+    tl::expected<void, Failure> openSettings(const QByteArray& activationToken);
+
     /// Has the program end.
     tl::expected<void, Failure> quit();
 
 private:
+    tl::expected<void, Failure> command(const QString& method, const QVariantList& arguments = {});
     tl::expected<QVariantList, Failure>
     call(const QString& method, const QVariantList& arguments, std::chrono::milliseconds limit);
 

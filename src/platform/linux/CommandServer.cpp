@@ -48,6 +48,18 @@ void CommandServer::Open(const QString& activationToken) {
     m_handlers.open(activationToken.toUtf8());
 }
 
+void CommandServer::Hide() {
+    m_handlers.hide();
+}
+
+void CommandServer::Toggle(const QString& activationToken) {
+    m_handlers.toggle(activationToken.toUtf8());
+}
+
+void CommandServer::OpenSettings(const QString& activationToken) {
+    m_handlers.openSettings(activationToken.toUtf8());
+}
+
 void CommandServer::Quit() {
     m_handlers.quit();
 }

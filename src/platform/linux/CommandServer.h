@@ -10,15 +10,20 @@
 
 namespace lumora {
 
-/// What the running program does for other programs.
+/// What the running program does at a command.
 struct CommandHandlers {
     std::function<QString()> status; ///< the status as one JSON object
 
     /// Refreshes and then calls `done` with the failure's message, empty on success.
     std::function<void(std::function<void(QString)> done)> refresh;
 
-    /// Opens the panel; the token is empty where the caller had none.
+    /// Opens the panel; the token is empty where the caller had none, here and below.
     std::function<void(QByteArray activationToken)> open;
+
+    std::function<void()> hide; ///< closes the panel, if it is open
+
+    std::function<void(QByteArray activationToken)> toggle;       ///< opens or closes the panel
+    std::function<void(QByteArray activationToken)> openSettings; ///< opens the settings
 
     std::function<void()> quit; ///< ends the program
 };
@@ -41,6 +46,9 @@ public:
     QString Status();
     QString Refresh();
     void Open(const QString& activationToken);
+    void Hide();
+    void Toggle(const QString& activationToken);
+    void OpenSettings(const QString& activationToken);
     void Quit();
 
 private:
