@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -56,9 +57,12 @@ bool SettingsWindow::event(QEvent* event) {
 
 void SettingsWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    if (event->spontaneous())
+        return;
+    // Fields keep some keys to themselves, and the window would never hear of Alt let go.
+    windowHandle()->installEventFilter(this);
     // A fit that was made before the window knew its screen may be one for another.
-    if (!event->spontaneous())
-        refit();
+    refit();
 }
 
 void SettingsWindow::hideEvent(QHideEvent* event) {
@@ -72,16 +76,17 @@ void SettingsWindow::hideEvent(QHideEvent* event) {
 void SettingsWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Close))
         close();
-    else if (event->key() == Qt::Key_Alt)
-        Form::setShowsMnemonics(*this, true);
     else
         QWidget::keyPressEvent(event);
 }
 
-void SettingsWindow::keyReleaseEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Alt)
-        Form::setShowsMnemonics(*this, false);
-    QWidget::keyReleaseEvent(event);
+bool SettingsWindow::eventFilter(QObject* watched, QEvent* event) {
+    const bool pressed = event->type() == QEvent::KeyPress;
+    if (watched == windowHandle() && (pressed || event->type() == QEvent::KeyRelease)) {
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt)
+            Form::setShowsMnemonics(*this, pressed);
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void SettingsWindow::paintEvent(QPaintEvent*) {

@@ -26,11 +26,12 @@ public:
     /// user did; empty where there was none.
     void open(const QByteArray& activationToken);
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 protected:
     bool event(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

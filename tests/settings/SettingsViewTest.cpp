@@ -182,6 +182,16 @@ TEST_F(SettingsViewTest, ControlsHaveNamesRolesAndMnemonics) {
     EXPECT_TRUE(endpoint()->hasFocus());
 }
 
+TEST_F(SettingsViewTest, MnemonicsAreUnderlinedWhileAltIsHeld) {
+    show();
+    token()->setFocus();
+    const QImage calm = painted(*saveButton());
+    QTest::keyPress(window->windowHandle(), Qt::Key_Alt);
+    EXPECT_NE(painted(*saveButton()), calm);
+    QTest::keyRelease(window->windowHandle(), Qt::Key_Alt);
+    EXPECT_EQ(painted(*saveButton()), calm);
+}
+
 TEST_F(SettingsViewTest, TabGoesThroughTheFormFromTopToBottom) {
     show();
     QStringList names;
