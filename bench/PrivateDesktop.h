@@ -23,8 +23,14 @@ public:
     /// What to start a program with so that it lives here. It says nothing of the kind of desktop.
     QProcessEnvironment environment() const;
 
-    /// How many status items were registered so far.
-    qsizetype itemCount() const { return m_watcher.registered().size(); }
+    /// The status items that were registered so far, in order.
+    QStringList items() const { return m_watcher.registered(); }
+
+    /// The X server's name, as in DISPLAY.
+    QString display() const { return m_display; }
+
+    /// A new connection to the session bus.
+    QDBusConnection connectToSession() { return m_sessionBus.connect(); }
 
 private:
     void startXServer();

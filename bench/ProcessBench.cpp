@@ -4,6 +4,7 @@
 // service that they reach over TLS. The figures go to standard output, see ResultTable.h.
 
 #include "MeasuredProgram.h"
+#include "PanelOnScreen.h"
 #include "PrivateDesktop.h"
 #include "ResultTable.h"
 #include "support/Fixtures.h"
@@ -19,6 +20,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -36,6 +38,7 @@ using tests::ScriptedServer;
 /// How much is measured.
 struct Effort {
     int starts = 15;
+    int firstOpens = 7;
     std::chrono::milliseconds idle = 120s;
 };
 
@@ -67,10 +70,17 @@ void await(const std::function<bool()>& condition) {
     }
 }
 
-double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
+/// The value that `percent` of all values do not exceed.
+double percentile(std::vector<double> values, double percent) {
+    const auto last = static_cast<double>(values.size() - 1);
+    const auto wanted =
+        values.begin() + static_cast<std::ptrdiff_t>(std::ceil(last * percent / 100));
+    std::ranges::nth_element(values, wanted);
+    return *wanted;
+}
+
+double median(const std::vector<double>& values) {
+    return percentile(values, 50);
 }
 
 /// The user's service: a briefing over TLS.
@@ -104,6 +114,7 @@ public:
 
     void run() {
         compareStarts();
+        timeFirstOpens();
         compareIdling();
         compareThemes();
     }
@@ -127,11 +138,11 @@ private:
 
     /// Milliseconds from the start of a program until its status item is registered.
     double timeStart(const QStringList& command, const PrivateDesktop& desktop) const {
-        const qsizetype before = desktop.itemCount();
+        const qsizetype before = desktop.items().size();
         QElapsedTimer timer;
         timer.start();
         const MeasuredProgram program(command, environment(desktop));
-        await([&] { return desktop.itemCount() > before; });
+        await([&] { return desktop.items().size() > before; });
         return static_cast<double>(timer.nsecsElapsed()) / 1e6;
     }
 
@@ -158,7 +169,7 @@ private:
     }
 
     void compareIdling() const {
-        const PrivateDesktop ourDesktop(m_service.address());
+        PrivateDesktop ourDesktop(m_service.address());
         const PrivateDesktop floorDesktop(m_service.address());
         const qsizetype before = m_service.answers();
         const MeasuredProgram ours(lumora(), environment(ourDesktop));
@@ -169,6 +180,55 @@ private:
         compareMemory(ours.memory(), floors.memory());
         pass(lingering);
         compareActivity(ours, floors);
+        compareOpenPanel(ourDesktop, ours, floors.memory());
+    }
+
+    /// From a press on the item of a program that has never shown its panel.
+    void timeFirstOpens() const {
+        say(u"Opening the panel for the first time, %1 times"_s.arg(m_effort.firstOpens));
+        std::vector<double> times;
+        for (int i = 0; i < m_effort.firstOpens; ++i) {
+            PrivateDesktop desktop(m_service.address());
+            const qsizetype before = m_service.answers();
+            const MeasuredProgram program(lumora(), environment(desktop));
+            await([&] { return m_service.answers() > before; });
+            pass(1s);
+            times.push_back(PanelOnScreen(desktop).open());
+        }
+        ResultTable::addFigure(
+            u"First open, press to pixels"_s, u"ms"_s, median(times), std::nullopt, 35);
+    }
+
+    /// What opening it again and again takes, and leaves behind.
+    static void compareOpenPanel(
+        PrivateDesktop& desktop, const MeasuredProgram& ours,
+        const MeasuredProgram::Memory& floors) {
+        constexpr int openings = 20;
+        constexpr double mebi = 1024;
+        say(u"Opening the panel %1 times"_s.arg(openings));
+        PanelOnScreen panel(desktop);
+        std::vector<double> times;
+        double early = 0;
+        for (int opening = 1; opening <= openings; ++opening) {
+            const double time = panel.open();
+            if (opening > 1)
+                times.push_back(time);
+            pass(500ms);
+            panel.close();
+            pass(500ms);
+            if (opening == 2)
+                early = ours.memory().privateDirty;
+        }
+        const double late = ours.memory().privateDirty;
+        ResultTable::addFigure(
+            u"Opening again, press to pixels, 95th percentile"_s, u"ms"_s, percentile(times, 95),
+            std::nullopt, 16);
+        ResultTable::addRatio(
+            u"Memory of its own after 20 openings"_s, u"MiB"_s, late / mebi,
+            floors.privateDirty / mebi, late / floors.privateDirty, 2.4);
+        ResultTable::addFigure(
+            u"Its growth between openings 2 and 20"_s, u"MiB"_s, (late - early) / mebi,
+            std::nullopt, 0.3);
     }
 
     static void
@@ -239,7 +299,7 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     lumora::Effort effort;
     if (QCoreApplication::arguments().contains(u"--quick"_s))
-        effort = {5, 60s};
+        effort = {5, 3, 60s};
     try {
         lumora::Bench(effort).run();
     } catch (const std::exception& failure) {

@@ -61,12 +61,12 @@ bool takeSetting(Reader& reader, XSettings& settings) {
     switch (kind) {
     case Kind::Number:
         if (const auto number = reader.takeNumber<std::int32_t>(); !reader.failed())
-            settings.insert(name, number);
+            settings.numbers.insert(name, number);
         break;
     case Kind::Text:
         if (const auto text = reader.takePadded(reader.takeNumber<std::uint32_t>());
             !reader.failed())
-            settings.insert(name, text);
+            settings.texts.insert(name, text);
         break;
     case Kind::Color:
         reader.take(8);
@@ -78,10 +78,9 @@ bool takeSetting(Reader& reader, XSettings& settings) {
 }
 
 template <typename Value>
-std::optional<Value> find(const XSettings& settings, const QByteArray& name) {
+std::optional<Value> find(const QHash<QByteArray, Value>& settings, const QByteArray& name) {
     const auto found = settings.constFind(name);
-    const auto* value = found == settings.cend() ? nullptr : std::get_if<Value>(&found.value());
-    return value ? std::optional(*value) : std::nullopt;
+    return found == settings.cend() ? std::nullopt : std::optional(found.value());
 }
 
 } // namespace
@@ -101,12 +100,12 @@ XSettings parseXSettings(const QByteArray& property) {
 
 DesktopAppearance::Wishes wishesIn(const XSettings& settings) {
     DesktopAppearance::Wishes wishes;
-    if (const auto font = find<QByteArray>(settings, "Gtk/FontName"))
+    if (const auto font = find(settings.texts, "Gtk/FontName"))
         wishes.font = parseFontDescription(QString::fromUtf8(*font));
-    if (const auto animations = find<std::int32_t>(settings, "Gtk/EnableAnimations"))
+    if (const auto animations = find(settings.numbers, "Gtk/EnableAnimations"))
         wishes.animations = *animations != 0;
     // The names of themes are all there is to tell a dark desktop by, and only the dark ones say.
-    if (const auto theme = find<QByteArray>(settings, "Net/ThemeName");
+    if (const auto theme = find(settings.texts, "Net/ThemeName");
         theme && theme->toLower().endsWith("-dark"))
         wishes.colorScheme = DesktopAppearance::Preference::Dark;
     return wishes;

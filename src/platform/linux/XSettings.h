@@ -6,12 +6,16 @@
 #include <QHash>
 
 #include <cstdint>
-#include <variant>
 
 namespace lumora {
 
-/// The settings that an X11 desktop shares with all programs, by name: numbers and texts.
-using XSettings = QHash<QByteArray, std::variant<std::int32_t, QByteArray>>;
+/// The settings that an X11 desktop shares with all programs, by name.
+struct XSettings {
+    QHash<QByteArray, std::int32_t> numbers;
+    QHash<QByteArray, QByteArray> texts;
+
+    bool operator==(const XSettings&) const = default;
+};
 
 /// Reads the settings manager's property. What comes after a fault in it is left out.
 XSettings parseXSettings(const QByteArray& property);

@@ -1,0 +1,83 @@
+// What the panel costs inside the program: opening it with more and more rows, and refreshes with
+// and without something new. Drawn into memory, so that no X server is in the figures.
+
+#include "support/Fixtures.h"
+#include "support/PanelFixture.h"
+
+#include <QApplication>
+#include <QPixmap>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+using namespace lumora;
+using namespace Qt::Literals::StringLiterals;
+
+Briefing dayWithHabits(qint64 count) {
+    Briefing briefing = tests::fullDay();
+    briefing.habits = {.done = 0, .total = count, .items = {}};
+    for (qint64 i = 0; i < count; ++i)
+        briefing.habits.items.push_back(
+            {u"habit-%1"_s.arg(i), u"Read page %1"_s.arg(i), false, 0, 1, i % 40});
+    return briefing;
+}
+
+/// Lays the panel out and paints all of it.
+void draw(tests::ViewHarness& panel) {
+    panel.view.resize(panel.view.sizeHint());
+    const QPixmap picture = panel.view.grab();
+    benchmark::DoNotOptimize(picture.cacheKey());
+}
+
+void openPanel(benchmark::State& state) {
+    const Briefing briefing = dayWithHabits(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        tests::ViewHarness panel;
+        panel.lastGood = briefing;
+        panel.render();
+        draw(panel);
+    }
+}
+
+/// A panel that is on the screen gets the briefing's `versions` in turn.
+void refresh(benchmark::State& state, const std::vector<Briefing>& versions) {
+    tests::ViewHarness panel;
+    panel.lastGood = versions.front();
+    panel.render();
+    panel.view.show();
+    QApplication::processEvents();
+    size_t next = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        panel.lastGood = versions[++next % versions.size()];
+        panel.render();
+        QApplication::processEvents(); // whatever is to be painted
+    }
+}
+
+void refreshWithoutChange(benchmark::State& state) {
+    refresh(state, {dayWithHabits(state.range(0))});
+}
+
+void refreshWithChange(benchmark::State& state) {
+    const Briefing before = dayWithHabits(state.range(0));
+    Briefing after = before;
+    after.habits.items.front().streak += 1;
+    refresh(state, {before, after});
+}
+
+} // namespace
+
+BENCHMARK(openPanel)->ArgName("habits")->Arg(10)->Arg(100)->Arg(1000);
+BENCHMARK(refreshWithoutChange)->ArgName("habits")->Arg(10);
+BENCHMARK(refreshWithChange)->ArgName("habits")->Arg(10);
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+}
