@@ -1,6 +1,8 @@
 # Lumora's settings on the private desktop, as somebody meets them who has just installed it.
-# Sourced after desktop-panel.sh.
+# Sourced after lib.sh.
 # shellcheck shell=bash
+# shellcheck source=script/desktop-panel.sh
+source "$(dirname "${BASH_SOURCE[0]}")/desktop-panel.sh"
 
 # forget_configuration: nothing has ever been set up.
 forget_configuration() {

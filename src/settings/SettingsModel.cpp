@@ -119,7 +119,7 @@ QCoro::Task<> SettingsModel::runTest() {
     if (!self)
         co_return;
 
-    m_testResult = fetched ? succeededResult(fetched->eventsToday.size())
+    m_testResult = fetched ? succeededResult(qsizetype(fetched->eventsToday.size()))
                            : failedResult(fetched.error().errorDescription());
     if (fetched) {
         announce();
