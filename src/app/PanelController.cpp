@@ -9,6 +9,7 @@
 #include "views/MenuBarView.h"
 #include "views/PanelFooter.h"
 #include "views/PanelWindow.h"
+#include "views/SpokenWidgets.h"
 
 #include <QShortcut>
 
@@ -30,6 +31,7 @@ AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
 PanelController::PanelController(Surroundings surroundings)
     : m_with(std::move(surroundings))
     , m_themes(m_with.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP")) {
+    speakWidgets();
     connect(&m_with.state, &AppState::changed, this, [this] {
         if (m_window && m_window->isVisible())
             render();

@@ -69,6 +69,12 @@ void ThemeFollower::dressToolTips() const {
 }
 
 Theme ThemeFollower::current() const {
+    Theme theme = colors();
+    theme.setAllowsMotion(m_appearance.wishes().animations.value_or(true));
+    return theme;
+}
+
+Theme ThemeFollower::colors() const {
     const QPalette palette = QApplication::palette();
     if (hasPaletteOfItsOwn(m_desktop))
         return {palette, QApplication::font()};

@@ -9,7 +9,7 @@ namespace lumora {
 class DesktopAppearance;
 
 /// Keeps the program's font, its tool tips and the panel's theme in step with the desktop's colour
-/// scheme, palette and font.
+/// scheme, palette and font, and with its wish for less motion.
 class ThemeFollower : public QObject {
     Q_OBJECT
 
@@ -23,6 +23,7 @@ public:
 
 private:
     Theme current() const;
+    Theme colors() const;
     void adoptFont();
     void dressToolTips() const;
 

@@ -6,7 +6,7 @@ namespace lumora {
 
 ActionRow::ActionRow(const ThemeSource& themes, QWidget* parent)
     : RowButton(themes, padding, Highlight::OnHover, parent)
-    , m_spinner(this) {
+    , m_spinner(themes, this) {
     connect(&m_spinner, &QVariantAnimation::valueChanged, this, &ActionRow::render);
 }
 
@@ -25,6 +25,7 @@ void ActionRow::setPending(bool pending) {
         return;
     m_pending = pending;
     // A disabled row would lose the keyboard focus, so a pending one only stops listening.
+    setBusy(pending);
     m_spinner.setRunning(pending);
     render();
 }

@@ -134,6 +134,9 @@ void BriefingView::renderSpending() {
         m_spendingBody->showRevealed(*m_spendingFigures, m_spendingPending);
     else
         m_spendingBody->showHidden();
+    // One that has ended does not come back when the clock is set back.
+    if (!revealed)
+        m_revealedAt.reset();
     // Figures that are gone leave no digest behind either.
     m_spending->setSummary(
         m_spendingFigures

@@ -1,6 +1,7 @@
 #include "views/CaptureField.h"
 
 #include "views/RowButton.h"
+#include "views/WidgetTexts.h"
 
 #include <QHBoxLayout>
 
@@ -42,7 +43,7 @@ CaptureField::CaptureField(const ThemeSource& themes, Clock& clock, QWidget* par
     , m_edit(new ThoughtEdit(themes, this))
     , m_state(fitted(new PaintedRow(themes, {}, this)))
     , m_send(fitted(new RowButton(themes, {}, RowButton::Highlight::None, this)))
-    , m_spinner(this) {
+    , m_spinner(themes, this) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(padding);
     layout->setSpacing(spacing);
@@ -72,6 +73,8 @@ void CaptureField::setPending(bool pending) {
     if (m_pending == pending)
         return;
     m_pending = pending;
+    m_spinner.setRunning(pending);
+    renderTrailing(); // the send button is gone before anything could move to it
     // A disabled field loses the keyboard; it gets it back as soon as it can take it, unless the
     // user has moved on from where it went meanwhile.
     const bool hadFocus = window()->focusWidget() == m_edit;
@@ -80,8 +83,6 @@ void CaptureField::setPending(bool pending) {
         m_focusRefuge = hadFocus ? window()->focusWidget() : nullptr;
     else if (m_focusRefuge && window()->focusWidget() == m_focusRefuge)
         m_edit->setFocus();
-    m_spinner.setRunning(pending);
-    renderTrailing();
 }
 
 void CaptureField::showSaved() {
@@ -105,6 +106,7 @@ void CaptureField::renderTrailing() {
         m_state->setContent({.items = {RowItem::spinner(m_spinner.rotation())}});
     else if (m_justSaved)
         m_state->setContent(calloutSymbol(u"checkmark.circle.fill"_s, ColorRole::Green));
+    setSpokenName(*m_state, m_pending ? u"Sending"_s : u"Sent to Inbox"_s);
     m_state->setVisible(m_pending || m_justSaved);
     m_send->setVisible(!m_pending && !m_justSaved && !m_edit->document()->isEmpty());
 }

@@ -23,7 +23,7 @@ CollapsibleSection::CollapsibleSection(
     : QWidget(parent)
     , m_appearance(std::move(appearance))
     , m_header(new RowButton(themes, PanelMetrics::besideRows, RowButton::Highlight::None, this))
-    , m_fold(new FoldArea(content, headerToContent, this)) {
+    , m_fold(new FoldArea(themes, content, headerToContent, this)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
@@ -48,10 +48,13 @@ void CollapsibleSection::setCollapsed(bool collapsed) {
 }
 
 void CollapsibleSection::render() {
+    const auto digest = isCollapsed() ? m_summary : std::nullopt;
+    m_header->setExpanded(!isCollapsed());
     setToolTipText(*m_header, PanelTexts::foldToolTip(m_appearance.title, isCollapsed()));
+    setSpokenDescription(*m_header, digest.value_or(QString()));
     m_header->setContent(sectionHeaderRow(
-        m_appearance.title, m_appearance.systemImage, m_appearance.badge,
-        isCollapsed() ? m_summary : std::nullopt, foldedRotation * (1 - m_fold->openness())));
+        m_appearance.title, m_appearance.systemImage, m_appearance.badge, digest,
+        foldedRotation * (1 - m_fold->openness())));
 }
 
 } // namespace lumora

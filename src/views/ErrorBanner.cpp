@@ -3,7 +3,6 @@
 #include "views/RowLayout.h"
 #include "views/RowPainter.h"
 
-#include <QAccessible>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -37,13 +36,21 @@ void ErrorBanner::setMessage(const QString& message) {
         return;
     m_message = message;
     setAccessibleName(message);
+    const bool wasVisible = isVisible();
     setVisible(!message.isEmpty());
     updateGeometry();
     update();
-    if (!message.isEmpty()) {
-        QAccessibleEvent alert(this, QAccessible::Alert);
-        QAccessible::updateAccessibility(&alert);
-    }
+    if (message.isEmpty())
+        return;
+    tell(QAccessible::Alert);
+    // Where alerts are not passed on, screen readers read those that come into view.
+    if (wasVisible)
+        tell(QAccessible::ObjectShow);
+}
+
+void ErrorBanner::tell(QAccessible::Event what) {
+    QAccessibleEvent event(this, what);
+    QAccessible::updateAccessibility(&event);
 }
 
 QRectF ErrorBanner::textRect(double width) const {

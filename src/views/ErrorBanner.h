@@ -2,6 +2,7 @@
 
 #include "views/ThemeSource.h"
 
+#include <QAccessible>
 #include <QWidget>
 
 namespace lumora {
@@ -29,6 +30,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void tell(QAccessible::Event what);
     QRectF textRect(double width) const;
 
     const ThemeSource& m_themes;

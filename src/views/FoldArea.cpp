@@ -55,8 +55,9 @@ private:
     std::unique_ptr<QLayoutItem> m_item;
 };
 
-FoldArea::FoldArea(QWidget* content, int gap, QWidget* parent)
+FoldArea::FoldArea(const ThemeSource& themes, QWidget* content, int gap, QWidget* parent)
     : QWidget(parent)
+    , m_themes(themes)
     , m_content(content) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     (new Layout(this, gap))->addWidget(m_content);
@@ -66,6 +67,14 @@ FoldArea::FoldArea(QWidget* content, int gap, QWidget* parent)
     m_motion.setEndValue(1.0);
     connect(&m_motion, &QVariantAnimation::valueChanged, this, &FoldArea::applyOpenness);
     connect(&m_motion, &QVariantAnimation::finished, this, &FoldArea::applyOpenness);
+    connect(&m_themes, &ThemeSource::changed, this, &FoldArea::stopIfStill);
+}
+
+void FoldArea::stopIfStill() {
+    if (m_motion.state() != QVariantAnimation::Running || motionAllowed(m_themes.theme()))
+        return;
+    m_motion.stop();
+    applyOpenness();
 }
 
 double FoldArea::openness() const {
@@ -80,7 +89,7 @@ void FoldArea::setCollapsed(bool collapsed) {
     const double from = openness();
     m_motion.stop();
     m_collapsed = collapsed;
-    if (isVisible() && motionAllowed()) {
+    if (isVisible() && motionAllowed(m_themes.theme())) {
         m_motion.setStartValue(from);
         m_motion.setEndValue(collapsed ? 0.0 : 1.0);
         m_motion.start();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/ThemeSource.h"
+
 #include <QVariantAnimation>
 #include <QWidget>
 
@@ -11,8 +13,9 @@ class FoldArea : public QWidget {
     Q_OBJECT
 
 public:
-    /// `gap` is the space above the content, which folds away with it. Takes `content`.
-    FoldArea(QWidget* content, int gap, QWidget* parent = nullptr);
+    /// `gap` is the space above the content, which folds away with it. Takes `content`; `themes`
+    /// must outlive the area.
+    FoldArea(const ThemeSource& themes, QWidget* content, int gap, QWidget* parent = nullptr);
 
     /// Folds or unfolds in 0.15 seconds, or at once where nothing may move or is on the screen.
     void setCollapsed(bool collapsed);
@@ -29,7 +32,9 @@ private:
     class Layout;
 
     void applyOpenness();
+    void stopIfStill();
 
+    const ThemeSource& m_themes;
     QWidget* m_content;
     bool m_collapsed = false;
     QVariantAnimation m_motion;

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QVBoxLayout>
 
+#include <utility>
 #include <vector>
 
 namespace lumora {
@@ -17,31 +18,59 @@ public:
     explicit KeyedRows(QVBoxLayout& layout)
         : m_layout(layout) {}
 
-    /// Makes one row per value: `make()` for a new one, and for each `apply(row, value)`.
+    /// Makes one row per value: `make()` for a new one, and for each `apply(row, value)`. Costs
+    /// grow with the number of values, whatever has become of their order.
     template <typename Value, typename KeyOf, typename Make, typename Apply>
     void reconcile(const std::vector<Value>& values, KeyOf keyOf, Make make, Apply apply) {
         QHash<QString, Row*> unused = std::exchange(m_rows, {});
         QHash<QString, int> seen;
-        int position = 0;
+        std::vector<Row*> order;
+        order.reserve(values.size());
         for (const Value& value : values) {
             const QString key = keyOf(value);
             const QString unique = key + u'\n' + QString::number(seen[key]++);
             Row* row = unused.take(unique);
             if (!row)
                 row = make();
-            if (m_layout.indexOf(row) != position)
-                m_layout.insertWidget(position, row);
-            ++position;
             m_rows.insert(unique, row);
+            order.push_back(row);
             apply(*row, value);
         }
-        for (Row* row : std::as_const(unused)) {
-            m_layout.removeWidget(row);
-            delete row;
-        }
+        if (isInLayout(order))
+            return;
+        // Hidden while it still has its place: the keyboard moves on to what comes after it.
+        for (Row* row : std::as_const(unused))
+            row->hide();
+        layOut(order);
+        qDeleteAll(unused);
     }
 
 private:
+    bool isInLayout(const std::vector<Row*>& order) const {
+        if (std::size_t(m_layout.count()) != order.size())
+            return false;
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            if (m_layout.itemAt(int(i))->widget() != order[i])
+                return false;
+        }
+        return true;
+    }
+
+    void layOut(const std::vector<Row*>& order) {
+        // Taken from the end and put back whole: looking for each row's place would take a look at
+        // all the others.
+        QHash<QWidget*, QLayoutItem*> items;
+        while (QLayoutItem* last = m_layout.takeAt(m_layout.count() - 1))
+            items.insert(last->widget(), last);
+        for (Row* row : order) {
+            if (QLayoutItem* item = items.take(row))
+                m_layout.addItem(item);
+            else
+                m_layout.addWidget(row);
+        }
+        qDeleteAll(items);
+    }
+
     QVBoxLayout& m_layout;
     QHash<QString, Row*> m_rows;
 };

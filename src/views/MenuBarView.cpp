@@ -2,6 +2,7 @@
 
 #include "views/CaptureField.h"
 #include "views/Divider.h"
+#include "views/FocusRing.h"
 #include "views/Formatters.h"
 #include "views/PaintedRow.h"
 #include "views/PanelFooter.h"
@@ -10,9 +11,8 @@
 #include "views/RowContents.h"
 #include "views/WidgetTexts.h"
 
+#include <QKeyEvent>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -23,6 +23,24 @@ namespace {
 constexpr QMargins headerPadding{12, 10, 12, 10};
 const QString captureAction = u"capture"_s;
 
+bool canTakeFocus(const QWidget& leaf) {
+    return leaf.isVisible() && leaf.isEnabled() && !isDecoration(leaf);
+}
+
+bool isTabStop(const QWidget& leaf) {
+    return canTakeFocus(leaf) && (leaf.focusPolicy() & Qt::TabFocus);
+}
+
+/// The first of `leaves` that is `wanted`, going from the one after `from` by `step`.
+QWidget*
+findStop(const QWidgetList& leaves, qsizetype from, int step, bool (*wanted)(const QWidget&)) {
+    for (qsizetype i = from + step; i >= 0 && i < leaves.size(); i += step) {
+        if (wanted(*leaves.at(i)))
+            return leaves.at(i);
+    }
+    return nullptr;
+}
+
 } // namespace
 
 MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget* parent)
@@ -31,8 +49,12 @@ MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget
     , m_placeholder(new PanelPlaceholder(surroundings.themes, this))
     , m_briefing(new BriefingView(surroundings, this))
     , m_capture(new CaptureField(surroundings.themes, surroundings.clock, this))
-    , m_footer(new PanelFooter(surroundings.themes, this)) {
+    , m_footer(new PanelFooter(surroundings.themes, this))
+    , m_ring(new FocusRing(surroundings.themes, this)) {
     setFixedWidth(panelWidth);
+    // Where the keyboard is when the panel opens: nothing happens there, and it is read first.
+    m_header->setFocusPolicy(Qt::TabFocus);
+    setFocusProxy(m_header);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
@@ -45,6 +67,7 @@ MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget
     layout->addWidget(new Divider(surroundings.themes, this));
     layout->addWidget(m_footer);
     m_briefing->hide();
+    m_ring->raise();
 }
 
 void MenuBarView::render(const PanelValues& values) {
@@ -73,16 +96,54 @@ QSize MenuBarView::sizeHint() const {
 }
 
 bool MenuBarView::focusNextPrevChild(bool next) {
-    const QList<QWidget*> stops = tabStops(*this);
-    if (stops.isEmpty())
+    const QWidgetList leaves = leavesInReadingOrder(*this);
+    const qsizetype current = leaves.indexOf(window()->focusWidget());
+    const int step = next ? 1 : -1;
+    const qsizetype outside = next ? -1 : leaves.size();
+    QWidget* stop = findStop(leaves, current < 0 ? outside : current, step, isTabStop);
+    if (!stop)
+        stop = findStop(leaves, outside, step, isTabStop);
+    if (!stop)
         return false;
-    const qsizetype current = stops.indexOf(window()->focusWidget());
-    const qsizetype count = stops.size();
-    const qsizetype following = next ? current + 1 : std::max<qsizetype>(current, 0) - 1;
-    window()->setAttribute(Qt::WA_KeyboardFocusChange);
-    stops.at((following + count) % count)
-        ->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    if (current >= 0 && !canTakeFocus(*leaves.at(current)))
+        stop->setFocus(Qt::OtherFocusReason); // what had the keyboard went away by itself
+    else
+        takeFocus(*stop, next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
+}
+
+void MenuBarView::takeFocus(QWidget& stop, Qt::FocusReason reason) {
+    window()->setAttribute(Qt::WA_KeyboardFocusChange);
+    stop.setFocus(reason);
+    m_ring->follow(); // also where the keyboard was there already, unmarked
+}
+
+void MenuBarView::keyPressEvent(QKeyEvent* event) {
+    const QWidgetList leaves = leavesInReadingOrder(*this);
+    const qsizetype current = leaves.indexOf(window()->focusWidget());
+    const qsizetype beyond = leaves.size();
+    QWidget* stop = nullptr;
+    switch (event->key()) {
+    case Qt::Key_Down:
+    case Qt::Key_Right:
+        stop = findStop(leaves, current, 1, canTakeFocus);
+        break;
+    case Qt::Key_Up:
+    case Qt::Key_Left:
+        stop = findStop(leaves, current < 0 ? beyond : current, -1, canTakeFocus);
+        break;
+    case Qt::Key_Home:
+        stop = findStop(leaves, -1, 1, canTakeFocus);
+        break;
+    case Qt::Key_End:
+        stop = findStop(leaves, beyond, -1, canTakeFocus);
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (stop)
+        takeFocus(*stop, Qt::OtherFocusReason);
 }
 
 void MenuBarView::tick(Instant now) {

@@ -5,6 +5,7 @@
 namespace lumora {
 
 class CaptureField;
+class FocusRing;
 class PanelFooter;
 class PanelPlaceholder;
 
@@ -37,12 +38,18 @@ protected:
     /// Tab goes through the panel in reading order, round and round.
     bool focusNextPrevChild(bool next) override;
 
+    /// The arrow keys, Home and End go to everything that is read, also where Tab passes by.
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
+    void takeFocus(QWidget& stop, Qt::FocusReason reason);
+
     PaintedRow* m_header;
     PanelPlaceholder* m_placeholder;
     BriefingView* m_briefing;
     CaptureField* m_capture;
     PanelFooter* m_footer;
+    FocusRing* m_ring;
 };
 
 } // namespace lumora

@@ -2,7 +2,9 @@
 
 namespace lumora {
 
-/// Whether the desktop lets things move. Where it asks for reduced motion, changes happen at once.
-bool motionAllowed();
+class Theme;
+
+/// Whether things may move. Where the desktop asks for reduced motion, changes happen at once.
+bool motionAllowed(const Theme& theme);
 
 } // namespace lumora

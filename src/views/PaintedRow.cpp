@@ -12,8 +12,8 @@ namespace lumora {
 
 PaintedRow::PaintedRow(const ThemeSource& themes, QMargins padding, QWidget* parent)
     : QWidget(parent)
-    , m_themes(themes)
-    , m_padding(padding) {
+    , m_themes(themes) {
+    setContentsMargins(padding);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&m_themes, &ThemeSource::changed, this, [this] {
         updateGeometry();
@@ -39,13 +39,13 @@ void PaintedRow::setSpokenContent(RowContent content) {
 }
 
 RowGeometry PaintedRow::itemGeometry() const {
-    return layOutRow(m_content, theme(), width() - m_padding.left() - m_padding.right());
+    return layOutRow(m_content, theme(), contentsRect().width());
 }
 
 QSize PaintedRow::sizeHint() const {
     const double width = naturalRowWidth(m_content, theme());
     const double height = layOutRow(m_content, theme(), width).height;
-    return QSize(int(std::ceil(width)), int(std::ceil(height))).grownBy(m_padding);
+    return QSize(int(std::ceil(width)), int(std::ceil(height))).grownBy(contentsMargins());
 }
 
 QSize PaintedRow::minimumSizeHint() const {
@@ -54,8 +54,7 @@ QSize PaintedRow::minimumSizeHint() const {
 
 void PaintedRow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    paintRow(
-        painter, QPointF(m_padding.left(), m_padding.top()), m_content, itemGeometry(), theme());
+    paintRow(painter, contentsRect().topLeft(), m_content, itemGeometry(), theme());
 }
 
 } // namespace lumora

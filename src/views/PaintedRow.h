@@ -36,11 +36,8 @@ protected:
 
     const Theme& theme() const { return m_themes.theme(); }
 
-    QMargins padding() const { return m_padding; }
-
 private:
     const ThemeSource& m_themes;
-    QMargins m_padding;
     RowContent m_content;
 };
 

@@ -17,6 +17,8 @@ RowButton* makeButton(const ThemeSource& themes, std::vector<RowItem> face, cons
     auto* button = new RowButton(themes, {}, RowButton::Highlight::None);
     button->setContent({.items = std::move(face)});
     button->setAccessibleName(name);
+    // All as high as the highest, so that their texts stand on one line.
+    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     return button;
 }
 
@@ -37,6 +39,7 @@ PanelFooter::PanelFooter(const ThemeSource& themes, QWidget* parent)
     auto* quit = makeButton(themes, {RowItem::makeSymbol(u"power"_s, {})}, u"Quit Lumora"_s);
     quit->setToolTip(u"Quit Lumora"_s);
 
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(padding);
     layout->setSpacing(spacing);

@@ -20,7 +20,7 @@ PanelPlaceholder::PanelPlaceholder(const ThemeSource& themes, QWidget* parent)
     , m_loading(new PaintedRow(themes, {}, this))
     , m_banner(new ErrorBanner(themes, this))
     , m_hint(new PaintedRow(themes, {}, this))
-    , m_spinner(this) {
+    , m_spinner(themes, this) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(padding, padding, padding, padding);
     layout->setSpacing(spacing);

@@ -112,8 +112,10 @@ void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activ
     if (opening) {
         followScreens();
         m_scroller->verticalScrollBar()->setValue(0);
-        // Not the field that had it last: nobody wants to type into it unasked.
-        setFocus(Qt::ActiveWindowFocusReason);
+        // Not the field that had it last: nobody wants to type into it unasked. Nor is anything
+        // marked before the user has touched a key.
+        setAttribute(Qt::WA_KeyboardFocusChange, false);
+        m_scroller->widget()->setFocus(Qt::ActiveWindowFocusReason);
     }
     bringToFront(*this, activationToken);
     // Some layouts only settle once they are visible; nothing is painted before that.

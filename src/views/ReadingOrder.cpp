@@ -7,33 +7,43 @@ namespace lumora {
 
 namespace {
 
-void appendStops(QWidget& widget, QList<QWidget*>& stops);
-
-void appendStops(QLayout& layout, QList<QWidget*>& stops) {
+void appendParts(const QLayout& layout, QList<QWidget*>& parts) {
     for (int i = 0; i < layout.count(); ++i) {
         QLayoutItem* item = layout.itemAt(i);
         if (item->widget())
-            appendStops(*item->widget(), stops);
+            parts += item->widget();
         else if (item->layout())
-            appendStops(*item->layout(), stops);
+            appendParts(*item->layout(), parts);
     }
 }
 
-void appendStops(QWidget& widget, QList<QWidget*>& stops) {
-    if (!widget.isVisible() || !widget.isEnabled())
-        return;
-    if (widget.focusPolicy() & Qt::TabFocus)
-        stops += &widget;
-    if (widget.layout())
-        appendStops(*widget.layout(), stops);
+void appendLeaves(const QWidget& widget, QList<QWidget*>& leaves) {
+    const QList<QWidget*> parts = partsInReadingOrder(widget);
+    for (QWidget* part : parts) {
+        if (part->layout())
+            appendLeaves(*part, leaves);
+        else
+            leaves += part;
+    }
 }
 
 } // namespace
 
-QList<QWidget*> tabStops(QWidget& root) {
-    QList<QWidget*> stops;
-    appendStops(root, stops);
-    return stops;
+QList<QWidget*> partsInReadingOrder(const QWidget& widget) {
+    QList<QWidget*> parts;
+    if (widget.layout())
+        appendParts(*widget.layout(), parts);
+    return parts;
+}
+
+QList<QWidget*> leavesInReadingOrder(const QWidget& root) {
+    QList<QWidget*> leaves;
+    appendLeaves(root, leaves);
+    return leaves;
+}
+
+bool isDecoration(const QWidget& leaf) {
+    return leaf.accessibleName().isEmpty() && leaf.focusPolicy() == Qt::NoFocus;
 }
 
 } // namespace lumora

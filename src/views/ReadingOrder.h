@@ -6,8 +6,15 @@ class QWidget;
 
 namespace lumora {
 
-/// What Tab stops at within `root`, in the order of its layouts, which is the order in which it is
-/// read. Rows come and go, so this is not the order in which the widgets were made.
-QList<QWidget*> tabStops(QWidget& root);
+/// The parts of `widget`, not of its parts, in the order of its layout, which is the order in which
+/// they are read. Rows come and go, so this is not the order in which they were made.
+QList<QWidget*> partsInReadingOrder(const QWidget& widget);
+
+/// Everything below `root` that has no parts of its own, seen or not, in reading order.
+QList<QWidget*> leavesInReadingOrder(const QWidget& root);
+
+/// Whether a widget without parts says nothing to those who cannot see it: it has no name and
+/// nothing can be done with it.
+bool isDecoration(const QWidget& leaf);
 
 } // namespace lumora

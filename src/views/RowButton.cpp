@@ -1,7 +1,9 @@
 #include "views/RowButton.h"
 
+#include "views/PanelMetrics.h"
 #include "views/RowPainter.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -11,8 +13,11 @@ namespace lumora {
 
 namespace {
 
-constexpr double cornerRadius = 5;
-constexpr double focusRingWidth = 2;
+/// Tells screen readers that these states of `widget` are others now.
+void tellChanged(QWidget* widget, QAccessible::State changed) {
+    QAccessibleStateChangeEvent event(widget, changed);
+    QAccessible::updateAccessibility(&event);
+}
 
 } // namespace
 
@@ -20,8 +25,8 @@ RowButton::RowButton(
     const ThemeSource& themes, QMargins padding, Highlight highlight, QWidget* parent)
     : QAbstractButton(parent)
     , m_themes(themes)
-    , m_padding(padding)
     , m_highlight(highlight) {
+    setContentsMargins(padding);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setFocusPolicy(Qt::TabFocus);
     connect(&m_themes, &ThemeSource::changed, this, [this] {
@@ -39,13 +44,37 @@ void RowButton::setContent(RowContent content) {
 }
 
 RowGeometry RowButton::itemGeometry() const {
-    return layOutRow(m_content, theme(), width() - m_padding.left() - m_padding.right());
+    return layOutRow(m_content, theme(), contentsRect().width());
+}
+
+QPointF RowButton::contentOrigin() const {
+    const QRect room = contentsRect();
+    return {double(room.left()), room.top() + (room.height() - itemGeometry().height) / 2};
+}
+
+void RowButton::setBusy(bool busy) {
+    if (m_busy == busy)
+        return;
+    m_busy = busy;
+    QAccessible::State changed;
+    changed.busy = true;
+    tellChanged(this, changed);
+}
+
+void RowButton::setExpanded(bool expanded) {
+    if (m_expanded == expanded)
+        return;
+    m_expanded = expanded;
+    QAccessible::State changed;
+    changed.expanded = true;
+    changed.collapsed = true;
+    tellChanged(this, changed);
 }
 
 QSize RowButton::sizeHint() const {
     const double width = naturalRowWidth(m_content, theme());
     const double height = layOutRow(m_content, theme(), width).height;
-    return QSize(int(std::ceil(width)), int(std::ceil(height))).grownBy(m_padding);
+    return QSize(int(std::ceil(width)), int(std::ceil(height))).grownBy(contentsMargins());
 }
 
 QSize RowButton::minimumSizeHint() const {
@@ -75,10 +104,20 @@ void RowButton::setHovering(bool hovering) {
 }
 
 void RowButton::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
         click();
-    else
+        break;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        event->ignore(); // whoever holds the buttons knows which one is next
+        break;
+    default:
         QAbstractButton::keyPressEvent(event);
+    }
 }
 
 void RowButton::paintEvent(QPaintEvent*) {
@@ -87,17 +126,9 @@ void RowButton::paintEvent(QPaintEvent*) {
     if (m_highlight == Highlight::OnHover && m_hovering && isEnabled()) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(theme().color(ColorRole::Hover));
-        painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
+        painter.drawRoundedRect(rect(), PanelMetrics::cornerRadius, PanelMetrics::cornerRadius);
     }
-    paintRow(
-        painter, QPointF(m_padding.left(), m_padding.top()), m_content, itemGeometry(), theme());
-    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        const double inset = focusRingWidth / 2;
-        painter.setPen(QPen(theme().color(ColorRole::Accent), focusRingWidth));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(
-            QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
-    }
+    paintRow(painter, contentOrigin(), m_content, itemGeometry(), theme());
 }
 
 } // namespace lumora

@@ -6,6 +6,8 @@
 #include <QAbstractButton>
 #include <QMargins>
 
+#include <optional>
+
 namespace lumora {
 
 /// A borderless button whose face is a row of texts and symbols. Its whole rectangle is clickable;
@@ -29,8 +31,22 @@ public:
     /// Shows `content`; nothing happens when it is what is shown already.
     void setContent(RowContent content);
 
-    /// Where the items stand now, in points from the button's own corner inside its padding.
+    /// Where the items stand now, in points from `contentOrigin()`.
     RowGeometry itemGeometry() const;
+
+    /// Where the content begins, in points: inside the padding, and in the middle of a button that
+    /// is higher than it needs to be.
+    QPointF contentOrigin() const;
+
+    /// Whether what the button stands for is under way.
+    bool isBusy() const { return m_busy; }
+
+    void setBusy(bool busy);
+
+    /// Whether what the button folds away is shown; absent when it folds nothing.
+    std::optional<bool> expanded() const { return m_expanded; }
+
+    void setExpanded(bool expanded);
 
     /// Whether the pointer is over the button.
     bool isHovering() const { return m_hovering; }
@@ -51,10 +67,11 @@ private:
     void setHovering(bool hovering);
 
     const ThemeSource& m_themes;
-    QMargins m_padding;
     Highlight m_highlight;
     RowContent m_content;
     bool m_hovering = false;
+    bool m_busy = false;
+    std::optional<bool> m_expanded;
 };
 
 } // namespace lumora

@@ -29,7 +29,7 @@ SpendingFigures::SpendingFigures(const ThemeSource& themes, QWidget* parent)
     , m_asOf(new PaintedRow(themes, {}, this))
     , m_column(new QVBoxLayout)
     , m_buckets(*m_column)
-    , m_spinner(this) {
+    , m_spinner(themes, this) {
     auto* header = new QHBoxLayout;
     header->setSpacing(spacing);
     header->addWidget(m_total, 1);
@@ -76,6 +76,7 @@ void SpendingFigures::render(const Spending& spending, bool refreshing) {
 void SpendingFigures::showRefreshing(bool refreshing) {
     m_refreshing = refreshing;
     m_refresh->setEnabled(!refreshing);
+    m_refresh->setBusy(refreshing);
     m_spinner.setRunning(refreshing);
     renderRefresh();
 }

@@ -10,18 +10,26 @@ constexpr int turnMilliseconds = 800;
 
 } // namespace
 
-SpinnerMotion::SpinnerMotion(QObject* parent)
-    : QVariantAnimation(parent) {
+SpinnerMotion::SpinnerMotion(const ThemeSource& themes, QObject* parent)
+    : QVariantAnimation(parent)
+    , m_themes(themes) {
     setStartValue(0.0);
     setEndValue(360.0);
     setDuration(turnMilliseconds);
     setLoopCount(-1);
+    connect(&m_themes, &ThemeSource::changed, this, &SpinnerMotion::follow);
 }
 
 void SpinnerMotion::setRunning(bool running) {
-    if (running && motionAllowed() && state() != Running)
+    m_wanted = running;
+    follow();
+}
+
+void SpinnerMotion::follow() {
+    const bool turns = m_wanted && motionAllowed(m_themes.theme());
+    if (turns && state() != Running)
         start();
-    else if (!running)
+    else if (!turns)
         stop();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/ThemeSource.h"
+
 #include <QVariantAnimation>
 
 namespace lumora {
@@ -10,13 +12,20 @@ class SpinnerMotion : public QVariantAnimation {
     Q_OBJECT
 
 public:
-    explicit SpinnerMotion(QObject* parent);
+    /// `themes` must outlive the motion.
+    SpinnerMotion(const ThemeSource& themes, QObject* parent);
 
     /// Starts or stops turning.
     void setRunning(bool running);
 
     /// Degrees clockwise, from 0 to 360.
     double rotation() const { return currentValue().toDouble(); }
+
+private:
+    void follow();
+
+    const ThemeSource& m_themes;
+    bool m_wanted = false;
 };
 
 } // namespace lumora

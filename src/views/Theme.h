@@ -25,7 +25,7 @@ enum class TextRole { Headline, Title3, Body, Callout, Caption, Caption2 };
 
 enum class ColorScheme { Light, Dark };
 
-/// The panel's colours and fonts: a value, made anew when the desktop's change.
+/// How the panel looks and moves: a value, made anew when the desktop's wishes change.
 class Theme {
 public:
     /// The program's own colours for `scheme`, with fonts sized from `baseFont`.
@@ -43,6 +43,11 @@ public:
     /// Headline is bold by itself; every other role has the weight that is asked for.
     QFont font(TextRole role, QFont::Weight weight = QFont::Normal) const;
 
+    /// Whether things may move; true unless the desktop asks for reduced motion.
+    bool allowsMotion() const { return m_allowsMotion; }
+
+    void setAllowsMotion(bool allowed) { m_allowsMotion = allowed; }
+
     bool operator==(const Theme&) const = default;
 
 private:
@@ -56,6 +61,7 @@ private:
     QColor m_accent;
     QColor m_orange;
     QColor m_green;
+    bool m_allowsMotion = true;
 };
 
 /// The contrast of `foreground` laid over `background`, from 1 to 21 (WCAG 2).

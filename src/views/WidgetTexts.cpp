@@ -34,4 +34,9 @@ void setSpokenName(QWidget& widget, const QString& name) {
         widget.setAccessibleName(name);
 }
 
+void setSpokenDescription(QWidget& widget, const QString& text) {
+    if (widget.accessibleDescription() != text)
+        widget.setAccessibleDescription(text);
+}
+
 } // namespace lumora

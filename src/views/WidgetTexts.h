@@ -13,4 +13,8 @@ void setToolTipText(QWidget& widget, const QString& text);
 /// Lets screen readers call `widget` by `name`; they hear of it only when it is a new one.
 void setSpokenName(QWidget& widget, const QString& name);
 
+/// Lets screen readers add `text` to the name of `widget`; empty: its tooltip. They hear of it only
+/// when it is a new one.
+void setSpokenDescription(QWidget& widget, const QString& text);
+
 } // namespace lumora

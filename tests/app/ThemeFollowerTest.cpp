@@ -89,5 +89,17 @@ TEST_F(ThemeFollowerTest, LeavesTheFontToDesktopsThatSetItThemselves) {
     }
 }
 
+TEST_F(ThemeFollowerTest, LetsThingsMoveUnlessTheDesktopAsksOtherwise) {
+    for (const auto& name : {u"KDE"_s, u"GNOME"_s}) {
+        desktop.setWishes({});
+        const ThemeFollower follower(desktop, name);
+        EXPECT_TRUE(follower.themes().theme().allowsMotion());
+        desktop.setWishes({.animations = false});
+        EXPECT_FALSE(follower.themes().theme().allowsMotion());
+        desktop.setWishes({.animations = true});
+        EXPECT_TRUE(follower.themes().theme().allowsMotion());
+    }
+}
+
 } // namespace
 } // namespace lumora::tests

@@ -8,6 +8,7 @@
 
 #include <csignal>
 #include <stdexcept>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -214,6 +215,34 @@ testing::AssertionResult AccessibleTree::comesToBe(
         return testing::AssertionSuccess();
     return testing::AssertionFailure()
            << (seen.exists() ? "last read:\n" + seen.spoken().toStdString() : "no such window");
+}
+
+void AccessibleTree::listen() {
+    call(
+        registry, u"/org/a11y/atspi/registry"_s, registry, u"RegisterEvent"_s,
+        {u"object:state-changed:showing"_s});
+    m_program = findProgram();
+    m_bus.connect(
+        m_program, {}, u"org.a11y.atspi.Event.Object"_s, u"StateChanged"_s, this,
+        SLOT(hear(QDBusMessage)));
+    // The program learns of its listener in its own time, but in order.
+    call(registry, rootPath, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
+    call(m_program, rootPath, accessible, u"GetRoleName"_s);
+}
+
+void AccessibleTree::hear(const QDBusMessage& change) {
+    if (change.arguments().value(0) == u"showing"_s && change.arguments().value(1) == 1)
+        m_appeared += change.path();
+}
+
+std::vector<AccessibleNode> AccessibleTree::appeared() {
+    call(m_program, rootPath, accessible, u"GetRoleName"_s);
+    QCoreApplication::processEvents();
+    std::vector<AccessibleNode> nodes;
+    const QStringList paths = std::exchange(m_appeared, {});
+    for (const QString& path : paths)
+        nodes.push_back(read(path));
+    return nodes;
 }
 
 QRect AccessibleTree::place(const AccessibleNode& node) {

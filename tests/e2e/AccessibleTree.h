@@ -4,6 +4,7 @@
 #include "support/PrivateDisplay.h"
 
 #include <QDBusConnection>
+#include <QObject>
 #include <QRect>
 #include <QStringList>
 
@@ -40,12 +41,14 @@ struct AccessibleNode {
 /// What a screen reader learns from the program: a display and an accessibility service of the
 /// test's own, and the tree of objects that the program exports there. Make it before the program
 /// starts.
-class AccessibleTree {
+class AccessibleTree : public QObject {
+    Q_OBJECT
+
 public:
     /// Starts both for `lumora`, which must outlive the tree; throws when that fails. The program
     /// ends with it.
     explicit AccessibleTree(ProgramHarness& lumora);
-    ~AccessibleTree();
+    ~AccessibleTree() override;
     AccessibleTree(const AccessibleTree&) = delete;
     AccessibleTree& operator=(const AccessibleTree&) = delete;
 
@@ -69,6 +72,15 @@ public:
     /// Gives the keyboard to the object.
     bool focus(const AccessibleNode& node);
 
+    /// Keeps, from now on, which objects come into view. Programs only tell when somebody listens.
+    void listen();
+
+    /// What has come into view since then, or since this was last asked, as it is now.
+    std::vector<AccessibleNode> appeared();
+
+private Q_SLOTS:
+    void hear(const QDBusMessage& change);
+
 private:
     QDBusMessage call(
         const QString& service, const QString& path, const QString& interface,
@@ -82,7 +94,8 @@ private:
     PrivateDisplay m_display;
     QProcess m_launcher;
     QDBusConnection m_bus{QString()};
-    QString m_program; ///< its unique name on the accessibility bus
+    QStringList m_appeared; ///< their paths
+    QString m_program;      ///< its unique name on the accessibility bus
 };
 
 } // namespace lumora::tests

@@ -6,6 +6,7 @@
 #include "views/MenuBarView.h"
 #include "views/PaintedRow.h"
 #include "views/RowButton.h"
+#include "views/SpokenWidgets.h"
 
 #include <QApplication>
 #include <QImage>
@@ -105,6 +106,13 @@ inline Theme plainTheme(ColorScheme scheme = ColorScheme::Light) {
 
 /// The panel's content on the screen, rendered from values that the test sets. Nothing moves.
 class ViewHarness {
+    /// Comes before everything that is made of widgets.
+    struct Spoken {
+        Spoken() { speakWidgets(); }
+    };
+
+    Spoken m_spoken;
+
 public:
     ViewHarness() { view.show(); }
 

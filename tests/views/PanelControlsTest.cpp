@@ -1,6 +1,10 @@
 #include "support/PanelFixture.h"
 
+#include <QFontMetricsF>
 #include <QSignalSpy>
+
+#include <cmath>
+#include <set>
 
 using namespace lumora;
 using namespace lumora::tests;
@@ -24,6 +28,28 @@ TEST_F(PanelControlsTest, TheFooterIsPaddedTwelveByEight) {
     EXPECT_EQ(footer.height(), tallest + 8 + 8);
     EXPECT_EQ(inPanel(buttonNamed(m_panel.view, u"Refresh"_s)).left(), 12);
     EXPECT_EQ(inPanel(buttonNamed(m_panel.view, u"Quit Lumora"_s)).right() + 1, 320 - 12);
+}
+
+TEST_F(PanelControlsTest, TheFootersTextsStandOnOneLine) {
+    for (const double points : {8.0, 9.0, 9.5, 10.0, 11.0, 13.0, 16.0}) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(points);
+        m_panel.themes.setTheme(Theme(ColorScheme::Light, font));
+        m_panel.show(fullDay());
+        const QFontMetricsF metrics(m_panel.themes.theme().font(TextRole::Callout));
+        std::set<int> baselines;
+        for (const auto* button : shown<RowButton>(*m_panel.view.footer())) {
+            const RowGeometry geometry = button->itemGeometry();
+            for (std::size_t i = 0; i < geometry.items.size(); ++i) {
+                // As texts are painted: on whole points.
+                const double top = button->contentOrigin().y() + geometry.items[i].top();
+                if (!button->content().items[i].lines.empty())
+                    baselines.insert(
+                        inPanel(button).top() + int(std::round(top + metrics.ascent())));
+            }
+        }
+        EXPECT_EQ(baselines.size(), 1U) << "at " << points << " points";
+    }
 }
 
 TEST_F(PanelControlsTest, TheFootersButtonsReportWhatIsWanted) {
@@ -99,11 +125,12 @@ TEST_F(PanelControlsTest, TabGoesThroughThePanelInReadingOrder) {
         u"Open lumo"_s,
         u"Settings"_s,
         u"Quit Lumora"_s,
+        u"Today"_s,
     };
     EXPECT_EQ(visited, expected) << visited.join(u'\n').toStdString();
 
     QTest::keyClick(m_panel.view.focusWidget(), Qt::Key_Backtab);
-    EXPECT_EQ(m_panel.view.focusWidget()->accessibleName(), u"Quit Lumora"_s);
+    EXPECT_EQ(m_panel.view.focusWidget()->accessibleName(), u"Today"_s);
 }
 
 TEST_F(PanelControlsTest, TabPassesOverWhatIsFolded) {

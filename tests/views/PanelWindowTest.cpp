@@ -181,7 +181,7 @@ TEST_F(PanelWindowTest, FollowsAFoldStepByStepWithTheEdgeAtTheBarInPlace) {
     auto* foldedLayout = new QVBoxLayout(folded);
     foldedLayout->setContentsMargins({});
     foldedLayout->addWidget(rows);
-    auto* fold = new FoldArea(folded, 0);
+    auto* fold = new FoldArea(themes, folded, 0);
     content->layout->insertWidget(0, fold);
     open(bottomItem);
     ASSERT_EQ(window->panelGeometry().height(), 502);
@@ -257,10 +257,10 @@ TEST_F(PanelWindowTest, FollowsTheWorkArea) {
     EXPECT_EQ(window->panelGeometry().top(), 54);
 }
 
-TEST_F(PanelWindowTest, TakesTheFocusItselfAndNotAField) {
+TEST_F(PanelWindowTest, GivesTheFocusToTheContentAndNotToAField) {
     open();
     EXPECT_EQ(QApplication::activeWindow(), window.get());
-    EXPECT_EQ(QApplication::focusWidget(), window.get());
+    EXPECT_EQ(QApplication::focusWidget(), content);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), content->button);
 }
@@ -272,7 +272,7 @@ TEST_F(PanelWindowTest, DoesNotReturnTheFocusToTheFieldThatHadIt) {
     QTest::keyClicks(content->field, u"half a th"_s);
     close();
     open();
-    EXPECT_EQ(QApplication::focusWidget(), window.get());
+    EXPECT_EQ(QApplication::focusWidget(), content);
     EXPECT_EQ(content->field->text(), u"half a th"_s);
 }
 

@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
+#include <QSet>
 
 namespace lumora {
 
@@ -20,10 +21,13 @@ private Q_SLOTS:
     void onSetting(const QDBusMessage& change);
 
 private:
-    void read();
+    void readAll();
+    void read(const QString& group, const QString& key);
+    void apply(const QString& group, const QString& key, const QVariant& value);
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_services;
+    QSet<QString> m_stilling; ///< the groups that have a setting against motion
 };
 
 } // namespace lumora

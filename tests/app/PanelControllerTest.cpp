@@ -1,0 +1,176 @@
+#include "app/PanelController.h"
+
+#include "app/Ticker.h"
+#include "fakes/FakeAppearance.h"
+#include "fakes/RecordingUrlOpener.h"
+#include "fakes/SwitchedCompositing.h"
+#include "support/StateHarness.h"
+#include "support/WrittenTexts.h"
+#include "views/CaptureField.h"
+#include "views/PanelWindow.h"
+#include "views/SpendingSection.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+QByteArray spendingBody() {
+    QByteArray body = briefingBody(1);
+    body.insert(
+        body.size() - 1,
+        R"(,"spending":{"mtd":98765.4,"sameDayLastMonth":1000,"deltaFraction":0.2,"top":[],)"
+        R"("asOf":"2025-03-03","generatedAt":1,"stale":false})");
+    return body;
+}
+
+bool showsAmount(const QWidget& window) {
+    const QStringList spoken = spokenBy(QAccessible::queryAccessibleInterface(
+        const_cast<QWidget*>(&window))); // the interface is for reading and doing
+    return (writtenIn(window) + spoken).join(u'\n').remove(u',').contains(u"98765"_s);
+}
+
+/// Looks for amounts whenever anything in a window is painted.
+class PaintWitness final : public QObject {
+public:
+    explicit PaintWitness(QWidget& window)
+        : m_window(window) {
+        window.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            ++paints;
+            withAmount += showsAmount(m_window) ? 1 : 0;
+        }
+        return false;
+    }
+
+    int paints = 0;
+    int withAmount = 0;
+
+private:
+    QWidget& m_window;
+};
+
+/// The panel over a real state, opened and closed as the status item does.
+class PanelControllerTest : public testing::Test {
+protected:
+    void start() {
+        harness.start();
+        ticker.emplace(harness.clock);
+        controller = std::make_unique<PanelController>(PanelController::Surroundings{
+            .state = *harness.state,
+            .ticker = *ticker,
+            .preferences = harness.preferences,
+            .clock = harness.clock,
+            .urls = urls,
+            .appearance = appearance,
+            .compositing = compositing,
+            .openSettings = [this] { ++settingsOpened; },
+            .quit = [this] { ++quits; },
+        });
+    }
+
+    void answer() {
+        harness.transport.complete(0, FakeHttpTransport::answer(200, spendingBody()));
+        StateHarness::settle();
+    }
+
+    PanelWindow* open() {
+        controller->open({});
+        PanelWindow* window = nullptr;
+        for (QWidget* shown : QApplication::topLevelWidgets())
+            window = window ? window : qobject_cast<PanelWindow*>(shown);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+        return window;
+    }
+
+    void close(PanelWindow& window) {
+        window.hide();
+        other.show();
+        other.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+    }
+
+    StateHarness harness;
+    std::optional<Ticker> ticker;
+    FakeAppearance appearance;
+    SwitchedCompositing compositing{false};
+    RecordingUrlOpener urls;
+    int settingsOpened = 0;
+    int quits = 0;
+    QWidget other;
+    std::unique_ptr<PanelController> controller;
+};
+
+} // namespace
+
+TEST_F(PanelControllerTest, OpensWithTheKeyboardAtTheTopWhateverItShows) {
+    start();
+    PanelWindow* window = open(); // loading
+    const auto isAtTop = [] {
+        return QApplication::focusWidget()->accessibleName().startsWith("Today"_L1);
+    };
+    EXPECT_TRUE(isAtTop());
+    close(*window);
+    harness.transport.complete(0, FakeHttpTransport::answer(401, "no"));
+    StateHarness::settle();
+    ASSERT_TRUE(harness.state->state().isFailed());
+    open();
+    EXPECT_TRUE(isAtTop());
+    close(*window);
+    harness.state->refresh();
+    harness.transport.complete(1, FakeHttpTransport::answer(200, spendingBody()));
+    StateHarness::settle();
+    ASSERT_TRUE(harness.state->lastGood());
+    open();
+    EXPECT_TRUE(isAtTop());
+    window->findChild<ThoughtEdit*>()->setFocus();
+    close(*window);
+    open();
+    EXPECT_TRUE(isAtTop());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), u"Next up"_s);
+}
+
+TEST_F(PanelControllerTest, AReopenedPanelPaintsNoAmountOfAnEndedReveal) {
+    start();
+    answer();
+    PanelWindow* window = open();
+    QTest::mouseClick(window->findChild<SpendingSection*>()->revealButton(), Qt::LeftButton);
+    ASSERT_TRUE(showsAmount(*window));
+    close(*window);
+    EXPECT_TRUE(showsAmount(*window)) << "or the rest proves nothing";
+    harness.clock.advance(90s);
+    EXPECT_FALSE(showsAmount(*window)) << "in a closed panel neither";
+
+    const PaintWitness witness(*window);
+    open();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return witness.paints > 0; }));
+    EXPECT_EQ(witness.withAmount, 0);
+}
+
+TEST_F(PanelControllerTest, KeysWorkFromEverywhereInThePanel) {
+    start();
+    answer();
+    PanelWindow* window = open();
+    const std::size_t before = harness.transport.requests().size();
+    for (QWidget* place :
+         {QApplication::focusWidget(), static_cast<QWidget*>(window->findChild<ThoughtEdit*>())}) {
+        place->setFocus();
+        QTest::keyClick(place, Qt::Key_R, Qt::ControlModifier);
+        QTest::keyClick(place, Qt::Key_Comma, Qt::ControlModifier);
+        QTest::keyClick(place, Qt::Key_Q, Qt::ControlModifier);
+    }
+    EXPECT_EQ(harness.transport.requests().size(), before + 2);
+    EXPECT_EQ(settingsOpened, 2);
+    EXPECT_EQ(quits, 2);
+}
