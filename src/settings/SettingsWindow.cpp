@@ -7,6 +7,7 @@
 #include "views/PanelScroller.h"
 
 #include <QEvent>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
@@ -24,6 +25,8 @@ SettingsWindow::SettingsWindow(SettingsModel& model, const ThemeSource& themes)
     , m_view(new SettingsView(model, themes))
     , m_scroller(new PanelScroller(themes, m_view, this)) {
     setWindowTitle(u"Settings"_s);
+    // Absent until Lumora is installed; the desktop has one of its own for such windows.
+    setWindowIcon(QIcon::fromTheme(u"com.lumora.app"_s));
     connect(m_scroller, &PanelScroller::contentChanged, this, &SettingsWindow::refit);
     connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
 }
