@@ -26,7 +26,14 @@ configure_lumora() {
     echo 'a password' >"$work/password"
     start keyring run_listening "$work/password" \
         gnome-keyring-daemon --unlock --foreground --components=secrets
+    # Asked any sooner, the bus would start a second one, which asks for a password.
+    wait_until 10 keyring_runs || die "the keyring did not start, see $desktop_log/"
     wait_until 10 store_token || die "the keyring took no token, see $desktop_log/"
+}
+
+keyring_runs() {
+    [[ $(gdbus call --session -d org.freedesktop.DBus -o /org/freedesktop/DBus \
+        -m org.freedesktop.DBus.NameHasOwner org.freedesktop.secrets) == '(true,)' ]]
 }
 
 store_token() {

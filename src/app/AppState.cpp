@@ -17,6 +17,8 @@ namespace lumora {
 
 namespace {
 
+const QString endpointKey = u"endpointURL"_s;
+const QString refreshMinutesKey = u"refreshMinutes"_s;
 constexpr qint64 defaultRefreshMinutes = 10;
 constexpr qint64 minutesPerYear = qint64(365) * 24 * 60;
 
@@ -47,12 +49,20 @@ AppState::AppState(const Collaborators& collaborators)
 }
 
 QString AppState::endpointURL() const {
-    return AppStorageBacked(m_with.preferences, u"endpointURL"_s, QString()).wrappedValue();
+    return AppStorageBacked(m_with.preferences, endpointKey, QString()).wrappedValue();
+}
+
+void AppState::setEndpointURL(const QString& endpoint) {
+    m_with.preferences.setValue(endpointKey, endpoint);
 }
 
 qint64 AppState::refreshMinutes() const {
-    return AppStorageBacked(m_with.preferences, u"refreshMinutes"_s, defaultRefreshMinutes)
+    return AppStorageBacked(m_with.preferences, refreshMinutesKey, defaultRefreshMinutes)
         .wrappedValue();
+}
+
+void AppState::setRefreshMinutes(qint64 minutes) {
+    m_with.preferences.setValue(refreshMinutesKey, QString::number(minutes));
 }
 
 bool AppState::isConfigured() const {

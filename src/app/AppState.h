@@ -59,8 +59,14 @@ public:
     /// The address of the briefing as the user typed it; read afresh, empty when not set.
     QString endpointURL() const;
 
+    /// Stores the address of the briefing, for the next fetch.
+    void setEndpointURL(const QString& endpoint);
+
     /// Minutes between two refreshes as the user chose; read afresh.
     qint64 refreshMinutes() const;
+
+    /// Stores the minutes between two refreshes, for the next time that polling starts.
+    void setRefreshMinutes(qint64 minutes);
 
     /// Whether there is both a readable token and an endpoint. Asks the credential store.
     bool isConfigured() const;

@@ -42,7 +42,18 @@ LumobarApp::Session::Session(LumobarApp& app)
           .compositing = *app.m_family.compositing,
           .openSettings = [&app] { app.openSettings({}); },
           .quit = [] { QCoreApplication::quit(); },
-      }) {}
+      })
+    , settings(
+          {
+              .state = state,
+              .preferences = *app.m_family.preferences,
+              .secrets = *app.m_family.secrets,
+              .keychain = app.m_keychain,
+              .service = app.m_service,
+              .loginItems = *app.m_family.loginItems,
+              .reminders = app.m_reminders,
+          },
+          *app.m_family.appearance) {}
 
 LumobarApp::LumobarApp(PlatformFamily family)
     : m_family(std::move(family))
@@ -87,7 +98,17 @@ void LumobarApp::begin() {
     connect(
         m_family.notifications.get(), &NotificationCenter::authorizable, &m_session->state,
         &AppState::startPolling);
+    followNetwork();
     m_delegate.applicationDidFinishLaunching();
+}
+
+void LumobarApp::followNetwork() {
+    // A program that starts with the session is often there before the network.
+    AppState& state = m_session->state;
+    connect(m_family.network.get(), &NetworkMonitor::cameUp, &state, [&state] {
+        if (state.state().isFailed())
+            state.startPolling();
+    });
 }
 
 CommandHandlers LumobarApp::handlers() {
@@ -124,12 +145,8 @@ void LumobarApp::runCommand(const QString& command, const QByteArray& activation
 }
 
 void LumobarApp::openSettings(const QByteArray& activationToken) {
-    if (m_family.preferencesFile.isEmpty())
-        return;
-    // An editor needs a file to open: write down the one setting that has no useful default.
-    if (!m_family.preferences->value(u"endpointURL"_s))
-        m_family.preferences->setValue(u"endpointURL"_s, {});
-    m_family.urls->open(QUrl::fromLocalFile(m_family.preferencesFile), activationToken);
+    if (m_session)
+        m_session->settings.open(activationToken);
 }
 
 void LumobarApp::joinMeeting(const QByteArray& activationToken) {

@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/AppState.h"
 #include "app/PanelController.h"
+#include "app/SettingsController.h"
 #include "app/StatusItemController.h"
 #include "app/Ticker.h"
 #include "notifications/NotificationService.h"
@@ -42,9 +43,11 @@ private:
         Ticker ticker;
         StatusItemController controller;
         PanelController panel;
+        SettingsController settings;
     };
 
     void begin();
+    void followNetwork();
     void refresh(const std::function<void(QString)>& done);
     void runCommand(const QString& command, const QByteArray& activationToken);
     void openSettings(const QByteArray& activationToken);

@@ -4,6 +4,8 @@
 #include "platform/Compositing.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/HttpTransport.h"
+#include "platform/LoginItemRegistry.h"
+#include "platform/NetworkMonitor.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Preferences.h"
 #include "platform/SecretStore.h"
@@ -23,13 +25,14 @@ struct PlatformFamily {
     std::unique_ptr<HttpTransport> transport;
     std::unique_ptr<Preferences> preferences;
     std::unique_ptr<SecretStore> secrets;
+    std::unique_ptr<LoginItemRegistry> loginItems;
     std::unique_ptr<WakeMonitor> wake;
+    std::unique_ptr<NetworkMonitor> network;
     std::unique_ptr<UrlOpener> urls;
     std::unique_ptr<NotificationCenter> notifications;
     std::unique_ptr<DesktopAppearance> appearance;
     std::unique_ptr<Compositing> compositing;
     std::unique_ptr<StatusItem> statusItem;
-    QString preferencesFile; ///< where the user may edit the preferences; empty: nowhere
 };
 
 } // namespace lumora

@@ -1,5 +1,6 @@
 #include "views/PanelWindow.h"
 
+#include "views/FrontWindow.h"
 #include "views/PanelScroller.h"
 
 #include <QApplication>
@@ -28,8 +29,6 @@ constexpr int floatingGap = 4;
 
 /// A press on the status item may take the focus away first; its report arrives within this time.
 constexpr auto pressDelay = 300ms;
-
-constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
 
 QPainterPath outline(const QRect& panel) {
     QPainterPath path;
@@ -118,19 +117,9 @@ void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activ
         setAttribute(Qt::WA_KeyboardFocusChange, false);
         m_scroller->widget()->setFocus(Qt::ActiveWindowFocusReason);
     }
-    takeFocus(activationToken);
+    bringToFront(*this, activationToken);
     // Some layouts only settle once they are visible; nothing is painted before that.
     settleLayouts();
-}
-
-void PanelWindow::takeFocus(const QByteArray& activationToken) {
-    // On Wayland the toolkit takes the token from there when a window asks to be activated.
-    if (!activationToken.isEmpty())
-        qputenv(tokenVariable, activationToken);
-    show();
-    raise();
-    activateWindow();
-    qunsetenv(tokenVariable);
 }
 
 void PanelWindow::followScreens() {

@@ -92,7 +92,6 @@ private:
     void arrangeAsWindow(const QSize& wanted);
     void setPanel(const QRect& panel, int contentHeight);
     void followScreens();
-    void takeFocus(const QByteArray& activationToken);
     void onDeactivated();
 
     Surroundings m_around;

@@ -5,12 +5,14 @@
 #include "fakes/FakeNotificationCenter.h"
 #include "fakes/FakeStatusItem.h"
 #include "fakes/RecordingUrlOpener.h"
+#include "platform/MemoryLoginItems.h"
 #include "platform/MemoryPreferences.h"
 #include "platform/MemorySecretStore.h"
 #include "platform/linux/CommandAddress.h"
 #include "support/PrivateBus.h"
 #include "support/ScopedEnvironment.h"
 
+#include <QApplication>
 #include <QDBusPendingCallWatcher>
 #include <QSignalSpy>
 #include <QTest>
@@ -49,7 +51,9 @@ protected:
         family.preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
         family.secrets = std::make_unique<MemorySecretStore>();
         KeychainService(*family.secrets).setToken(u"t0ken"_s);
+        family.loginItems = std::make_unique<MemoryLoginItems>();
         family.wake = std::make_unique<WakeMonitor>();
+        network = keep(family.network, std::make_unique<NetworkMonitor>());
         family.appearance = std::make_unique<DesktopAppearance>();
         family.compositing = std::make_unique<Compositing>(false);
         program = std::make_unique<LumobarApp>(std::move(family));
@@ -83,6 +87,7 @@ protected:
     MemoryPreferences* preferences = nullptr;
     RecordingUrlOpener* urls = nullptr;
     FakeNotificationCenter* notifications = nullptr;
+    NetworkMonitor* network = nullptr;
     std::unique_ptr<LumobarApp> program;
 };
 
@@ -149,6 +154,34 @@ TEST_F(LumobarAppTest, FetchesAgainOnceRemindersAreAllowed) {
     Q_EMIT notifications->authorizable();
     QCoreApplication::processEvents();
     EXPECT_EQ(transport->requests().size(), 2U);
+}
+
+TEST_F(LumobarAppTest, ANetworkThatComesUpEndsAFailure) {
+    begin();
+    Q_EMIT network->cameUp();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(transport->requests().size(), 1U);
+
+    transport->complete(0, FakeHttpTransport::answer(401));
+    Q_EMIT network->cameUp();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(transport->requests().size(), 2U);
+}
+
+TEST_F(LumobarAppTest, TheMenuOpensTheOneSettingsWindow) {
+    const auto openSettingsWindows = [] {
+        int count = 0;
+        for (const QWidget* widget : QApplication::topLevelWidgets())
+            count += widget->isVisible() && widget->windowTitle() == u"Settings"_s;
+        return count;
+    };
+    begin();
+    for (int i = 0; i < 2; ++i) {
+        Q_EMIT item->commandChosen(u"settings"_s, {});
+        EXPECT_EQ(openSettingsWindows(), 1);
+    }
+    program.reset();
+    EXPECT_EQ(openSettingsWindows(), 0);
 }
 
 // Ending completes whatever is under way, and none of it may find the program half gone.

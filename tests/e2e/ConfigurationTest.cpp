@@ -1,5 +1,7 @@
 #include "e2e/ConfiguredProgram.h"
 
+#include <QDBusMessage>
+
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 
@@ -52,6 +54,25 @@ TEST_F(Configuration, LoadsByItselfOnceTheKeyringIsUnlocked) {
     lumora.start();
     ASSERT_TRUE(lumora.comesToShow(notConfigured));
     keyring.unlock();
+    EXPECT_TRUE(lumora.comesToShow(loaded));
+}
+
+TEST_F(Configuration, LoadsByItselfOnceTheNetworkIsThere) {
+    keyring.startUnlocked();
+    ASSERT_TRUE(storeToken(keyring, service.token()));
+    writeEndpoint();
+    service.stop();
+    QDBusConnection networkManager = lumora.systemBus().connect();
+    ASSERT_TRUE(networkManager.registerService(u"org.freedesktop.NetworkManager"_s));
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"failed"_s}}));
+
+    service.restart();
+    auto connected = QDBusMessage::createSignal(
+        u"/org/freedesktop/NetworkManager"_s, u"org.freedesktop.NetworkManager"_s,
+        u"StateChanged"_s);
+    connected.setArguments({70U});
+    ASSERT_TRUE(networkManager.send(connected));
     EXPECT_TRUE(lumora.comesToShow(loaded));
 }
 

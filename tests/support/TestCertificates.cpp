@@ -24,7 +24,7 @@ void openssl(const QString& arguments, const QString& folder) {
 
 } // namespace
 
-TestCertificates::TestCertificates() {
+TestCertificates::TestCertificates(Server server) {
     const QString folder = m_folder.path();
     QDir(folder).mkdir(u"authority"_s);
     QFile extension(path(u"server.ext"_s));
@@ -39,8 +39,9 @@ TestCertificates::TestCertificates() {
         folder);
     openssl(u"req -subj /CN=127.0.0.1 -keyout server.key -out server.csr "_s + key, folder);
     openssl(
-        u"x509 -req -days 2 -in server.csr -CA authority/ca.pem -CAkey ca.key -CAcreateserial "
-        "-CAserial ca.srl -extfile server.ext -out server.pem"_s,
+        u"x509 -req -days %1 -in server.csr -CA authority/ca.pem -CAkey ca.key -CAcreateserial "
+        "-CAserial ca.srl -extfile server.ext -out server.pem"_s.arg(
+            server == Server::Valid ? 2 : -1),
         folder);
 }
 

@@ -10,7 +10,12 @@ namespace lumora::tests {
 /// temporary folder. Made with the `openssl` program; throws when that fails.
 class TestCertificates {
 public:
-    TestCertificates();
+    enum class Server {
+        Valid,
+        Expired, ///< since yesterday
+    };
+
+    explicit TestCertificates(Server server = Server::Valid);
 
     /// The authority's certificate, alone in its folder.
     QString authorityFile() const { return path(QStringLiteral("authority/ca.pem")); }

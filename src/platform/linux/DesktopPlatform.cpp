@@ -1,14 +1,17 @@
 #include "platform/linux/DesktopPlatform.h"
 
 #include "platform/JoinedAppearance.h"
+#include "platform/MemoryLoginItems.h"
 #include "platform/MemoryPreferences.h"
 #include "platform/MemorySecretStore.h"
+#include "platform/linux/AutostartRegistry.h"
 #include "platform/linux/ConfFilePreferences.h"
 #include "platform/linux/DesktopNotificationCenter.h"
 #include "platform/linux/DesktopUrlOpener.h"
 #include "platform/linux/LibsecretStore.h"
 #include "platform/linux/LinuxStatusItem.h"
 #include "platform/linux/LogindWakeMonitor.h"
+#include "platform/linux/NetworkManagerMonitor.h"
 #include "platform/linux/PortalAppearance.h"
 #include "platform/linux/QtHttpTransport.h"
 #include "platform/linux/SystemClock.h"
@@ -38,6 +41,7 @@ PlatformFamily makeCommonPlatform() {
     family.clock = std::make_unique<SystemClock>();
     family.transport = std::make_unique<QtHttpTransport>();
     family.wake = std::make_unique<LogindWakeMonitor>();
+    family.network = std::make_unique<NetworkManagerMonitor>();
     family.urls = std::make_unique<DesktopUrlOpener>();
     family.notifications =
         std::make_unique<DesktopNotificationCenter>(QDBusConnection::sessionBus(), *family.clock);
@@ -53,9 +57,9 @@ PlatformFamily makeCommonPlatform() {
 
 PlatformFamily makeDesktopPlatform() {
     PlatformFamily family = makeCommonPlatform();
-    family.preferencesFile = ConfFilePreferences::defaultPath();
-    family.preferences = std::make_unique<ConfFilePreferences>(family.preferencesFile);
+    family.preferences = std::make_unique<ConfFilePreferences>();
     family.secrets = std::make_unique<LibsecretStore>(QDBusConnection::sessionBus());
+    family.loginItems = std::make_unique<AutostartRegistry>();
     return family;
 }
 
@@ -63,6 +67,7 @@ PlatformFamily makeForgetfulPlatform() {
     PlatformFamily family = makeCommonPlatform();
     family.preferences = std::make_unique<MemoryPreferences>();
     family.secrets = std::make_unique<MemorySecretStore>();
+    family.loginItems = std::make_unique<MemoryLoginItems>();
     return family;
 }
 

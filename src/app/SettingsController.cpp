@@ -1,0 +1,32 @@
+#include "app/SettingsController.h"
+
+#include "settings/SettingsWindow.h"
+
+namespace lumora {
+
+/// What there is from the first opening on.
+struct SettingsController::Opened {
+    Opened(const SettingsModel::Collaborators& with, const DesktopAppearance& appearance)
+        : themes(appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
+        , model(with)
+        , window(model, themes.themes()) {}
+
+    ThemeFollower themes;
+    SettingsModel model;
+    SettingsWindow window;
+};
+
+SettingsController::SettingsController(
+    const SettingsModel::Collaborators& collaborators, const DesktopAppearance& appearance)
+    : m_with(collaborators)
+    , m_appearance(appearance) {}
+
+SettingsController::~SettingsController() = default;
+
+void SettingsController::open(const QByteArray& activationToken) {
+    if (!m_opened)
+        m_opened = std::make_unique<Opened>(m_with, m_appearance);
+    m_opened->window.open(activationToken);
+}
+
+} // namespace lumora

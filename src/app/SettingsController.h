@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/ThemeFollower.h"
+#include "settings/SettingsModel.h"
+
+#include <memory>
+
+namespace lumora {
+
+class DesktopAppearance;
+class SettingsWindow;
+
+/// Makes the one settings window when it is first asked for. It is closed and opened again, never
+/// made twice, and keeps what became of the last test.
+class SettingsController {
+public:
+    /// Everything must outlive the controller.
+    SettingsController(
+        const SettingsModel::Collaborators& collaborators, const DesktopAppearance& appearance);
+    ~SettingsController();
+    SettingsController(const SettingsController&) = delete;
+    SettingsController& operator=(const SettingsController&) = delete;
+
+    /// Opens the window, or brings it to the front.
+    void open(const QByteArray& activationToken);
+
+private:
+    struct Opened;
+
+    SettingsModel::Collaborators m_with;
+    const DesktopAppearance& m_appearance;
+    std::unique_ptr<Opened> m_opened; ///< null until first opened
+};
+
+} // namespace lumora

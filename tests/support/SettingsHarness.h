@@ -1,0 +1,56 @@
+#pragma once
+
+#include "fakes/FakeLoginItems.h"
+#include "settings/SettingsModel.h"
+#include "support/StateHarness.h"
+
+namespace lumora::tests {
+
+/// The settings over fakes, of a program that is configured and has fetched once.
+class SettingsHarness : public StateHarness {
+public:
+    SettingsHarness() {
+        start();
+        answer(0, 1);
+        settle();
+    }
+
+    /// Makes the model that the test looks at, once it has set up what the model finds.
+    SettingsModel& open() {
+        model.emplace(SettingsModel::Collaborators{
+            .state = *state,
+            .preferences = preferences,
+            .secrets = secrets,
+            .keychain = keychain,
+            .service = service,
+            .loginItems = loginItems,
+            .reminders = reminders,
+        });
+        model->appear();
+        return *model;
+    }
+
+    /// A good briefing with `count` events.
+    static QByteArray bodyWithEvents(int count) {
+        QByteArray events;
+        for (int i = 0; i < count; ++i)
+            events += (i > 0 ? "," : "") + QByteArray(R"({"title":"Talk","allDay":true})");
+        return briefingBody(2).replace(R"("eventsToday":[])", R"("eventsToday":[)" + events + ']');
+    }
+
+    /// How many requests have gone out since the last question.
+    std::size_t newRequests() {
+        settle();
+        const std::size_t before = m_seen;
+        m_seen = transport.requests().size();
+        return m_seen - before;
+    }
+
+    FakeLoginItems loginItems;
+    std::optional<SettingsModel> model;
+
+private:
+    std::size_t m_seen = 1;
+};
+
+} // namespace lumora::tests
