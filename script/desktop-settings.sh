@@ -88,6 +88,8 @@ drive_settings() {
     enter e "http://dashboard.example/api/briefing"
     test_connection "✗ The endpoint must start with https://"
     take_settings "$1/settings-failed.png"
+    enter e "$endpoint"
+    test_connection "✓ "
     xdotool key Escape
     wait_until 10 settings_are_gone || fail "Escape did not close the settings"
     quit_lumora
