@@ -71,9 +71,9 @@ protected:
             if (event[u"title"_s].toString() != title)
                 continue;
             const auto start = QDateTime::fromString(event[u"start"_s].toString(), Qt::ISODate);
-            const auto wanted = QDateTime::currentDateTimeUtc().addSecs(5 * 60 + 6);
+            const auto wanted = QDateTime::currentDateTimeUtc().addSecs(306);
             service.control({{u"shiftDaySeconds"_s, start.secsTo(wanted)}});
-            time = wanted.addSecs(-5 * 60);
+            time = wanted.addSecs(-300);
         }
         EXPECT_EQ(lumora.run({u"refresh"_s}).exitCode, 0);
     }

@@ -158,14 +158,20 @@ private:
         m_polling = clock.every(polling, [this] { fetch(); });
     }
 
+    std::vector<BriefEvent> meetingsOn(QDate day) const {
+        std::vector<BriefEvent> found;
+        std::ranges::copy_if(meetings, std::back_inserter(found), [&](const BriefEvent& event) {
+            return localDay.at(*event.start) == day;
+        });
+        return found;
+    }
+
     QCoro::Task<> fetch() {
         const auto latency = between(2s, 5s);
         co_await clock.wait(latency);
-        const Fetch& made = fetches.emplace_back(Fetch{clock.now(), dayOf(clock.now())});
-        std::vector<BriefEvent> today;
-        std::ranges::copy_if(meetings, std::back_inserter(today), [&](const BriefEvent& event) {
-            return localDay.at(*event.start) == made.day;
-        });
+        const Fetch made{clock.now(), dayOf(clock.now())};
+        fetches.push_back(made);
+        std::vector<BriefEvent> today = meetingsOn(made.day);
         service.scheduleUpcoming(makeBriefing(std::move(today)));
     }
 
