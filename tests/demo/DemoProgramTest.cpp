@@ -106,7 +106,7 @@ TEST_F(DemoProgram, EndsOnASignalWithASlowAnswerUnderWay) {
 }
 
 TEST_F(DemoProgram, TakesTheTokenTimeAndScenarioItIsGiven) {
-    serve({u"--token"_s, u"given"_s, u"--now"_s, u"2025-03-04T09:30:00Z"_s, u"--scenario=quiet"_s});
+    serve({u"--token"_s, u"given"_s, u"--now"_s, u"2025-03-04T09:29:30Z"_s, u"--scenario=quiet"_s});
     EXPECT_EQ(token, u"given"_s);
     const auto status = QJsonDocument::fromJson(QByteArray::fromStdString(get("/control")->body));
     EXPECT_EQ(status[u"scenario"_s].toString(), u"quiet"_s);
