@@ -4,6 +4,7 @@
 // service that they reach over TLS. The figures go to standard output, see ResultTable.h.
 
 #include "MeasuredProgram.h"
+#include "Measuring.h"
 #include "PanelOnScreen.h"
 #include "PrivateDesktop.h"
 #include "ResultTable.h"
@@ -14,14 +15,9 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QSslServer>
-#include <QTest>
 #include <QTextStream>
-#include <QTimer>
 
-#include <algorithm>
 #include <chrono>
-#include <cmath>
-#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <vector>
@@ -47,41 +43,6 @@ constexpr auto settling = 40s;
 
 // Two minutes and some after a request the toolkit wakes to forget the connection.
 constexpr auto lingering = 110s;
-
-void say(const QString& text) {
-    QTextStream(stderr) << "    " << text << '\n';
-}
-
-void pass(std::chrono::milliseconds time) {
-    QTest::qWait(static_cast<int>(time.count()));
-}
-
-/// Returns as soon as the condition holds: it is looked at after every event, not at intervals.
-void await(const std::function<bool()>& condition) {
-    bool expired = false;
-    QTimer deadline;
-    deadline.setSingleShot(true);
-    QObject::connect(&deadline, &QTimer::timeout, [&expired] { expired = true; });
-    deadline.start(20s);
-    while (!condition()) {
-        if (expired)
-            throw std::runtime_error("something did not happen within 20 seconds");
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-}
-
-/// The value that `percent` of all values do not exceed.
-double percentile(std::vector<double> values, double percent) {
-    const auto last = static_cast<double>(values.size() - 1);
-    const auto wanted =
-        values.begin() + static_cast<std::ptrdiff_t>(std::ceil(last * percent / 100));
-    std::ranges::nth_element(values, wanted);
-    return *wanted;
-}
-
-double median(const std::vector<double>& values) {
-    return percentile(values, 50);
-}
 
 /// The user's service: a briefing over TLS.
 class Service {

@@ -1,21 +1,9 @@
 #include "settings/SettingsView.h"
 
-#include "settings/FormButton.h"
-#include "settings/FormField.h"
-#include "settings/FormLabel.h"
 #include "settings/FormPainting.h"
 #include "settings/FormPicker.h"
 #include "settings/FormSwitch.h"
-#include "settings/FormText.h"
-#include "settings/SettingsWindow.h"
-#include "support/SettingsHarness.h"
-#include "support/ViewHarness.h"
-
-#include <QAccessible>
-#include <QClipboard>
-#include <QTest>
-
-#include <gtest/gtest.h>
+#include "settings/SettingsWindowFixture.h"
 
 using namespace lumora;
 using namespace lumora::tests;
@@ -23,79 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr char secret[] = "my-very-secret-token";
-
-/// The settings window on the screen, over fakes.
-class SettingsViewTest : public testing::Test, protected SettingsHarness {
-protected:
-    void show() {
-        open();
-        window.emplace(*model, themes);
-        window->open({});
-        tests::settle();
-    }
-
-    void reopen() {
-        window->close();
-        window->open({});
-        tests::settle();
-    }
-
-    /// What a screen reader calls `control`: by its label, or else by its own name.
-    static QString spokenName(QWidget* control) {
-        QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(control);
-        const auto labels = spoken->relations(QAccessible::Label);
-        return (labels.isEmpty() ? spoken : labels.first().first)->text(QAccessible::Name);
-    }
-
-    template <typename Control>
-    Control* named(const QString& name) const {
-        for (auto* control : window->findChildren<Control*>()) {
-            if (spokenName(control) == name)
-                return control;
-        }
-        return nullptr;
-    }
-
-    FormField* endpoint() const { return named<FormField>(u"Endpoint URL"_s); }
-
-    FormField* token() const { return named<FormField>(u"API token"_s); }
-
-    FormButton* saveButton() const { return named<FormButton>(u"Save token"_s); }
-
-    FormButton* testButton() const {
-        auto* const idle = named<FormButton>(u"Test connection"_s);
-        return idle ? idle : named<FormButton>(u"Testing…"_s);
-    }
-
-    FormText* textBeginning(const QString& beginning) const {
-        for (auto* text : shown<FormText>(*window)) {
-            if (text->text().startsWith(beginning))
-                return text;
-        }
-        return nullptr;
-    }
-
-    void finishTest(const HttpOutcome& outcome) {
-        testButton()->click();
-        tests::settle();
-        transport.complete(transport.requests().size() - 1, outcome);
-        tests::settle();
-    }
-
-    void typeToken(const QString& text) {
-        token()->setFocus();
-        token()->selectAll();
-        QTest::keyClicks(token(), text);
-    }
-
-    QRect inWindow(const QWidget* widget) const {
-        return {widget->mapTo(&*window, QPoint()), widget->size()};
-    }
-
-    ThemeSource themes{plainTheme()};
-    std::optional<SettingsWindow> window;
-};
+using SettingsViewTest = SettingsWindowTest;
 
 } // namespace
 
@@ -400,118 +316,4 @@ TEST_F(SettingsViewTest, AnEndlessMessageIsCut) {
         FakeHttpTransport::answer(403, R"({"error":")" + QByteArray(100'000, 'x') + R"("})"));
     EXPECT_LT(textBeginning(u"✗ "_s)->text().size(), 700);
     EXPECT_TRUE(textBeginning(u"✗ "_s)->text().endsWith(u"…"_s));
-}
-
-// Window
-
-TEST_F(SettingsViewTest, IsExactly420PointsWideAndAsHighAsItsContent) {
-    show();
-    EXPECT_EQ(window->size().width(), 420);
-    EXPECT_EQ(window->minimumSize(), window->maximumSize());
-    EXPECT_EQ(window->height(), window->findChild<SettingsView*>()->heightForWidth(420));
-    EXPECT_EQ(window->windowType(), Qt::Window);
-    EXPECT_FALSE(window->windowFlags() & Qt::FramelessWindowHint);
-}
-
-TEST_F(SettingsViewTest, NoTextIsCutOff) {
-    show();
-    for (const auto* label : shown<FormLabel>(*window))
-        EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
-    for (const auto* text : shown<FormText>(*window))
-        EXPECT_GE(text->height(), text->heightForWidth(text->width()))
-            << text->text().toStdString();
-    for (const auto* picker : shown<FormPicker>(*window))
-        EXPECT_GE(picker->width(), picker->sizeHint().width());
-}
-
-TEST_F(SettingsViewTest, EscapeCloses) {
-    show();
-    QTest::keyClick(endpoint(), Qt::Key_Escape);
-    EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(SettingsViewTest, KeepsTheResultWhileItIsClosed) {
-    show();
-    finishTest(FakeHttpTransport::answer(401));
-    reopen();
-    EXPECT_NE(textBeginning(u"✗ Token rejected (401)"_s), nullptr);
-}
-
-TEST_F(SettingsViewTest, OpeningAnOpenWindowKeepsWhatIsTyped) {
-    show();
-    typeToken(u"half a tok"_s);
-    window->open({});
-    EXPECT_EQ(token()->text(), u"half a tok"_s);
-}
-
-TEST_F(SettingsViewTest, IsDrawnDarkToo) {
-    themes.setTheme(plainTheme(ColorScheme::Dark));
-    show();
-    const QImage dark = painted(*window);
-    EXPECT_LT(dark.pixelColor(3, 3).lightnessF(), 0.3);
-    themes.setTheme(plainTheme());
-    tests::settle();
-    EXPECT_GT(painted(*window).pixelColor(3, 3).lightnessF(), 0.8);
-}
-
-// The token
-
-TEST_F(SettingsViewTest, TheTokenIsMaskedAndCannotBeCopied) {
-    keychain.setToken(QString::fromLatin1(secret));
-    show();
-    EXPECT_EQ(token()->echoMode(), QLineEdit::Password);
-    EXPECT_FALSE(token()->displayText().contains(QString::fromLatin1(secret)));
-    QClipboard* const clipboard = QGuiApplication::clipboard();
-    clipboard->setText(u"before"_s);
-    token()->setFocus();
-    token()->selectAll();
-    QTest::keyClick(token(), Qt::Key_C, Qt::ControlModifier);
-    QTest::keyClick(token(), Qt::Key_X, Qt::ControlModifier);
-    EXPECT_EQ(clipboard->text(), u"before"_s);
-    EXPECT_FALSE(clipboard->text(QClipboard::Selection).contains(QString::fromLatin1(secret)));
-}
-
-TEST_F(SettingsViewTest, UndoBringsNoTokenBack) {
-    show();
-    typeToken(QString::fromLatin1(secret));
-    token()->clear();
-    QTest::keyClick(token(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_FALSE(token()->text().contains(QString::fromLatin1(secret)));
-    QTest::keyClick(token(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_FALSE(token()->text().contains(QString::fromLatin1(secret)));
-    typeToken(QString::fromLatin1(secret));
-    reopen();
-    EXPECT_FALSE(token()->isUndoAvailable());
-    QTest::keyClick(token(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_NE(token()->text(), QString::fromLatin1(secret));
-}
-
-TEST_F(SettingsViewTest, AClosedWindowHoldsNoToken) {
-    show();
-    window->close();
-    EXPECT_EQ(token()->text(), QString());
-    EXPECT_EQ(model->token(), QString());
-    window->open({});
-    EXPECT_EQ(token()->text(), u"t0ken"_s);
-}
-
-TEST_F(SettingsViewTest, NobodyElseIsToldTheToken) {
-    keychain.setToken(QString::fromLatin1(secret));
-    show();
-    const auto widgets = window->findChildren<QWidget*>();
-    for (QWidget* widget : widgets) {
-        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(widget);
-        for (const auto part :
-             {QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help})
-            EXPECT_FALSE(spoken->text(part).contains(QString::fromLatin1(secret)));
-        if (QAccessibleTextInterface* text = spoken->textInterface()) {
-            EXPECT_FALSE(
-                text->text(0, text->characterCount()).contains(QString::fromLatin1(secret)));
-        }
-    }
-    EXPECT_TRUE(QAccessible::queryAccessibleInterface(token())->state().passwordEdit);
-    for (const auto query :
-         {Qt::ImSurroundingText, Qt::ImCurrentSelection, Qt::ImTextBeforeCursor,
-          Qt::ImTextAfterCursor})
-        EXPECT_EQ(token()->inputMethodQuery(query).toString(), QString());
 }
