@@ -4,7 +4,8 @@
 # shellcheck source=script/desktop-panel.sh
 source "$(dirname "${BASH_SOURCE[0]}")/desktop-panel.sh"
 
-# start_notification_server: starts dunst below the bar's right end, with Lumora's own icon.
+# start_notification_server: starts dunst below the bar's right end, with Lumora's own icon. Before
+# Lumora: the bus would start one without these settings for the first question.
 start_notification_server() {
     local icons=$XDG_DATA_HOME/icons
     mkdir -p "$icons/hicolor/scalable/apps" "$XDG_CONFIG_HOME/dunst"
@@ -48,7 +49,6 @@ reminder_is_shown() { (($(dunstctl count displayed 2>"$desktop_log/dunstctl.log"
 # show_reminder FOLDER: the day is moved to five minutes and a few seconds before a meeting.
 show_reminder() {
     local day
-    start_notification_server
     start_lumora
     day=$(date -u -d '7 minutes ago 5 seconds' +%FT%TZ) # the meeting is in its minute 12
     ask_service /control -d "{\"scenario\":\"busy\",\"dayFrom\":\"$day\"}" >/dev/null
@@ -58,5 +58,6 @@ show_reminder() {
     sleep 0.5 # until the label and the notification are drawn
     take_picture "$1/reminder.png" "$((440 * desktop_scale))x$((130 * desktop_scale))+$((
         ${desktop_size%x*} - 440 * desktop_scale))+0"
+    dunstctl close-all
     quit_lumora
 }
