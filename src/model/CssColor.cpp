@@ -1,5 +1,7 @@
 #include "model/CssColor.h"
 
+#include "model/Blanks.h"
+
 #include <QString>
 
 #include <algorithm>
@@ -9,15 +11,6 @@ namespace lumora {
 namespace {
 
 constexpr qsizetype digitCount = 6;
-
-QStringView withoutBlanks(QStringView text) {
-    const auto isBlank = [](QChar c) { return c == u' ' || c == u'\t'; };
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text;
-}
 
 bool isHexDigit(QChar c) {
     return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');

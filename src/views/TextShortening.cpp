@@ -1,5 +1,7 @@
 #include "views/TextShortening.h"
 
+#include "model/Blanks.h"
+
 #include <QStringView>
 #include <QTextBoundaryFinder>
 
@@ -12,23 +14,10 @@ namespace {
 constexpr std::size_t titleCharacters = 16;
 constexpr std::size_t wordBreakReach = 5; ///< characters given up at most to end on a whole word
 
-QStringView trimmed(QStringView text) {
-    const auto isBlank = [](QChar c) { return c == u' ' || c == u'\t'; };
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text;
-}
-
 } // namespace
 
-QString trimmedBlanks(const QString& text) {
-    return trimmed(text).toString();
-}
-
 QString shortened(const QString& text, std::size_t most) {
-    QString whole = trimmedBlanks(text);
+    QString whole = withoutBlanks(text).toString();
     // Where each of the first characters begins, and the one after them.
     std::vector<qsizetype> begin(most + 1);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, whole);
@@ -44,7 +33,7 @@ QString shortened(const QString& text, std::size_t most) {
             break;
         }
     }
-    return trimmed(QStringView(whole).first(cut)).toString() + u'…';
+    return withoutBlanks(QStringView(whole).first(cut)).toString() + u'…';
 }
 
 QString shortTitle(const QString& title) {

@@ -39,12 +39,6 @@ TEST(TextShortening, TheCutIsTrimmedAgain) {
     EXPECT_EQ(shortTitle(u"123456789012345\t7890"_s), u"123456789012345…"_s);
 }
 
-TEST(TextShortening, TrimsSpacesAndTabsOnly) {
-    EXPECT_EQ(trimmedBlanks(u"\t a b\t "_s), u"a b"_s);
-    EXPECT_EQ(trimmedBlanks(u"\na\u00a0"_s), u"\na\u00a0"_s);
-    EXPECT_EQ(trimmedBlanks(u"\u2003a\r"_s), u"\u2003a\r"_s);
-}
-
 /// What a reader takes for one character, however many code units it has.
 class OneCharacter : public testing::TestWithParam<const char16_t*> {};
 
