@@ -1,7 +1,7 @@
 // What decoding a briefing costs beside the JSON library's bare parse of the same bytes.
 
-#include "model/BriefingDecoder.h"
-#include "model/InternetDateTime.h"
+#include "briefing/BriefingDecoder.h"
+#include "briefing/InternetDateTime.h"
 
 #include <QByteArray>
 #include <QByteArrayList>

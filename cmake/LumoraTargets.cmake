@@ -1,4 +1,4 @@
-# How every target of the project is compiled, and the two kinds there are: floors and tests.
+# How every target of the project is compiled, and the two kinds there are: layers and tests.
 
 add_library(lumora_compile_options INTERFACE)
 target_compile_definitions(lumora_compile_options INTERFACE
@@ -17,40 +17,58 @@ if(LUMORA_SANITIZE)
     target_link_options(lumora_compile_options INTERFACE -fsanitize=${LUMORA_SANITIZE})
 endif()
 
-# A floor of the house: a static library that links only the floors below it.
-#   lumora_floor(<name> SOURCES <file>... USES <library>...)
-function(lumora_floor name)
-    cmake_parse_arguments(FLOOR "" "" "SOURCES;USES" ${ARGN})
-    add_library(${name} STATIC ${FLOOR_SOURCES})
+# The target of a layer's folder: lumora_ui_panel for ui/panel.
+function(lumora_layer_target folder result)
+    string(REPLACE "/" "_" name ${folder})
+    set(${result} lumora_${name} PARENT_SCOPE)
+endfunction()
+
+# The rows of src/layers.txt, bottom to top, as "folder:folder folder".
+function(lumora_read_layers result)
+    set_property(DIRECTORY ${PROJECT_SOURCE_DIR}
+        APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/layers.txt)
+    file(STRINGS ${PROJECT_SOURCE_DIR}/src/layers.txt rows REGEX "^[^#]")
+    set(${result} ${rows} PARENT_SCOPE)
+endfunction()
+
+# The layer of this folder: a static library of all its sources that links the layers which
+# src/layers.txt lets it see.
+#   lumora_layer([USES <library of others>...])
+function(lumora_layer)
+    cmake_parse_arguments(LAYER "" "" "USES" ${ARGN})
+    file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+    lumora_layer_target(${folder} name)
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
-    target_link_libraries(${name} PUBLIC ${FLOOR_USES} PRIVATE lumora_compile_options)
-endfunction()
-
-# A test program, one per tested file or fixture; every case in it is a test of its own in ctest.
-#   lumora_test(<name> SOURCES <file>... USES <library>...)
-function(lumora_test name)
-    cmake_parse_arguments(TEST "" "" "SOURCES;USES" ${ARGN})
-    add_executable(${name} ${TEST_SOURCES})
-    target_link_libraries(${name} PRIVATE ${TEST_USES} lumora_test_support lumora_compile_options)
-    target_precompile_headers(${name} REUSE_FROM lumora_test_support)
-    lumora_moc_if_needed(${name} ${TEST_SOURCES})
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}: "
-        PROPERTIES TIMEOUT 120)
-endfunction()
-
-# Most tests declare no meta-objects; looking for them all the same would double the build.
-function(lumora_moc_if_needed name)
-    set(needed OFF)
-    foreach(source IN LISTS ARGN)
-        string(REGEX REPLACE "\\.cpp$" ".h" header ${source})
-        foreach(file IN ITEMS ${source} ${header})
-            if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${file})
-                file(STRINGS ${file} declarations REGEX "Q_OBJECT")
-                if(declarations)
-                    set(needed ON)
-                endif()
-            endif()
-        endforeach()
+    lumora_read_layers(rows)
+    list(FILTER rows INCLUDE REGEX "^${folder}:")
+    string(REGEX REPLACE "^[^:]*: *" "" seen "${rows}")
+    separate_arguments(seen)
+    foreach(below IN LISTS seen)
+        lumora_layer_target(${below} below_name)
+        target_link_libraries(${name} PUBLIC ${below_name})
     endforeach()
-    set_target_properties(${name} PROPERTIES AUTOMOC ${needed})
+    target_link_libraries(${name} PUBLIC ${LAYER_USES} PRIVATE lumora_compile_options)
+endfunction()
+
+# One test program of all sources in this folder, with the layer of the same folder below src/, if
+# there is one. Every case in it is a test of its own in ctest.
+#   lumora_tests([USES <library>...])
+function(lumora_tests)
+    cmake_parse_arguments(TEST "" "" "USES" ${ARGN})
+    file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
+    lumora_layer_target(${folder} layer)
+    set(name ${layer}_tests)
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    add_executable(${name} ${sources})
+    if(TARGET ${layer})
+        target_link_libraries(${name} PRIVATE ${layer})
+    endif()
+    target_link_libraries(${name} PRIVATE
+        ${TEST_USES} lumora_test_support lumora_compile_options)
+    target_precompile_headers(${name} REUSE_FROM lumora_test_support)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${folder}: "
+        PROPERTIES TIMEOUT 120)
 endfunction()

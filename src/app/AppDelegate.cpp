@@ -1,6 +1,6 @@
 #include "app/AppDelegate.h"
 
-#include "platform/MeetingReminders.h"
+#include "reminders/MeetingReminders.h"
 #include "platform/UrlOpener.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,6 +1,6 @@
 #include "app/LumobarApp.h"
 
-#include "views/StatusPresentation.h"
+#include "texts/StatusPresentation.h"
 
 #include <QCoreApplication>
 

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "app/AppState.h"
+#include "state/AppState.h"
 #include "app/PanelController.h"
 #include "app/SettingsController.h"
 #include "app/StatusItemController.h"
-#include "app/Ticker.h"
-#include "notifications/NotificationService.h"
+#include "state/Ticker.h"
+#include "reminders/NotificationService.h"
 #include "platform/PlatformFamily.h"
-#include "platform/linux/CommandServer.h"
+#include "linux/commands/CommandServer.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 

@@ -1,15 +1,15 @@
 #include "app/PanelController.h"
 
-#include "app/AppState.h"
-#include "app/Ticker.h"
+#include "state/AppState.h"
+#include "state/Ticker.h"
 #include "platform/UrlOpener.h"
-#include "platform/linux/WindowSystem.h"
+#include "linux/session/WindowSystem.h"
 #include "service/LumoAction.h"
-#include "views/CaptureField.h"
-#include "views/MenuBarView.h"
-#include "views/PanelFooter.h"
-#include "views/PanelWindow.h"
-#include "views/SpokenWidgets.h"
+#include "ui/panel/CaptureField.h"
+#include "ui/panel/MenuBarView.h"
+#include "ui/panel/PanelFooter.h"
+#include "ui/window/PanelWindow.h"
+#include "ui/access/SpokenWidgets.h"
 
 #include <QShortcut>
 

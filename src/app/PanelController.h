@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/ThemeFollower.h"
-#include "views/PanelPlacement.h"
+#include "ui/window/PanelPlacement.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "app/SettingsController.h"
 
-#include "settings/SettingsWindow.h"
+#include "ui/settings/SettingsWindow.h"
 
 namespace lumora {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/ThemeFollower.h"
-#include "settings/SettingsModel.h"
+#include "ui/settings/SettingsModel.h"
 
 #include <memory>
 

@@ -1,10 +1,10 @@
 #include "app/StatusItemController.h"
 
-#include "app/AppState.h"
-#include "app/Ticker.h"
+#include "state/AppState.h"
+#include "state/Ticker.h"
 #include "platform/AppStorageBacked.h"
 #include "platform/Preferences.h"
-#include "views/StatusPresentation.h"
+#include "texts/StatusPresentation.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/StatusReport.h"
+#include "texts/StatusReport.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/ThemeSource.h"
+#include "ui/theme/ThemeSource.h"
 
 #include <QObject>
 

@@ -1,10 +1,10 @@
 #include "app/CommandLine.h"
 #include "app/DemoServiceProcess.h"
 #include "app/LumobarApp.h"
-#include "platform/linux/CommandClient.h"
-#include "platform/linux/DesktopPlatform.h"
-#include "platform/linux/StartupEnvironment.h"
-#include "platform/linux/TerminationSignals.h"
+#include "linux/commands/CommandClient.h"
+#include "linux/session/DesktopPlatform.h"
+#include "linux/session/StartupEnvironment.h"
+#include "linux/session/TerminationSignals.h"
 
 #include <QApplication>
 #include <QJsonDocument>

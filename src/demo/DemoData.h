@@ -1,7 +1,7 @@
 #pragma once
 
 #include "demo/DemoScenario.h"
-#include "model/Instant.h"
+#include "briefing/Instant.h"
 
 #include <QList>
 #include <QString>

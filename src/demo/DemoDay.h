@@ -2,7 +2,7 @@
 
 #include "demo/DemoData.h"
 #include "demo/DemoScenario.h"
-#include "model/Instant.h"
+#include "briefing/Instant.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Instant.h"
+#include "briefing/Instant.h"
 
 #include <QCoroTask>
 

@@ -1,6 +1,6 @@
 #include "service/ActionResult.h"
 
-#include "model/FlatJsonObject.h"
+#include "briefing/FlatJsonObject.h"
 
 using namespace Qt::Literals::StringLiterals;
 

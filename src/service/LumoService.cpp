@@ -1,6 +1,6 @@
 #include "service/LumoService.h"
 
-#include "model/BriefingDecoder.h"
+#include "briefing/BriefingDecoder.h"
 #include "platform/Clock.h"
 #include "platform/HttpTransport.h"
 #include "service/EndpointPolicy.h"

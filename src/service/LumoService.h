@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Briefing.h"
+#include "briefing/Briefing.h"
 #include "service/ActionResult.h"
 #include "service/LumoAction.h"
 #include "service/LumoError.h"

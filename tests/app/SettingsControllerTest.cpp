@@ -1,7 +1,7 @@
 #include "app/SettingsController.h"
 
 #include "fakes/FakeAppearance.h"
-#include "settings/SettingsWindow.h"
+#include "ui/settings/SettingsWindow.h"
 #include "support/SettingsHarness.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "app/StatusItemController.h"
 
-#include "app/Ticker.h"
+#include "state/Ticker.h"
 #include "fakes/FakeStatusItem.h"
 #include "support/StateHarness.h"
 

@@ -1,6 +1,6 @@
 #include "demo/DemoService.h"
-#include "model/BriefingDecoder.h"
-#include "model/MeetingSelection.h"
+#include "briefing/BriefingDecoder.h"
+#include "briefing/MeetingSelection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/MeetingReminders.h"
+#include "reminders/MeetingReminders.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSecretStore.h"
-#include "platform/linux/QtHttpTransport.h"
+#include "linux/http/QtHttpTransport.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 #include "support/Fixtures.h"

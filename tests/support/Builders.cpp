@@ -1,6 +1,6 @@
 #include "support/Builders.h"
 
-#include "model/InternetDateTime.h"
+#include "briefing/InternetDateTime.h"
 
 #include <utility>
 

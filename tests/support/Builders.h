@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Briefing.h"
+#include "briefing/Briefing.h"
 
 #include <ostream>
 #include <string_view>

@@ -2,13 +2,13 @@
 
 #include "support/Builders.h"
 #include "support/ViewHarness.h"
-#include "views/ActionRow.h"
-#include "views/CaptureField.h"
-#include "views/CollapsibleSection.h"
-#include "views/ErrorBanner.h"
-#include "views/EventRow.h"
-#include "views/PanelFooter.h"
-#include "views/PanelPlaceholder.h"
+#include "ui/panel/ActionRow.h"
+#include "ui/panel/CaptureField.h"
+#include "ui/panel/CollapsibleSection.h"
+#include "ui/panel/ErrorBanner.h"
+#include "ui/panel/EventRow.h"
+#include "ui/panel/PanelFooter.h"
+#include "ui/panel/PanelPlaceholder.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fakes/FakeLoginItems.h"
-#include "settings/SettingsModel.h"
+#include "ui/settings/SettingsModel.h"
 #include "support/StateHarness.h"
 
 namespace lumora::tests {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "app/AppState.h"
+#include "state/AppState.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpTransport.h"
 #include "fakes/FakeSecretStore.h"
 #include "fakes/RecordingReminders.h"
-#include "platform/MemoryPreferences.h"
+#include "platform/memory/MemoryPreferences.h"
 #include "platform/WakeMonitor.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "fakes/FakeClock.h"
-#include "platform/MemoryPreferences.h"
+#include "platform/memory/MemoryPreferences.h"
 #include "support/ScopedEnvironment.h"
-#include "views/MenuBarView.h"
-#include "views/PaintedRow.h"
-#include "views/RowButton.h"
-#include "views/SpokenWidgets.h"
+#include "ui/panel/MenuBarView.h"
+#include "ui/rows/PaintedRow.h"
+#include "ui/rows/RowButton.h"
+#include "ui/access/SpokenWidgets.h"
 
 #include <QApplication>
 #include <QImage>

@@ -1,0 +1,69 @@
+#include "briefing/JsonDocument.h"
+
+#include "briefing/JsonNumbers.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+/// The largest text whose buffers, about 15 bytes for each of its own, are worth keeping.
+constexpr size_t keptCapacity = size_t{64} * 1024;
+
+simdjson::dom::parser& parser() {
+    static thread_local simdjson::dom::parser instance;
+    return instance;
+}
+
+QString describe(simdjson::error_code code) {
+    switch (code) {
+    case simdjson::EMPTY:
+        return u"Empty document"_s;
+    case simdjson::UTF8_ERROR:
+        return u"Not valid UTF-8"_s;
+    case simdjson::DEPTH_ERROR:
+        return u"Nested too deeply"_s;
+    case simdjson::CAPACITY:
+    case simdjson::MEMALLOC:
+        return u"Document too large"_s;
+    default:
+        return u"Not valid JSON: "_s + QString::fromLatin1(simdjson::error_message(code)).trimmed();
+    }
+}
+
+simdjson::error_code parse(QByteArrayView bytes, simdjson::dom::element& root) {
+    if (bytes.isEmpty()) // whose address may be null, which the parser does not expect
+        return simdjson::EMPTY;
+    return parser().parse(bytes.data(), static_cast<size_t>(bytes.size())).get(root);
+}
+
+} // namespace
+
+JsonDocument::JsonDocument(QByteArrayView bytes) {
+    // JSON that is exchanged between programs has no byte order mark; not every version of the
+    // parser says so.
+    if (bytes.startsWith("\xEF\xBB\xBF")) {
+        m_root = tl::unexpected(DecodeError{{}, u"Starts with a byte order mark"_s});
+        return;
+    }
+    simdjson::dom::element root;
+    auto code = parse(bytes, root);
+    // The parser refuses a whole text for one integer beyond 64 bits, even where nobody asks for
+    // an integer.
+    if (code == simdjson::NUMBER_ERROR) {
+        const QByteArray mended = withHugeIntegersAsFloats(bytes);
+        code = parse(mended, root);
+    }
+    if (code == simdjson::SUCCESS)
+        m_root = root;
+    else
+        m_root = tl::unexpected(DecodeError{{}, describe(code)});
+}
+
+JsonDocument::~JsonDocument() {
+    if (parser().capacity() > keptCapacity)
+        parser() = simdjson::dom::parser();
+}
+
+} // namespace lumora

@@ -1,0 +1,104 @@
+#pragma once
+
+// Private to the decoders of this floor, like JsonDocument.h.
+
+#include "briefing/JsonValues.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace lumora {
+
+/// One member of a JSON object and where it goes. A member declared std::optional may be missing or
+/// null in JSON; any other must be there.
+template <auto Member>
+struct JsonField {
+    std::string_view key;
+};
+
+/// The JSON members of a record, in the order faults are looked for. Specialise it with a tuple of
+/// fields: `static constexpr std::tuple fields{JsonField<&Chore::id>{"id"}, …};`
+template <typename Record>
+struct JsonSchema;
+
+template <typename Record>
+concept JsonRecord = requires { JsonSchema<Record>::fields; };
+
+template <JsonRecord Record>
+bool readValue(simdjson::dom::element value, Record& out, DecodeError& error);
+
+template <typename Item>
+bool readValue(simdjson::dom::element value, std::vector<Item>& out, DecodeError& error) {
+    simdjson::dom::array array;
+    if (value.get(array) != simdjson::SUCCESS)
+        return wrongKind(value, QLatin1StringView("an array"), error);
+    // An array of millions of wrong items must not cost millions of records.
+    constexpr size_t mostReserved = 4096;
+    out.reserve(std::min(array.size(), mostReserved));
+    for (const simdjson::dom::element item : array) {
+        if (!readValue(item, out.emplace_back(), error)) {
+            prependIndex(error, out.size() - 1);
+            return false;
+        }
+    }
+    return true;
+}
+
+template <typename Value>
+bool readMember(std::optional<simdjson::dom::element> value, Value& out, DecodeError& error) {
+    if (value)
+        return readValue(*value, out, error);
+    error.description = QStringLiteral("Missing");
+    return false;
+}
+
+template <typename Value>
+bool readMember(
+    std::optional<simdjson::dom::element> value, std::optional<Value>& out, DecodeError& error) {
+    return !value || value->is_null() || readValue(*value, out.emplace(), error);
+}
+
+/// The members of `object` that `Record` knows, in the order of its fields; of several with the
+/// same key the last.
+template <JsonRecord Record>
+auto collectMembers(simdjson::dom::object object) {
+    constexpr auto keys = std::apply(
+        [](const auto&... field) { return std::array{field.key...}; }, JsonSchema<Record>::fields);
+    std::array<std::optional<simdjson::dom::element>, keys.size()> members;
+    size_t expected = 0; // objects mostly come in field order, so look there first
+    for (const auto [key, value] : object) {
+        if (expected == keys.size() || keys[expected] != key) {
+            expected = static_cast<size_t>(std::ranges::find(keys, key) - keys.begin());
+            if (expected == keys.size())
+                continue;
+        }
+        members[expected++] = value;
+    }
+    return members;
+}
+
+template <JsonRecord Record>
+bool readValue(simdjson::dom::element value, Record& out, DecodeError& error) {
+    simdjson::dom::object object;
+    if (value.get(object) != simdjson::SUCCESS)
+        return wrongKind(value, QLatin1StringView("an object"), error);
+    const auto members = collectMembers<Record>(object);
+    const auto readField = [&]<auto Member>(JsonField<Member> field, size_t index) {
+        if (readMember(members[index], out.*Member, error))
+            return true;
+        prependKey(error, field.key);
+        return false;
+    };
+    return std::apply(
+        [&](const auto&... field) {
+            size_t index = 0;
+            return (readField(field, index++) && ...);
+        },
+        JsonSchema<Record>::fields);
+}
+
+} // namespace lumora

@@ -1,0 +1,105 @@
+#include "linux/notifications/NotificationServer.h"
+
+#include <QDBusPendingCallWatcher>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+const QString serverName = u"org.freedesktop.Notifications"_s;
+const QString serverPath = u"/org/freedesktop/Notifications"_s;
+
+QDBusMessage serverCall(const QString& service, const QString& method) {
+    return QDBusMessage::createMethodCall(service, serverPath, serverName, method);
+}
+
+/// The notification that a signal or an answer is about; the sender is its server.
+ShownNotification subject(const QDBusMessage& message) {
+    return {.server = message.service(), .id = message.arguments().value(0).toUInt()};
+}
+
+} // namespace
+
+NotificationServer::NotificationServer(const QDBusConnection& bus)
+    : m_bus(bus) {}
+
+// Listening takes an exchange with the bus, and nobody asks before the status item is shown.
+void NotificationServer::listen() {
+    if (std::exchange(m_listening, true) || !m_bus.isConnected())
+        return;
+    m_watch.setConnection(m_bus);
+    m_watch.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    m_watch.addWatchedService(serverName);
+    connect(
+        &m_watch, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString& /*name*/, const QString& /*oldOwner*/, const QString& newOwner) {
+            Q_EMIT changed();
+            if (!newOwner.isEmpty())
+                Q_EMIT appeared();
+        });
+    // The service is named, so that every signal comes once and from no other program.
+    const auto connectTo = [this](const QString& signal, const char* slot) {
+        m_bus.connect(serverName, serverPath, serverName, signal, this, slot);
+    };
+    connectTo(u"ActionInvoked"_s, SLOT(onActionInvoked(QDBusMessage)));
+    connectTo(u"ActivationToken"_s, SLOT(onActivationToken(QDBusMessage)));
+    connectTo(u"NotificationClosed"_s, SLOT(onNotificationClosed(QDBusMessage)));
+}
+
+void NotificationServer::askAbilities(
+    std::chrono::milliseconds patience,
+    const std::function<void(const std::optional<NotificationAbilities>&)>& onAnswer) {
+    const auto call = serverCall(serverName, u"GetCapabilities"_s);
+    ask(call, patience, [onAnswer](const QDBusMessage& answer) {
+        if (answer.type() != QDBusMessage::ReplyMessage)
+            return onAnswer(std::nullopt);
+        onAnswer(NotificationAbilities{
+            .server = answer.service(),
+            .capabilities = answer.arguments().value(0).toStringList(),
+        });
+    });
+}
+
+void NotificationServer::notify(
+    const QString& server, const QVariantList& arguments, std::chrono::milliseconds patience,
+    const std::function<void(const std::optional<ShownNotification>&)>& onAnswer) {
+    auto call = serverCall(server, u"Notify"_s);
+    call.setArguments(arguments);
+    ask(call, patience, [onAnswer](const QDBusMessage& answer) {
+        const bool shown = answer.type() == QDBusMessage::ReplyMessage;
+        onAnswer(shown ? std::optional(subject(answer)) : std::nullopt);
+    });
+}
+
+void NotificationServer::ask(
+    const QDBusMessage& call, std::chrono::milliseconds patience,
+    const std::function<void(const QDBusMessage&)>& onAnswer) {
+    listen();
+    // A call on a bus that is not there would never end.
+    const auto answer = m_bus.isConnected()
+                            ? m_bus.asyncCall(call, int(patience.count()))
+                            : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, {}));
+    auto* pending = new QDBusPendingCallWatcher(answer, this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [pending, onAnswer] {
+        pending->deleteLater();
+        onAnswer(pending->reply());
+    });
+}
+
+void NotificationServer::onActionInvoked(const QDBusMessage& message) {
+    Q_EMIT actionInvoked(subject(message));
+}
+
+void NotificationServer::onActivationToken(const QDBusMessage& message) {
+    Q_EMIT activationToken(subject(message), message.arguments().value(1).toString().toUtf8());
+}
+
+void NotificationServer::onNotificationClosed(const QDBusMessage& message) {
+    Q_EMIT closed(subject(message));
+}
+
+} // namespace lumora

@@ -1,0 +1,173 @@
+#include "linux/secrets/LibsecretStore.h"
+
+#include "linux/secrets/SecretConversation.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace lumora {
+
+namespace {
+
+// One change makes a burst of signals, and a service that dies again at once is not worth asking.
+constexpr auto settlingTime = 50ms;
+
+QString pathOf(gpointer proxy) {
+    return QString::fromUtf8(g_dbus_proxy_get_object_path(G_DBUS_PROXY(proxy)));
+}
+
+SecretLookup failed(const SecretFailure& failure) {
+    using Status = SecretLookup::Status;
+    if (failure.locked)
+        return {Status::Locked, {}, {}};
+    return {Status::Unavailable, {}, failure.reason};
+}
+
+bool isLocked(const GioPointer<SecretItem>& item) {
+    return secret_item_get_locked(item.get());
+}
+
+std::optional<QByteArray> secretOf(const GioPointer<SecretItem>& item) {
+    SecretValue* const value = secret_item_get_secret(item.get());
+    if (!value)
+        return std::nullopt;
+    gsize size = 0;
+    const gchar* const bytes = secret_value_get(value, &size);
+    const QByteArray secret(bytes, static_cast<qsizetype>(size));
+    secret_value_unref(value);
+    return secret;
+}
+
+} // namespace
+
+QString LibsecretStore::sessionBusAddress() {
+    QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    if (!address.isEmpty())
+        return address;
+    const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s;
+    return QFileInfo::exists(socket) ? u"unix:path="_s + socket : QString();
+}
+
+LibsecretStore::LibsecretStore(
+    QDBusConnection bus, QString busAddress, std::chrono::milliseconds timeout)
+    : m_busAddress(std::move(busAddress))
+    , m_timeout(timeout)
+    , m_monitor(bus)
+    , m_unlocker(bus) {
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settlingTime);
+    connect(&m_settling, &QTimer::timeout, this, &SecretStore::readable);
+
+    using Monitor = SecretServiceMonitor;
+    connect(&m_monitor, &Monitor::serviceAppeared, this, &LibsecretStore::becameReachable);
+    connect(&m_monitor, &Monitor::serviceAppeared, &m_unlocker, &SecretUnlocker::serviceChanged);
+    connect(&m_monitor, &Monitor::serviceGone, &m_settling, &QTimer::stop);
+    connect(&m_monitor, &Monitor::serviceGone, &m_unlocker, &SecretUnlocker::serviceChanged);
+    connect(&m_monitor, &Monitor::itemTouched, this, &LibsecretStore::itemTouched);
+    connect(&m_monitor, &Monitor::unlockReported, this, &LibsecretStore::becameReachable);
+    connect(&m_monitor, &Monitor::unlockReported, &m_unlocker, &SecretUnlocker::unlockReported);
+    connect(&m_unlocker, &SecretUnlocker::unlocked, this, &LibsecretStore::becameReachable);
+}
+
+SecretLookup LibsecretStore::lookup(const SecretKey& key) {
+    const auto isKnown = [&key](const SecretKey& known) {
+        return known.service == key.service && known.account == key.account;
+    };
+    if (std::ranges::none_of(m_keys, isKnown))
+        m_keys += key;
+    SecretLookup result = ask(key);
+    using Status = SecretLookup::Status;
+    m_found = result.status == Status::Found;
+    if (result.status == Status::Found || result.status == Status::Absent)
+        m_unlocker.foundUnlocked();
+    return result;
+}
+
+SecretLookup LibsecretStore::ask(const SecretKey& key) {
+    using Status = SecretLookup::Status;
+    // Nothing comes before or after a look-up, so it may take the whole time that a call has.
+    SecretConversation conversation(m_busAddress, 2 * m_timeout);
+    const auto items = conversation.open().and_then(
+        [&] { return conversation.search(key, SECRET_SEARCH_LOAD_SECRETS); });
+    if (!items)
+        return failed(items.error());
+
+    for (const auto& item : *items) {
+        if (const auto secret = isLocked(item) ? std::nullopt : secretOf(item))
+            return {Status::Found, *secret, {}};
+    }
+    if (const auto locked = std::ranges::find_if(*items, isLocked); locked != items->end()) {
+        // An item lies right below its collection.
+        m_unlocker.foundLocked(QFileInfo(pathOf(locked->get())).path());
+        return {Status::Locked, {}, {}};
+    }
+    return askWithoutItems(conversation);
+}
+
+SecretLookup LibsecretStore::askWithoutItems(SecretConversation& conversation) {
+    // A keyring that was never unlocked since it started answers that it holds nothing.
+    for (const char* alias : {"default", "login"}) {
+        const auto collection = conversation.collection(alias);
+        if (!collection)
+            return failed(collection.error());
+        if (*collection && secret_collection_get_locked(collection->get())) {
+            m_unlocker.foundLocked(pathOf(collection->get()));
+            return {SecretLookup::Status::Locked, {}, {}};
+        }
+    }
+    return {SecretLookup::Status::Absent, {}, {}};
+}
+
+bool LibsecretStore::add(const SecretKey& key, const QString& label, const QByteArray& secret) {
+    SecretConversation conversation(m_busAddress, m_timeout);
+    const auto collection =
+        conversation.open().and_then([&] { return conversation.collection("default"); });
+    if (!collection || !*collection)
+        return false;
+    if (secret_collection_get_locked(collection->get())) {
+        m_unlocker.foundLocked(pathOf(collection->get()));
+        return false;
+    }
+    return conversation.createItem(**collection, key, label, secret).has_value();
+}
+
+SecretRemoval LibsecretStore::remove(const SecretKey& key) {
+    SecretConversation conversation(m_busAddress, m_timeout);
+    const auto items =
+        conversation.open().and_then([&] { return conversation.search(key, SECRET_SEARCH_NONE); });
+    if (!items)
+        return SecretRemoval::Failed;
+    if (items->empty()) {
+        const bool isAbsent = askWithoutItems(conversation).status == SecretLookup::Status::Absent;
+        return isAbsent ? SecretRemoval::NotFound : SecretRemoval::Failed;
+    }
+    for (const auto& item : *items) {
+        if (isLocked(item))
+            m_unlocker.foundLocked(QFileInfo(pathOf(item.get())).path());
+        else
+            conversation.removeItem(*item);
+    }
+    // Services report removals that did not happen as done: only looking again tells.
+    const auto left = conversation.search(key, SECRET_SEARCH_NONE);
+    return left && left->empty() ? SecretRemoval::Removed : SecretRemoval::Failed;
+}
+
+void LibsecretStore::itemTouched(const SecretAttributes& attributes) {
+    const auto belongsTo = [&attributes](const SecretKey& key) {
+        return attributes.value(u"service"_s) == key.service &&
+               attributes.value(u"account"_s) == key.account;
+    };
+    if (std::ranges::any_of(m_keys, belongsTo) && !m_settling.isActive())
+        m_settling.start();
+}
+
+void LibsecretStore::becameReachable() {
+    if (!m_found && !m_settling.isActive())
+        m_settling.start();
+}
+
+} // namespace lumora

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/SecretStore.h"
+#include "linux/secrets/GioDeadline.h"
+
+#include <libsecret/secret.h>
+#include <tl/expected.hpp>
+
+#include <optional>
+#include <vector>
+
+namespace lumora {
+
+/// Why the Secret Service did not do as asked.
+struct SecretFailure {
+    bool locked = false; ///< it is there, but wants a person to unlock something first
+    QString reason;      ///< for people; never holds any part of a secret
+};
+
+template <typename Value>
+using SecretOutcome = tl::expected<Value, SecretFailure>;
+
+/// One conversation with the Secret Service, on a connection of its own, so that neither a service
+/// nor a bus that died leaves anything behind for the next one. The whole of it is over when its
+/// time is up, and no part of it shows a prompt.
+class SecretConversation {
+public:
+    SecretConversation(QString busAddress, std::chrono::milliseconds timeout);
+
+    /// Connects. To be called first; nothing else may be called when it fails.
+    SecretOutcome<void> open();
+
+    /// Every item with the key's attributes; with their secrets, where those can be read, if
+    /// `flags` says so.
+    SecretOutcome<std::vector<GioPointer<SecretItem>>>
+    search(const SecretKey& key, SecretSearchFlags flags);
+
+    /// The collection with the alias; null when there is none.
+    SecretOutcome<GioPointer<SecretCollection>> collection(const char* alias);
+
+    /// Adds an item with exactly the key's attributes, in place of one that has the same.
+    SecretOutcome<void> createItem(
+        SecretCollection& collection, const SecretKey& key, const QString& label,
+        const QByteArray& secret);
+
+    SecretOutcome<void> removeItem(SecretItem& item);
+
+private:
+    tl::unexpected<SecretFailure> failure(GError* error) const;
+
+    const QString m_busAddress;
+    GioDeadline m_deadline; // last to go
+    GioPointer<GDBusConnection> m_connection;
+    GioPointer<SecretService> m_service;
+};
+
+} // namespace lumora

@@ -1,0 +1,74 @@
+#include "linux/session/DesktopPlatform.h"
+
+#include "linux/appearance/JoinedAppearance.h"
+#include "platform/memory/MemoryLoginItems.h"
+#include "platform/memory/MemoryPreferences.h"
+#include "platform/memory/MemorySecretStore.h"
+#include "linux/autostart/AutostartRegistry.h"
+#include "linux/preferences/ConfFilePreferences.h"
+#include "linux/notifications/DesktopNotificationCenter.h"
+#include "linux/session/DesktopUrlOpener.h"
+#include "linux/secrets/LibsecretStore.h"
+#include "linux/tray/LinuxStatusItem.h"
+#include "linux/session/LogindWakeMonitor.h"
+#include "linux/session/NetworkManagerMonitor.h"
+#include "linux/appearance/PortalAppearance.h"
+#include "linux/http/QtHttpTransport.h"
+#include "linux/time/SystemClock.h"
+#include "linux/session/WindowSystem.h"
+
+#include <QDBusConnection>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+/// The portal states what the user has chosen; the window system's settings only hint at dark
+/// colours, but know the font.
+std::unique_ptr<DesktopAppearance> makeAppearance() {
+    std::vector<std::unique_ptr<DesktopAppearance>> sources;
+    sources.push_back(std::make_unique<PortalAppearance>(QDBusConnection::sessionBus()));
+    if (auto windowSystem = makeWindowSystemAppearance())
+        sources.push_back(std::move(windowSystem));
+    return std::make_unique<JoinedAppearance>(std::move(sources));
+}
+
+/// What both desktops have in common: everything that remembers nothing.
+PlatformFamily makeCommonPlatform() {
+    PlatformFamily family;
+    family.clock = std::make_unique<SystemClock>();
+    family.transport = std::make_unique<QtHttpTransport>();
+    family.wake = std::make_unique<LogindWakeMonitor>();
+    family.network = std::make_unique<NetworkManagerMonitor>();
+    family.urls = std::make_unique<DesktopUrlOpener>();
+    family.notifications =
+        std::make_unique<DesktopNotificationCenter>(QDBusConnection::sessionBus(), *family.clock);
+    family.appearance = makeAppearance();
+    family.compositing = makeCompositing();
+    family.statusItem = std::make_unique<LinuxStatusItem>(
+        QDBusConnection::sessionBus(),
+        LinuxStatusItem::Options{.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")});
+    return family;
+}
+
+} // namespace
+
+PlatformFamily makeDesktopPlatform() {
+    PlatformFamily family = makeCommonPlatform();
+    family.preferences = std::make_unique<ConfFilePreferences>();
+    family.secrets = std::make_unique<LibsecretStore>(QDBusConnection::sessionBus());
+    family.loginItems = std::make_unique<AutostartRegistry>();
+    return family;
+}
+
+PlatformFamily makeForgetfulPlatform() {
+    PlatformFamily family = makeCommonPlatform();
+    family.preferences = std::make_unique<MemoryPreferences>();
+    family.secrets = std::make_unique<MemorySecretStore>();
+    family.loginItems = std::make_unique<MemoryLoginItems>();
+    return family;
+}
+
+} // namespace lumora

@@ -1,0 +1,80 @@
+#include "linux/session/StartupEnvironment.h"
+
+#include <QList>
+
+#include <algorithm>
+
+namespace lumora {
+
+namespace {
+
+const QByteArray platformVariable = "QT_QPA_PLATFORM";
+const QByteArray themeVariable = "QT_QPA_PLATFORMTHEME";
+const QByteArray desktopVariable = "XDG_CURRENT_DESKTOP";
+const QByteArray displayVariable = "DISPLAY";
+// What the toolkit guesses the desktop by where nothing names it.
+const QByteArray sessionVariable = "DESKTOP_SESSION";
+const QByteArray gnomeVariable = "GNOME_DESKTOP_SESSION_ID";
+const QByteArray kdeVariable = "KDE_FULL_SESSION";
+
+/// Whether the toolkit would look for the GTK theme by itself.
+bool isGtkDesktop(const Environment& environment) {
+    static const QList<QByteArray> gtkDesktops = {"GNOME", "X-CINNAMON", "PANTHEON", "UNITY",
+                                                  "MATE",  "XFCE",       "LXDE"};
+    const QByteArray current = environment.value(desktopVariable);
+    if (current.isEmpty()) {
+        return environment.value(kdeVariable).isEmpty() &&
+               !(environment.value(gnomeVariable) + environment.value(sessionVariable)).isEmpty();
+    }
+    const auto names = current.toUpper().split(':');
+    return std::any_of(names.cbegin(), names.cend(), [](const QByteArray& name) {
+        return gtkDesktops.contains(name);
+    });
+}
+
+} // namespace
+
+Environment startupOverrides(const Environment& environment) {
+    Environment overrides;
+    if (!environment.contains(platformVariable) && !environment.value(displayVariable).isEmpty())
+        overrides.insert(platformVariable, "xcb;wayland");
+
+    // The toolkit tries the plugins of all themes before the themes of its own, whichever was named
+    // first. So it must not learn of the desktop either.
+    const QByteArray theme = environment.value(themeVariable);
+    const bool onGtkDesktop = isGtkDesktop(environment);
+    if (theme.startsWith("gtk") || (theme.isEmpty() && onGtkDesktop))
+        overrides.insert(themeVariable, "gnome");
+    if (onGtkDesktop)
+        overrides.insert(desktopVariable, "X-Generic");
+    return overrides;
+}
+
+StartupEnvironment::StartupEnvironment() {
+    Environment environment;
+    for (const auto& name :
+         {platformVariable, themeVariable, desktopVariable, displayVariable, sessionVariable,
+          gnomeVariable, kdeVariable}) {
+        if (qEnvironmentVariableIsSet(name.constData()))
+            environment.insert(name, qgetenv(name.constData()));
+    }
+    const Environment overrides = startupOverrides(environment);
+    for (auto it = overrides.cbegin(); it != overrides.cend(); ++it) {
+        const auto previous = environment.constFind(it.key());
+        m_saved.push_back(
+            {it.key(),
+             previous == environment.cend() ? std::nullopt : std::optional(previous.value())});
+        qputenv(it.key().constData(), it.value());
+    }
+}
+
+StartupEnvironment::~StartupEnvironment() {
+    for (const auto& [name, value] : m_saved) {
+        if (value)
+            qputenv(name.constData(), *value);
+        else
+            qunsetenv(name.constData());
+    }
+}
+
+} // namespace lumora

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "linux/time/TimerDescriptor.h"
+
+#include <functional>
+
+namespace lumora {
+
+/// A call at a moment of the wall clock, whatever suspends and clock steps lie before it. The call
+/// may destroy the alarm.
+class WallClockAlarm final : public Alarm {
+public:
+    WallClockAlarm(Instant time, std::function<void()> ring);
+
+private:
+    TimerDescriptor m_descriptor;
+};
+
+} // namespace lumora

@@ -1,0 +1,86 @@
+#include "linux/tray/DBusMenuTypes.h"
+
+#include <QDBusMetaType>
+
+namespace lumora {
+
+QDBusArgument& operator<<(QDBusArgument& out, const DBusMenuLayout& layout) {
+    out.beginStructure();
+    out << layout.id << layout.properties;
+    out.beginArray(QMetaType::fromType<QDBusVariant>());
+    for (const DBusMenuLayout& child : layout.children)
+        out << QDBusVariant(QVariant::fromValue(child));
+    out.endArray();
+    out.endStructure();
+    return out;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& in, DBusMenuLayout& layout) {
+    layout.children.clear();
+    in.beginStructure();
+    in >> layout.id >> layout.properties;
+    in.beginArray();
+    while (!in.atEnd()) {
+        QDBusVariant child;
+        in >> child;
+        layout.children += qdbus_cast<DBusMenuLayout>(child.variant());
+    }
+    in.endArray();
+    in.endStructure();
+    return in;
+}
+
+QDBusArgument& operator<<(QDBusArgument& out, const DBusMenuItemProperties& item) {
+    out.beginStructure();
+    out << item.id << item.properties;
+    out.endStructure();
+    return out;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& in, DBusMenuItemProperties& item) {
+    in.beginStructure();
+    in >> item.id >> item.properties;
+    in.endStructure();
+    return in;
+}
+
+QDBusArgument& operator<<(QDBusArgument& out, const DBusMenuItemKeys& item) {
+    out.beginStructure();
+    out << item.id << item.names;
+    out.endStructure();
+    return out;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& in, DBusMenuItemKeys& item) {
+    in.beginStructure();
+    in >> item.id >> item.names;
+    in.endStructure();
+    return in;
+}
+
+QDBusArgument& operator<<(QDBusArgument& out, const DBusMenuEvent& event) {
+    out.beginStructure();
+    out << event.id << event.name << event.data << event.timestamp;
+    out.endStructure();
+    return out;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& in, DBusMenuEvent& event) {
+    in.beginStructure();
+    in >> event.id >> event.name >> event.data >> event.timestamp;
+    in.endStructure();
+    return in;
+}
+
+void registerDBusMenuTypes() {
+    qDBusRegisterMetaType<DBusMenuLayout>();
+    qDBusRegisterMetaType<DBusMenuItemProperties>();
+    qDBusRegisterMetaType<QList<DBusMenuItemProperties>>();
+    qDBusRegisterMetaType<DBusMenuItemKeys>();
+    qDBusRegisterMetaType<QList<DBusMenuItemKeys>>();
+    qDBusRegisterMetaType<DBusMenuEvent>();
+    qDBusRegisterMetaType<QList<DBusMenuEvent>>();
+    qDBusRegisterMetaType<QList<int>>();
+}
+
+} // namespace lumora

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/StatusItem.h"
+#include "linux/appearance/PanelToneMonitor.h"
+#include "linux/tray/StatusNotifierSession.h"
+#include "linux/tray/XEmbedItem.h"
+
+#include <QDBusConnection>
+
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace lumora {
+
+/// The status item of Linux desktops: an item on the session bus with a text and a menu, or an
+/// icon in a tray of the old kind where nobody takes such items. It goes where there is a place,
+/// whenever one comes or goes.
+class LinuxStatusItem final : public StatusItem {
+    Q_OBJECT
+
+public:
+    struct Options {
+        QString desktop; ///< the session's XDG_CURRENT_DESKTOP
+        XEmbedItem::Options tray = {};
+
+        /// Opens another connection to the session bus under a name of ours.
+        std::function<QDBusConnection(const QString& name)> connect = [](const QString& name) {
+            return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+        };
+    };
+
+    LinuxStatusItem(const QDBusConnection& sessionBus, Options options);
+
+    void show(const StatusItemContent& content) override;
+    QString unavailableReason() const override;
+
+private:
+    void appear();
+    void onPlaceChanged();
+    void draw();
+
+    QDBusConnection m_bus;
+    Options m_options;
+    PanelToneMonitor m_tone;
+    XEmbedItem m_tray;
+    StatusNotifierSession* m_session = nullptr; ///< a child; null before the first content
+    int m_appearances = 0;
+    StatusItemContent m_content;
+    QList<IconPixmap> m_pixmaps;
+    std::optional<std::pair<QString, SymbolTone>> m_drawn;
+};
+
+} // namespace lumora

@@ -1,0 +1,39 @@
+#include "linux/tray/StatusNotifierSession.h"
+
+namespace lumora {
+
+StatusNotifierSession::Closer::~Closer() {
+    if (!name.isEmpty())
+        QDBusConnection::disconnectFromBus(name);
+}
+
+StatusNotifierSession::StatusNotifierSession(
+    const QDBusConnection& bus, Connection use, QObject* parent)
+    : QObject(parent)
+    , m_closer{use == Connection::Own ? bus.name() : QString()}
+    , m_item(bus)
+    , m_menu(bus)
+    , m_registration(bus) {
+    connect(&m_item, &StatusNotifierItem::activated, this, &StatusNotifierSession::activated);
+    connect(&m_menu, &DBusMenu::chosen, this, [this](const QString& command) {
+        Q_EMIT commandChosen(command, m_item.takeActivationToken());
+    });
+    connect(
+        &m_registration, &StatusNotifierRegistration::stateChanged, this,
+        &StatusNotifierSession::stateChanged);
+}
+
+void StatusNotifierSession::setContent(const StatusItemContent& content) {
+    m_item.setContent(content);
+    m_menu.setRows(content.menu);
+}
+
+void StatusNotifierSession::setPixmaps(const QList<IconPixmap>& pixmaps) {
+    m_item.setPixmaps(pixmaps);
+}
+
+void StatusNotifierSession::start() {
+    m_registration.start();
+}
+
+} // namespace lumora

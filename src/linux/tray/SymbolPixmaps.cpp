@@ -1,0 +1,28 @@
+#include "linux/tray/SymbolPixmaps.h"
+
+#include "symbols/SymbolRenderer.h"
+
+#include <QPixmap>
+
+namespace lumora {
+
+SymbolPixmaps::SymbolPixmaps(const QString& symbol, const QColor& tint) {
+    for (const int pixels : {16, 22, 24, 32, 44, 48})
+        m_images += renderSymbol(symbol, pixels, tint);
+}
+
+QList<IconPixmap> SymbolPixmaps::forStatusItem() const {
+    QList<IconPixmap> pixmaps;
+    for (const QImage& image : m_images)
+        pixmaps += IconPixmap::fromImage(image);
+    return pixmaps;
+}
+
+QIcon SymbolPixmaps::icon() const {
+    QIcon icon;
+    for (const QImage& image : m_images)
+        icon.addPixmap(QPixmap::fromImage(image));
+    return icon;
+}
+
+} // namespace lumora

@@ -1,0 +1,53 @@
+#include "reminders/NotificationService.h"
+
+#include "reminders/ReminderPlan.h"
+
+#include <QPointer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+NotificationService::NotificationService(
+    NotificationCenter& center, const Preferences& preferences, const Clock& clock)
+    : m_center(center)
+    , m_clock(clock)
+    , m_enabled(preferences, u"notifyBeforeMeetings"_s, true) {}
+
+QCoro::Task<> NotificationService::requestAuthorization() {
+    if (!m_enabled.wrappedValue())
+        co_return;
+    const QPointer<NotificationService> self(this);
+    const bool granted = co_await m_center.requestAuthorization();
+    if (self)
+        m_authorized = granted;
+}
+
+void NotificationService::scheduleUpcoming(const Briefing& briefing) {
+    if (m_enabled.wrappedValue())
+        reconcile(briefing);
+    else
+        m_center.removeAllPending();
+}
+
+QCoro::Task<> NotificationService::reconcile(Briefing briefing) {
+    const QPointer<NotificationService> self(this);
+    if (!m_authorized)
+        co_await requestAuthorization();
+    if (!self || !m_authorized)
+        co_return;
+
+    // One moment decides on all events, however long the centre takes to tell what is pending.
+    const auto events = remindedEvents(briefing, m_clock.now());
+    const QStringList pending = co_await m_center.pendingIdentifiers();
+    if (!self)
+        co_return;
+
+    const QStringList stale = staleIdentifiers(pending, events);
+    if (!stale.isEmpty())
+        m_center.removePending(stale);
+    for (const BriefEvent& event : events)
+        m_center.add(reminderRequest(event, m_clock.now()));
+}
+
+} // namespace lumora

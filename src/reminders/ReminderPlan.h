@@ -1,0 +1,29 @@
+#pragma once
+
+#include "briefing/Briefing.h"
+#include "platform/NotificationCenter.h"
+
+#include <vector>
+
+namespace lumora {
+
+/// How long before a meeting its reminder comes.
+inline constexpr std::chrono::seconds reminderLead{300};
+
+/// Meetings this far away or farther are left to a later briefing.
+inline constexpr std::chrono::seconds reminderHorizon{21600};
+
+/// The events of today that are to be reminded of, in the producer's order: those with a time of
+/// their own whose reminder is due strictly after `now` and whose start is strictly nearer than the
+/// horizon.
+std::vector<BriefEvent> remindedEvents(const Briefing& briefing, Instant now);
+
+/// The reminder of an event that has a start. It is due at least a second after `now`, so that a
+/// moment that passed while the reminder was prepared is not lost.
+NotificationRequest reminderRequest(const BriefEvent& event, Instant now);
+
+/// Those of the `pending` identifiers, in their order, that belong to none of the events.
+QStringList
+staleIdentifiers(const QStringList& pending, const std::vector<BriefEvent>& remindedEvents);
+
+} // namespace lumora

@@ -1,0 +1,145 @@
+#include "texts/StatusPresentation.h"
+
+#include "briefing/MeetingSelection.h"
+#include "texts/SingleLine.h"
+#include "platform/UrlOpener.h"
+#include "texts/Formatters.h"
+#include "texts/TextShortening.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+const QString separator = u" · "_s;
+constexpr std::size_t menuTitleCharacters = 48;
+
+std::optional<BriefEvent> labelMeeting(const std::optional<Briefing>& lastGood, Instant now) {
+    return lastGood ? MenuBarLabel::meeting(*lastGood, now) : std::nullopt;
+}
+
+/// The tooltip's first line: what the label shows, in full.
+QString headline(const StatusInputs& inputs, const MenuBarLabel::Mode& mode) {
+    if (const auto meeting = labelMeeting(inputs.lastGood, inputs.now))
+        return singleLine(meeting->title).trimmed();
+    const auto plain = [](qint64 number) { return QString::number(number); };
+    if (const auto* habits = std::get_if<MenuBarLabel::Habits>(&mode))
+        return u"%1 of %2 habits done"_s.arg(plain(habits->done), plain(habits->total));
+    if (const auto* focus = std::get_if<MenuBarLabel::Focus>(&mode))
+        return Formatters::percent(focus->share) + u" focus"_s;
+    if (const auto* chores = std::get_if<MenuBarLabel::Chores>(&mode))
+        return (chores->count == 1 ? u"%1 chore due"_s : u"%1 chores due"_s)
+            .arg(plain(chores->count));
+    return u"Lumora"_s;
+}
+
+QString clockText(const StatusInputs& inputs, Instant instant) {
+    return Formatters::clock(instant, inputs.timeZone, inputs.locale);
+}
+
+/// When and where the meeting is, e.g. "In 12m, at 9:05 am · Room 4".
+QString timing(const StatusInputs& inputs, const BriefEvent& meeting) {
+    QString text;
+    if (*meeting.start > inputs.now) {
+        const QString left = Formatters::countdown(*meeting.start, inputs.now);
+        text = (left == u"now" ? u"Now"_s : u"In "_s + left) + u", at "_s +
+               clockText(inputs, *meeting.start);
+    } else if (meeting.end) {
+        text = u"Until "_s + clockText(inputs, *meeting.end);
+    }
+    const QString place = singleLine(meeting.location.value_or(QString())).trimmed();
+    if (!place.isEmpty())
+        text += (text.isEmpty() ? QString() : separator) + place;
+    return text;
+}
+
+/// How old the data is, and what went wrong since.
+QStringList freshness(const StatusInputs& inputs) {
+    QStringList lines;
+    if (inputs.lastUpdated)
+        lines += u"Updated "_s + Formatters::relative(*inputs.lastUpdated, inputs.now);
+    else if (!inputs.state.isFailed())
+        lines += u"Loading…"_s;
+    if (inputs.state.isFailed())
+        lines += inputs.state.failureMessage();
+    return lines;
+}
+
+QString toolTipBody(const StatusInputs& inputs) {
+    QStringList lines;
+    if (const auto meeting = labelMeeting(inputs.lastGood, inputs.now)) {
+        lines += timing(inputs, *meeting);
+    } else if (const auto next = offeredMeeting(inputs.lastGood, inputs.now)) {
+        lines += u"Next: "_s + singleLine(next->title).trimmed();
+        lines += timing(inputs, *next);
+    }
+    lines += freshness(inputs);
+    return lines.join(u'\n');
+}
+
+StatusMenuRow action(const QString& command, const QString& label) {
+    return {StatusMenuRow::Kind::Action, command, label};
+}
+
+StatusMenuRow rule() {
+    return {StatusMenuRow::Kind::Separator, {}, {}};
+}
+
+QList<StatusMenuRow> meetingRows(const StatusInputs& inputs) {
+    const auto meeting = offeredMeeting(inputs.lastGood, inputs.now);
+    if (!meeting)
+        return {};
+    // A menu is as wide as its widest row.
+    const QString title = shortened(singleLine(meeting->title), menuTitleCharacters);
+    const QString when = clockText(inputs, *meeting->start);
+    QList<StatusMenuRow> rows{{StatusMenuRow::Kind::Text, {}, when + separator + title}};
+    if (joinUrl(*meeting))
+        rows += action(StatusCommands::join, u"Join "_s + title);
+    rows += rule();
+    return rows;
+}
+
+QList<StatusMenuRow> menu(const StatusInputs& inputs) {
+    QList<StatusMenuRow> rows{action(StatusCommands::open, u"Open Lumora"_s), rule()};
+    rows += meetingRows(inputs);
+    rows += action(StatusCommands::refresh, u"Refresh"_s);
+    rows += action(StatusCommands::settings, u"Settings"_s);
+    rows += rule();
+    rows += action(StatusCommands::quit, u"Quit"_s);
+    return rows;
+}
+
+} // namespace
+
+std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood, Instant now) {
+    if (auto meeting = labelMeeting(lastGood, now))
+        return meeting;
+    return lastGood ? nextMeeting(*lastGood, now, backgroundThreshold) : std::nullopt;
+}
+
+std::optional<QUrl> joinUrl(const BriefEvent& meeting) {
+    return meeting.meetingUrl ? safeLink(*meeting.meetingUrl) : std::nullopt;
+}
+
+StatusItemContent statusItemContent(const StatusInputs& inputs) {
+    const auto mode =
+        MenuBarLabel::mode(inputs.lastGood, inputs.state, inputs.now, inputs.menuBarAmbient);
+    auto text = MenuBarLabel::text(mode);
+    // A title may hold line breaks; the status area and the bars that read it have one line.
+    if (text)
+        text = singleLine(*text);
+    // A meeting may lack a title, and a place for text must not be taken by none.
+    if (text && text->isEmpty())
+        text.reset();
+    return {
+        .symbol = MenuBarLabel::iconName(mode),
+        .text = text,
+        .title = text ? u"Lumora: "_s + *text : u"Lumora"_s,
+        .toolTipTitle = headline(inputs, mode),
+        .toolTipBody = toolTipBody(inputs),
+        .menu = menu(inputs),
+    };
+}
+
+} // namespace lumora

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "briefing/LoadState.h"
+#include "platform/StatusItem.h"
+#include "texts/MenuBarLabel.h"
+
+#include <QLocale>
+#include <QTimeZone>
+#include <QUrl>
+
+namespace lumora {
+
+/// What the status item is made from.
+struct StatusInputs {
+    const std::optional<Briefing>& lastGood;
+    const LoadState& state;
+    std::optional<Instant> lastUpdated; ///< when `lastGood` was stored
+    QString menuBarAmbient;             ///< the preference's text
+    Instant now;
+    QTimeZone timeZone = QTimeZone::systemTimeZone();
+    QLocale locale = QLocale::system();
+};
+
+/// The commands that the status item's menu reports.
+namespace StatusCommands {
+inline const QString open = QStringLiteral("open");
+inline const QString join = QStringLiteral("join");
+inline const QString refresh = QStringLiteral("refresh");
+inline const QString settings = QStringLiteral("settings");
+inline const QString quit = QStringLiteral("quit");
+} // namespace StatusCommands
+
+/// Everything the status area shows: the label, a tooltip that says in full what the label
+/// shortens, and the menu for desktops that open one on a click.
+StatusItemContent statusItemContent(const StatusInputs& inputs);
+
+/// The meeting that the menu offers to join: the label's while it shows one, else the next.
+std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood, Instant now);
+
+/// Where the meeting is joined; absent without a link, or when the link does not parse or is not
+/// safe to open.
+std::optional<QUrl> joinUrl(const BriefEvent& meeting);
+
+} // namespace lumora

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "briefing/Instant.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace lumora {
+
+/// What the status item shows and the state behind it, for other programs.
+struct StatusReport {
+    QString mode;                   ///< name of the label's mode, e.g. "countdown"
+    QString symbol;                 ///< symbol name
+    std::optional<QString> text;    ///< the label's text
+    QString tooltip;                ///< plain text, lines separated by "\n"
+    QString state;                  ///< "idle", "loading", "loaded" or "failed"
+    std::optional<QString> message; ///< why the last fetch failed
+    std::optional<Instant> lastUpdated;
+    QStringList pending; ///< keys of the actions in flight, sorted
+    std::optional<QString> actionError;
+
+    /// One JSON object on one line, without a line break; absent values are null, instants are
+    /// ISO 8601 in UTC.
+    QByteArray toJson() const;
+};
+
+} // namespace lumora

@@ -1,0 +1,147 @@
+#include "ui/panel/BriefingView.h"
+
+#include "platform/AppStorageBacked.h"
+#include "ui/panel/ActionRows.h"
+#include "ui/panel/CollapsibleSection.h"
+#include "ui/panel/ErrorBanner.h"
+#include "ui/panel/EventsBody.h"
+#include "ui/theme/PanelMetrics.h"
+#include "texts/PanelTexts.h"
+#include "ui/panel/RowContents.h"
+#include "ui/panel/SpendingSection.h"
+#include "texts/SpendingTexts.h"
+
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+constexpr int spacing = 12;
+constexpr QMargins padding{
+    PanelMetrics::padding - PanelMetrics::rowReach, 10,
+    PanelMetrics::padding - PanelMetrics::rowReach, 10};
+
+const QString eventsKey = u"section.collapsed.events"_s;
+const QString habitsKey = u"section.collapsed.habits"_s;
+const QString choresKey = u"section.collapsed.chores"_s;
+const QString spendingKey = u"section.collapsed.spending"_s;
+const QString spendingAction = u"spending"_s;
+
+} // namespace
+
+BriefingView::BriefingView(const Surroundings& surroundings, QWidget* parent)
+    : QWidget(parent)
+    , m_with(surroundings)
+    , m_failure(new ErrorBanner(m_with.themes, this))
+    , m_actionError(new ErrorBanner(m_with.themes, this))
+    , m_eventsBody(new EventsBody(m_with.themes))
+    , m_habitRows(new ActionRows(m_with.themes))
+    , m_choreRows(new ActionRows(m_with.themes))
+    , m_spendingBody(new SpendingSection(m_with.themes))
+    , m_layout(new QVBoxLayout(this))
+    , m_now(m_with.clock.now()) {
+    m_layout->setContentsMargins(padding);
+    m_layout->setSpacing(spacing);
+    for (ErrorBanner* banner : {m_failure, m_actionError})
+        banner->setContentsMargins(PanelMetrics::besideRows);
+    m_layout->addWidget(m_failure);
+    m_layout->addWidget(m_actionError);
+    m_events = addSection(u"Next up"_s, u"calendar"_s, eventsKey, m_eventsBody);
+    m_habits = addSection(u"Habits"_s, u"flame"_s, habitsKey, m_habitRows);
+    m_chores = addSection(u"Chores due"_s, u"checklist"_s, choresKey, m_choreRows);
+    m_spending = addSection(u"Spending"_s, u"creditcard"_s, spendingKey, m_spendingBody);
+    m_focus = new PaintedRow(m_with.themes, PanelMetrics::besideRows, this);
+    m_layout->addWidget(m_focus);
+
+    connect(m_eventsBody, &EventsBody::joinRequested, this, &BriefingView::joinRequested);
+    connect(m_habitRows, &ActionRows::triggered, this, &BriefingView::habitToggled);
+    connect(m_choreRows, &ActionRows::triggered, this, &BriefingView::choreDone);
+    connect(m_spendingBody, &SpendingSection::revealRequested, this, [this] {
+        reveal(m_with.clock.now());
+    });
+    connect(
+        m_spendingBody, &SpendingSection::hideRequested, this, [this] { reveal(std::nullopt); });
+    connect(
+        m_spendingBody, &SpendingSection::refreshRequested, this,
+        &BriefingView::spendingRefreshRequested);
+    connect(&m_with.preferences, &Preferences::changed, this, &BriefingView::readFolding);
+    readFolding();
+}
+
+CollapsibleSection* BriefingView::addSection(
+    const QString& title, const QString& symbol, const QString& key, QWidget* body) {
+    auto* section = new CollapsibleSection(
+        m_with.themes, {.title = title, .systemImage = symbol, .badge = std::nullopt}, body, this);
+    connect(section, &CollapsibleSection::toggled, this, [this, section, key](bool collapsed) {
+        section->setCollapsed(collapsed);
+        m_with.preferences.setValue(key, collapsed ? u"true"_s : u"false"_s);
+    });
+    m_layout->addWidget(section);
+    return section;
+}
+
+void BriefingView::readFolding() {
+    const auto isCollapsed = [this](const QString& key) {
+        return AppStorageBacked(m_with.preferences, key, false).wrappedValue();
+    };
+    m_events->setCollapsed(isCollapsed(eventsKey));
+    m_habits->setCollapsed(isCollapsed(habitsKey));
+    m_chores->setCollapsed(isCollapsed(choresKey));
+    m_spending->setCollapsed(isCollapsed(spendingKey));
+}
+
+void BriefingView::render(const PanelValues& values) {
+    const Briefing& briefing = *values.lastGood;
+    m_failure->setMessage(values.state.failureMessage());
+    m_actionError->setMessage(values.actionError.value_or(QString()));
+
+    const auto upcoming = PanelTexts::upcomingEvents(briefing, values.now);
+    m_events->setSummary(PanelTexts::eventsSummary(briefing, upcoming));
+    m_eventsBody->render(briefing, upcoming, values.now);
+
+    m_habits->setVisible(!briefing.habits.items.empty());
+    m_habits->setSummary(PanelTexts::habitsSummary(briefing.habits));
+    m_habitRows->render(habitRows(briefing.habits), values.pending);
+
+    m_chores->setVisible(!briefing.chores.top.empty());
+    m_chores->setSummary(PanelTexts::choresSummary(briefing.chores));
+    m_choreRows->render(choreRows(briefing.chores), values.pending);
+
+    m_spendingFigures = briefing.spending;
+    m_spendingPending = values.pending.contains(spendingAction);
+    renderSpending();
+
+    m_focus->setSpokenContent(focusRow(briefing));
+}
+
+void BriefingView::tick(Instant now) {
+    m_now = now;
+    renderSpending();
+}
+
+void BriefingView::reveal(std::optional<Instant> at) {
+    m_revealedAt = at;
+    renderSpending();
+}
+
+void BriefingView::renderSpending() {
+    m_spending->setVisible(m_spendingFigures.has_value());
+    const bool revealed = m_spendingFigures && SpendingTexts::isRevealed(m_revealedAt, m_now);
+    if (revealed)
+        m_spendingBody->showRevealed(*m_spendingFigures, m_spendingPending);
+    else
+        m_spendingBody->showHidden();
+    // One that has ended does not come back when the clock is set back.
+    if (!revealed)
+        m_revealedAt.reset();
+    // Figures that are gone leave no digest behind either.
+    m_spending->setSummary(
+        m_spendingFigures
+            ? std::optional(SpendingTexts::summary(*m_spendingFigures, revealed, QLocale::system()))
+            : std::nullopt);
+}
+
+} // namespace lumora

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ui/theme/ThemeSource.h"
+
+#include <QAccessible>
+#include <QWidget>
+
+namespace lumora {
+
+/// A warning triangle and a message, which wraps rather than being cut: it is the only place where
+/// the user learns what went wrong. Announced to screen readers when its message changes.
+class ErrorBanner : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `themes` must outlive the banner.
+    explicit ErrorBanner(const ThemeSource& themes, QWidget* parent = nullptr);
+
+    /// Shows `message`; an empty one hides the banner.
+    void setMessage(const QString& message);
+
+    const QString& message() const { return m_message; }
+
+    bool hasHeightForWidth() const override { return true; }
+
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void tell(QAccessible::Event what);
+    QRectF textRect(double width) const;
+
+    const ThemeSource& m_themes;
+    QString m_message;
+};
+
+} // namespace lumora

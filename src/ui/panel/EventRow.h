@@ -1,0 +1,37 @@
+#pragma once
+
+#include "briefing/Briefing.h"
+#include "ui/rows/PaintedRow.h"
+
+#include <QUrl>
+#include <QWidget>
+
+namespace lumora {
+
+class RowButton;
+
+/// One of today's events. Only its join button can be pressed.
+class EventRow : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `themes` must outlive the row.
+    explicit EventRow(const ThemeSource& themes, QWidget* parent = nullptr);
+
+    /// Shows `event` with its time as text; `isNext` marks the next meeting.
+    void render(const BriefEvent& event, const QString& timeLabel, bool isNext);
+
+    PaintedRow* texts() const { return m_texts; }
+
+    RowButton* joinButton() const { return m_join; }
+
+Q_SIGNALS:
+    void joinRequested(const QUrl& url);
+
+private:
+    PaintedRow* m_texts;
+    RowButton* m_join;
+    QUrl m_url;
+};
+
+} // namespace lumora

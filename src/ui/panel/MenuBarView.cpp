@@ -1,0 +1,153 @@
+#include "ui/panel/MenuBarView.h"
+
+#include "ui/panel/CaptureField.h"
+#include "ui/panel/Divider.h"
+#include "ui/access/FocusRing.h"
+#include "texts/Formatters.h"
+#include "ui/rows/PaintedRow.h"
+#include "ui/panel/PanelFooter.h"
+#include "ui/panel/PanelPlaceholder.h"
+#include "ui/access/ReadingOrder.h"
+#include "ui/panel/RowContents.h"
+#include "ui/rows/WidgetTexts.h"
+
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+constexpr QMargins headerPadding{12, 10, 12, 10};
+const QString captureAction = u"capture"_s;
+
+bool canTakeFocus(const QWidget& leaf) {
+    return leaf.isVisible() && leaf.isEnabled() && !isDecoration(leaf);
+}
+
+bool isTabStop(const QWidget& leaf) {
+    return canTakeFocus(leaf) && (leaf.focusPolicy() & Qt::TabFocus);
+}
+
+/// The first of `leaves` that is `wanted`, going from the one after `from` by `step`.
+QWidget*
+findStop(const QWidgetList& leaves, qsizetype from, int step, bool (*wanted)(const QWidget&)) {
+    for (qsizetype i = from + step; i >= 0 && i < leaves.size(); i += step) {
+        if (wanted(*leaves.at(i)))
+            return leaves.at(i);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget* parent)
+    : QWidget(parent)
+    , m_header(new PaintedRow(surroundings.themes, headerPadding, this))
+    , m_placeholder(new PanelPlaceholder(surroundings.themes, this))
+    , m_briefing(new BriefingView(surroundings, this))
+    , m_capture(new CaptureField(surroundings.themes, surroundings.clock, this))
+    , m_footer(new PanelFooter(surroundings.themes, this))
+    , m_ring(new FocusRing(surroundings.themes, this)) {
+    setFixedWidth(panelWidth);
+    // Where the keyboard is when the panel opens: nothing happens there, and it is read first.
+    m_header->setFocusPolicy(Qt::TabFocus);
+    setFocusProxy(m_header);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(m_header);
+    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(m_placeholder);
+    layout->addWidget(m_briefing);
+    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(m_capture);
+    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(m_footer);
+    m_briefing->hide();
+    m_ring->raise();
+}
+
+void MenuBarView::render(const PanelValues& values) {
+    const QString age =
+        values.lastUpdated ? Formatters::relative(*values.lastUpdated, values.now) : QString();
+    m_header->setContent(headerRow(age));
+    setSpokenName(*m_header, age.isEmpty() ? u"Today"_s : u"Today, updated "_s + age);
+
+    const bool hasBriefing = values.lastGood.has_value();
+    if (hasBriefing)
+        m_briefing->render(values);
+    else
+        m_placeholder->render(values.state, values.isConfigured);
+    m_briefing->setVisible(hasBriefing);
+    m_placeholder->setVisible(!hasBriefing);
+
+    m_capture->setPending(values.pending.contains(captureAction));
+    m_footer->setDashboardAvailable(values.hasDashboard);
+}
+
+QSize MenuBarView::sizeHint() const {
+    // Only a banner's height depends on the width; without one the layout has no such height.
+    const bool wraps = layout()->hasHeightForWidth();
+    return {
+        panelWidth, wraps ? layout()->heightForWidth(panelWidth) : layout()->sizeHint().height()};
+}
+
+bool MenuBarView::focusNextPrevChild(bool next) {
+    const QWidgetList leaves = leavesInReadingOrder(*this);
+    const qsizetype current = leaves.indexOf(window()->focusWidget());
+    const int step = next ? 1 : -1;
+    const qsizetype outside = next ? -1 : leaves.size();
+    QWidget* stop = findStop(leaves, current < 0 ? outside : current, step, isTabStop);
+    if (!stop)
+        stop = findStop(leaves, outside, step, isTabStop);
+    if (!stop)
+        return false;
+    if (current >= 0 && !canTakeFocus(*leaves.at(current)))
+        stop->setFocus(Qt::OtherFocusReason); // what had the keyboard went away by itself
+    else
+        takeFocus(*stop, next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+void MenuBarView::takeFocus(QWidget& stop, Qt::FocusReason reason) {
+    window()->setAttribute(Qt::WA_KeyboardFocusChange);
+    stop.setFocus(reason);
+    m_ring->follow(); // also where the keyboard was there already, unmarked
+}
+
+void MenuBarView::keyPressEvent(QKeyEvent* event) {
+    const QWidgetList leaves = leavesInReadingOrder(*this);
+    const qsizetype current = leaves.indexOf(window()->focusWidget());
+    const qsizetype beyond = leaves.size();
+    QWidget* stop = nullptr;
+    switch (event->key()) {
+    case Qt::Key_Down:
+    case Qt::Key_Right:
+        stop = findStop(leaves, current, 1, canTakeFocus);
+        break;
+    case Qt::Key_Up:
+    case Qt::Key_Left:
+        stop = findStop(leaves, current < 0 ? beyond : current, -1, canTakeFocus);
+        break;
+    case Qt::Key_Home:
+        stop = findStop(leaves, -1, 1, canTakeFocus);
+        break;
+    case Qt::Key_End:
+        stop = findStop(leaves, beyond, -1, canTakeFocus);
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (stop)
+        takeFocus(*stop, Qt::OtherFocusReason);
+}
+
+void MenuBarView::tick(Instant now) {
+    m_briefing->tick(now);
+}
+
+} // namespace lumora

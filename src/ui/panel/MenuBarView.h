@@ -1,0 +1,55 @@
+#pragma once
+
+#include "ui/panel/BriefingView.h"
+
+namespace lumora {
+
+class CaptureField;
+class FocusRing;
+class PanelFooter;
+class PanelPlaceholder;
+
+/// The drop-down panel's content: header, briefing or placeholder, capture field, footer. It shows
+/// the values it is given and reports what the user wants; it knows nothing of where it is shown.
+class MenuBarView : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The panel's width in points.
+    static constexpr int panelWidth = 320;
+
+    explicit MenuBarView(const BriefingView::Surroundings& surroundings, QWidget* parent = nullptr);
+
+    /// Shows `values`; what did not change is not touched.
+    void render(const PanelValues& values);
+
+    /// Lets time pass for what hides itself again.
+    void tick(Instant now);
+
+    QSize sizeHint() const override;
+
+    BriefingView* briefing() const { return m_briefing; }
+
+    CaptureField* capture() const { return m_capture; }
+
+    PanelFooter* footer() const { return m_footer; }
+
+protected:
+    /// Tab goes through the panel in reading order, round and round.
+    bool focusNextPrevChild(bool next) override;
+
+    /// The arrow keys, Home and End go to everything that is read, also where Tab passes by.
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void takeFocus(QWidget& stop, Qt::FocusReason reason);
+
+    PaintedRow* m_header;
+    PanelPlaceholder* m_placeholder;
+    BriefingView* m_briefing;
+    CaptureField* m_capture;
+    PanelFooter* m_footer;
+    FocusRing* m_ring;
+};
+
+} // namespace lumora

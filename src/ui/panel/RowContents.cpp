@@ -1,0 +1,139 @@
+#include "ui/panel/RowContents.h"
+
+#include "texts/Formatters.h"
+#include "texts/PanelTexts.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+constexpr double timeColumn = 58;
+
+constexpr TextStyle caption(ColorRole color = ColorRole::Secondary) {
+    return {.role = TextRole::Caption, .color = color};
+}
+
+/// A symbol and a text that belong together, closer than two items of their row.
+void appendLabel(
+    std::vector<RowItem>& items, const QString& symbol, const QString& text,
+    const TextStyle& style) {
+    items.push_back(RowItem::makeSymbol(symbol, style));
+    items.back().gapAfter = 4;
+    items.push_back(RowItem::text(text, style));
+}
+
+} // namespace
+
+RowContent captionRow(const QString& text) {
+    return {.items = {RowItem::shrinkingText(text, caption())}};
+}
+
+RowContent calloutRow(const QString& text) {
+    return {.items = {RowItem::shrinkingText(text, {.color = ColorRole::Secondary})}};
+}
+
+RowContent headerRow(const QString& age) {
+    RowContent row{
+        .items = {
+            RowItem::text(u"Today"_s, {.role = TextRole::Headline}),
+            RowItem::space(),
+        }};
+    if (!age.isEmpty())
+        row.items.push_back(RowItem::text(age, caption()));
+    return row;
+}
+
+RowContent sectionHeaderRow(
+    const QString& title, const QString& symbol, std::optional<qint64> badge,
+    const std::optional<QString>& summary, double rotation) {
+    TextStyle titleStyle = caption();
+    titleStyle.weight = QFont::DemiBold;
+    RowContent row{
+        .items = {
+            RowItem::makeSymbol(symbol, caption()),
+            RowItem::text(title.toUpper(), titleStyle),
+        }};
+    if (badge)
+        row.items.push_back(RowItem::badge(QString::number(*badge)));
+    row.items.push_back(RowItem::space());
+    if (summary)
+        row.items.push_back(RowItem::shrinkingText(*summary, caption()));
+    row.items.push_back(RowItem::makeSymbol(
+        u"chevron.down"_s, {.role = TextRole::Caption2, .color = ColorRole::Tertiary}));
+    row.items.back().rotation = rotation;
+    return row;
+}
+
+RowContent eventRow(const BriefEvent& event, const QString& timeLabel, bool isNext) {
+    const ColorRole timeColor = isNext ? ColorRole::Primary : ColorRole::Secondary;
+    RowItem time = RowItem::text(
+        timeLabel, {.role = TextRole::Caption, .color = timeColor, .equalWidthDigits = true});
+    time.width = timeColumn;
+    RowItem what =
+        RowItem::shrinkingText(event.title, {.weight = isNext ? QFont::DemiBold : QFont::Normal});
+    if (event.location && !event.location->isEmpty())
+        what.lines.push_back(
+            {*event.location, {.role = TextRole::Caption2, .color = ColorRole::Secondary}});
+    return {
+        .items = {time, what, RowItem::space()},
+        .spacing = 8,
+        .alignment = RowContent::Alignment::FirstBaseline,
+    };
+}
+
+RowContent habitRow(const Habit& habit) {
+    const TextStyle doneStyle{.color = ColorRole::Green};
+    const TextStyle openStyle{.color = ColorRole::Secondary};
+    const TextStyle nameStyle{
+        .color = habit.done ? ColorRole::Secondary : ColorRole::Primary,
+        .struckThrough = habit.done,
+    };
+    RowContent row{
+        .items = {
+            habit.done ? RowItem::makeSymbol(u"checkmark.circle.fill"_s, doneStyle)
+                       : RowItem::makeSymbol(u"circle"_s, openStyle),
+            RowItem::shrinkingText(habit.name, nameStyle),
+            RowItem::space(),
+        }};
+    if (const auto count = PanelTexts::countLabel(habit)) {
+        TextStyle countStyle = caption();
+        countStyle.equalWidthDigits = true;
+        row.items.push_back(RowItem::text(*count, countStyle));
+    }
+    if (const auto streak = PanelTexts::streakLabel(habit))
+        row.items.push_back(RowItem::text(*streak, caption()));
+    return row;
+}
+
+RowContent choreRow(const Chore& chore) {
+    const ColorRole overdueColor =
+        PanelTexts::isOverdue(chore) ? ColorRole::Orange : ColorRole::Secondary;
+    return {
+        .items = {
+            RowItem::makeSymbol(u"circle"_s, {.color = ColorRole::Secondary}),
+            RowItem::shrinkingText(chore.name, {}),
+            RowItem::space(),
+            RowItem::text(PanelTexts::overdueLabel(chore), caption(overdueColor)),
+        }};
+}
+
+RowContent focusRow(const Briefing& briefing) {
+    RowContent row{.items = {}, .spacing = 16};
+    const Habits& habits = briefing.habits;
+    if (habits.total >= 1) {
+        const bool allDone = habits.done == habits.total;
+        appendLabel(
+            row.items, u"flame"_s, PanelTexts::habitsSummary(habits),
+            caption(allDone ? ColorRole::Green : ColorRole::Secondary));
+    }
+    if (const auto share = briefing.focus.productiveShare)
+        appendLabel(
+            row.items, u"brain.head.profile"_s, Formatters::percent(*share) + u" focus"_s,
+            caption());
+    row.items.push_back(RowItem::space());
+    return row;
+}
+
+} // namespace lumora

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "briefing/Briefing.h"
+#include "ui/rows/RowItem.h"
+
+namespace lumora {
+
+/// A text in the caption size and the secondary colour.
+RowContent captionRow(const QString& text);
+
+/// A text in the callout size and the secondary colour.
+RowContent calloutRow(const QString& text);
+
+/// "Today" and how old the data is; `age` is empty before the first success.
+RowContent headerRow(const QString& age);
+
+/// A section's header. `summary` is shown only while folded; `rotation` is the chevron's, degrees.
+RowContent sectionHeaderRow(
+    const QString& title, const QString& symbol, std::optional<qint64> badge,
+    const std::optional<QString>& summary, double rotation);
+
+/// An event's time, title and place; the join button is not part of it.
+RowContent eventRow(const BriefEvent& event, const QString& timeLabel, bool isNext);
+
+RowContent habitRow(const Habit& habit);
+RowContent choreRow(const Chore& chore);
+
+/// Habit progress and focus share on one line; empty when there is neither.
+RowContent focusRow(const Briefing& briefing);
+
+} // namespace lumora

@@ -1,0 +1,91 @@
+#include "ui/panel/SpendingFigures.h"
+
+#include "ui/rows/RowButton.h"
+#include "ui/panel/SpendingRows.h"
+
+#include <QHBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+constexpr int spacing = 6;
+
+RowContent symbolRow(const QString& symbol, ColorRole color) {
+    return {.items = {RowItem::makeSymbol(symbol, {.color = color})}};
+}
+
+} // namespace
+
+SpendingFigures::SpendingFigures(const ThemeSource& themes, QWidget* parent)
+    : QWidget(parent)
+    , m_themes(themes)
+    , m_total(new PaintedRow(themes, {}, this))
+    , m_refresh(new RowButton(themes, {}, RowButton::Highlight::None, this))
+    , m_hide(new RowButton(themes, {}, RowButton::Highlight::None, this))
+    , m_pace(new PaintedRow(themes, {}, this))
+    , m_asOf(new PaintedRow(themes, {}, this))
+    , m_column(new QVBoxLayout)
+    , m_buckets(*m_column)
+    , m_spinner(themes, this) {
+    auto* header = new QHBoxLayout;
+    header->setSpacing(spacing);
+    header->addWidget(m_total, 1);
+    header->addWidget(m_refresh);
+    header->addWidget(m_hide);
+    m_column->setSpacing(spacing);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(spacing);
+    layout->addLayout(header);
+    layout->addWidget(m_pace);
+    layout->addLayout(m_column);
+    layout->addWidget(m_asOf);
+    setFocusProxy(m_hide);
+
+    m_refresh->setToolTip(u"Re-pull transactions from your banks"_s);
+    m_refresh->setAccessibleName(u"Refresh spending"_s);
+    m_hide->setContent(symbolRow(u"eye.slash"_s, ColorRole::Secondary));
+    m_hide->setToolTip(u"Hide again"_s);
+    m_hide->setAccessibleName(u"Hide again"_s);
+    m_asOf->setToolTip(u"The daily rollup hasn't run today — hit refresh for current figures"_s);
+    renderRefresh();
+
+    connect(m_refresh, &QAbstractButton::clicked, this, &SpendingFigures::refreshRequested);
+    connect(m_hide, &QAbstractButton::clicked, this, &SpendingFigures::hideRequested);
+    connect(&m_spinner, &QVariantAnimation::valueChanged, this, &SpendingFigures::renderRefresh);
+}
+
+void SpendingFigures::render(const Spending& spending, bool refreshing) {
+    const QLocale locale = QLocale::system();
+    m_total->setSpokenContent(spendingTotalRow(spending, locale));
+    m_pace->setSpokenContent(spendingPaceRow(spending));
+    m_asOf->setSpokenContent(spendingAsOfRow(spending));
+    m_asOf->setVisible(spending.stale);
+    m_buckets.reconcile(
+        spending.top, [](const Bucket& bucket) { return bucket.bucket; },
+        [this] { return new PaintedRow(m_themes, {}, this); },
+        [&](PaintedRow& row, const Bucket& bucket) {
+            row.setSpokenContent(bucketRow(bucket, locale));
+        });
+    showRefreshing(refreshing);
+}
+
+void SpendingFigures::showRefreshing(bool refreshing) {
+    m_refreshing = refreshing;
+    m_refresh->setEnabled(!refreshing);
+    m_refresh->setBusy(refreshing);
+    m_spinner.setRunning(refreshing);
+    renderRefresh();
+}
+
+void SpendingFigures::renderRefresh() {
+    if (m_refreshing)
+        m_refresh->setContent({.items = {RowItem::spinner(m_spinner.rotation())}});
+    else
+        m_refresh->setContent(symbolRow(u"arrow.clockwise"_s, ColorRole::Primary));
+}
+
+} // namespace lumora

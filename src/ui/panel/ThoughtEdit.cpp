@@ -1,0 +1,79 @@
+#include "ui/panel/ThoughtEdit.h"
+
+#include <QKeyEvent>
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+constexpr int mostLines = 4;
+
+// A text edit takes a line for seen only when there is room below it.
+constexpr int roomBelow = 1;
+
+} // namespace
+
+ThoughtEdit::ThoughtEdit(const ThemeSource& themes, QWidget* parent)
+    : QPlainTextEdit(parent)
+    , m_themes(themes) {
+    setPlaceholderText(u"Capture a thought…"_s);
+    setAccessibleName(u"Capture a thought"_s);
+    setFrameShape(NoFrame);
+    setTabChangesFocus(true);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    document()->setDocumentMargin(0);
+    viewport()->setAutoFillBackground(false);
+    setFocusPolicy(Qt::StrongFocus);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { updateGeometry(); });
+    connect(&m_themes, &ThemeSource::changed, this, &ThoughtEdit::applyTheme);
+    applyTheme();
+}
+
+void ThoughtEdit::applyTheme() {
+    const Theme& theme = m_themes.theme();
+    setFont(theme.font(TextRole::Callout));
+    QPalette colors = palette();
+    colors.setColor(QPalette::Base, Qt::transparent);
+    colors.setColor(QPalette::Text, theme.color(ColorRole::Primary));
+    colors.setColor(QPalette::PlaceholderText, theme.color(ColorRole::Secondary));
+    colors.setColor(QPalette::Highlight, theme.color(ColorRole::Accent));
+    setPalette(colors);
+    updateGeometry();
+}
+
+int ThoughtEdit::visibleLines() const {
+    int lines = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+        lines += std::max(1, block.layout()->lineCount());
+    return std::clamp(lines, 1, mostLines);
+}
+
+QSize ThoughtEdit::sizeHint() const {
+    return {0, visibleLines() * fontMetrics().lineSpacing() + roomBelow};
+}
+
+void ThoughtEdit::keyPressEvent(QKeyEvent* event) {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && !(event->modifiers() & Qt::ShiftModifier))
+        Q_EMIT submitted();
+    else if (event->key() == Qt::Key_Escape)
+        event->ignore(); // closes the panel
+    else
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+void ThoughtEdit::resizeEvent(QResizeEvent* event) {
+    QPlainTextEdit::resizeEvent(event);
+    if (event->oldSize().width() != event->size().width())
+        updateGeometry();
+}
+
+} // namespace lumora

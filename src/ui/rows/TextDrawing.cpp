@@ -1,0 +1,144 @@
+#include "ui/rows/TextDrawing.h"
+
+#include "texts/SingleLine.h"
+
+#include <QCache>
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QTextLayout>
+
+#include <algorithm>
+
+namespace lumora {
+
+namespace {
+
+QFont fontOf(const TextStyle& style, const Theme& theme) {
+    QFont font = theme.font(style.role, style.weight);
+    font.setStrikeOut(style.struckThrough);
+    return font;
+}
+
+/// A mark as the fonts shape it, with its width.
+struct PictureRun {
+    double width = 0;
+    QList<QGlyphRun> glyphs;
+};
+
+/// Whether `text` is a short mark with a picture in it, such as a streak's figure and flame.
+bool isPictorial(const QString& text) {
+    constexpr qsizetype most = 16;
+    const auto isPicture = [](QChar character) { return character.isSurrogate(); };
+    const auto isLetter = [](QChar character) { return character.isLetter(); };
+    return text.size() <= most && std::any_of(text.cbegin(), text.cend(), isPicture) &&
+           std::none_of(text.cbegin(), text.cend(), isLetter);
+}
+
+PictureRun shape(const QString& text, const QFont& font) {
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    layout.endLayout();
+    // Where the glyphs stand is counted from the line's top, and here from its baseline.
+    line.setPosition({0, -line.ascent()});
+    return {line.naturalTextWidth(), layout.glyphRuns()};
+}
+
+/// Fonts of colour pictures keep nothing: each time a text is measured or drawn they unpack the
+/// pictures in it, which takes longer than all else in a row. Only marks are kept here: what a
+/// person may want hidden, words and plain figures, is not.
+const PictureRun& pictureRun(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
+    constexpr qsizetype most = 64;
+    static QCache<QString, PictureRun> runs(most);
+    const QString key = font.key() + u' ' + QString::number(metrics.height()) + u'\n' + text;
+    if (PictureRun* known = runs.object(key))
+        return *known;
+    auto* made = new PictureRun(shape(text, font));
+    runs.insert(key, made); // one alone always fits
+    return *made;
+}
+
+double widthOf(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
+    return isPictorial(text) ? pictureRun(text, font, metrics).width
+                             : metrics.horizontalAdvance(text);
+}
+
+/// The cell that every digit stands in where digits have equal width.
+double digitCell(const QFontMetricsF& metrics) {
+    double widest = 0;
+    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+        widest = std::max(widest, metrics.horizontalAdvance(QChar(digit)));
+    return widest;
+}
+
+/// Calls `piece(text, width, isDigit)` for the parts of `line` that are placed on their own: each
+/// digit, and each run of anything else.
+template <typename Piece>
+void forEachPiece(
+    const TextLine& line, const QFont& font, const QFontMetricsF& metrics, Piece piece) {
+    const QString text = singleLine(line.text);
+    if (!line.style.equalWidthDigits) {
+        piece(text, widthOf(text, font, metrics), false);
+        return;
+    }
+    const double cell = digitCell(metrics);
+    for (qsizetype begin = 0; begin < text.size();) {
+        qsizetype end = begin + 1;
+        if (text[begin].isDigit()) {
+            piece(text.sliced(begin, 1), cell, true);
+        } else {
+            while (end < text.size() && !text[end].isDigit())
+                ++end;
+            const QString run = text.sliced(begin, end - begin);
+            piece(run, widthOf(run, font, metrics), false);
+        }
+        begin = end;
+    }
+}
+
+void drawPiece(
+    QPainter& painter, const QPointF& baseline, const QString& text, const QFont& font,
+    const QFontMetricsF& metrics) {
+    if (font.strikeOut() || !isPictorial(text)) {
+        painter.drawText(baseline, text);
+        return;
+    }
+    for (const QGlyphRun& glyphs : pictureRun(text, font, metrics).glyphs)
+        painter.drawGlyphRun(baseline, glyphs);
+}
+
+} // namespace
+
+double textWidth(const TextLine& line, const Theme& theme) {
+    const QFont font = fontOf(line.style, theme);
+    const QFontMetricsF metrics(font);
+    double width = 0;
+    forEachPiece(
+        line, font, metrics, [&](const QString&, double pieceWidth, bool) { width += pieceWidth; });
+    return width;
+}
+
+TextLine elidedLine(const TextLine& line, const Theme& theme, double width) {
+    if (textWidth(line, theme) <= width)
+        return line;
+    const QFontMetricsF metrics(fontOf(line.style, theme));
+    const QString text = singleLine(line.text);
+    return {metrics.elidedText(text, Qt::ElideRight, std::max(0.0, width)), line.style};
+}
+
+void drawText(
+    QPainter& painter, const QPointF& baseline, const TextLine& line, const Theme& theme) {
+    const QFont font = fontOf(line.style, theme);
+    const QFontMetricsF metrics(font);
+    painter.setFont(font);
+    painter.setPen(theme.color(line.style.color));
+    QPointF position = baseline;
+    forEachPiece(line, font, metrics, [&](const QString& text, double width, bool isDigit) {
+        const double inset = isDigit ? (width - metrics.horizontalAdvance(text)) / 2 : 0;
+        drawPiece(painter, position + QPointF(inset, 0), text, font, metrics);
+        position.rx() += width;
+    });
+}
+
+} // namespace lumora

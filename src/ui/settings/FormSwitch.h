@@ -1,0 +1,31 @@
+#pragma once
+
+#include "ui/theme/ThemeSource.h"
+
+#include <QCheckBox>
+
+namespace lumora {
+
+/// A setting that is on or off: its name in front and a switch behind. All of the row moves it.
+class FormSwitch : public QCheckBox {
+    Q_OBJECT
+
+public:
+    /// `themes` must outlive the switch.
+    FormSwitch(const ThemeSource& themes, const QString& text);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool hitButton(const QPoint& position) const override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void applyTheme();
+
+    const ThemeSource& m_themes;
+};
+
+} // namespace lumora

@@ -1,0 +1,198 @@
+#include "ui/settings/SettingsModel.h"
+
+#include "state/AppState.h"
+#include "platform/AppStorageBacked.h"
+#include "platform/LoginItemRegistry.h"
+#include "reminders/MeetingReminders.h"
+#include "platform/Preferences.h"
+#include "platform/SecretStore.h"
+#include "service/KeychainService.h"
+#include "service/LumoService.h"
+#include "state/LoginItemService.h"
+#include "texts/SettingsTexts.h"
+
+#include <QPointer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+const QString notifyKey = u"notifyBeforeMeetings"_s;
+const QString ambientKey = u"menuBarAmbient"_s;
+
+bool isEnabled(const LoginItemRegistry& registry) {
+    return registry.status() == LoginItemStatus::Enabled;
+}
+
+} // namespace
+
+SettingsModel::SettingsModel(const Collaborators& collaborators)
+    : m_with(collaborators)
+    , m_launchAtLogin(isEnabled(m_with.loginItems)) {
+    connect(&m_with.preferences, &Preferences::changed, this, &SettingsModel::announce);
+    connect(&m_with.secrets, &SecretStore::readable, this, &SettingsModel::becameReadable);
+}
+
+void SettingsModel::appear() {
+    m_shown = true;
+    m_token = m_with.keychain.getToken().value_or(QString());
+    m_tokenTouched = false;
+    lookAgain();
+}
+
+void SettingsModel::lookAgain() {
+    // Looking changes nothing: this is no move of the switch.
+    m_launchAtLogin = isEnabled(m_with.loginItems);
+    announce();
+}
+
+void SettingsModel::disappear() {
+    m_shown = false;
+    m_token.clear();
+}
+
+void SettingsModel::announce() {
+    if (m_shown)
+        Q_EMIT changed();
+}
+
+QString SettingsModel::endpointURL() const {
+    return m_with.state.endpointURL();
+}
+
+void SettingsModel::setEndpointURL(const QString& endpoint) {
+    if (endpoint != endpointURL())
+        m_with.state.setEndpointURL(endpoint);
+}
+
+void SettingsModel::setToken(const QString& token) {
+    if (token == m_token)
+        return;
+    m_token = token;
+    m_tokenTouched = true;
+    announce();
+}
+
+void SettingsModel::storeToken() {
+    const bool stored = m_with.keychain.setToken(m_token);
+    m_unsaved = stored ? std::nullopt : std::optional(m_token);
+}
+
+void SettingsModel::becameReadable() {
+    // A locked keyring has asked the user to unlock it, and they have.
+    if (m_unsaved) {
+        if (m_with.keychain.setToken(*m_unsaved))
+            m_unsaved.reset();
+    } else if (m_shown && !m_tokenTouched && m_token.isEmpty()) {
+        m_token = m_with.keychain.getToken().value_or(QString());
+        announce();
+    }
+}
+
+void SettingsModel::saveToken() {
+    storeToken();
+    m_testResult = savedResult();
+    announce();
+    // Later, so that the keyring's time and the refresh's do not add up to one wait.
+    QMetaObject::invokeMethod(
+        this, [this] { m_with.state.refresh(); }, Qt::QueuedConnection);
+}
+
+void SettingsModel::testConnection() {
+    if (m_testing)
+        return;
+    if (!m_token.isEmpty())
+        storeToken();
+    m_testing = true;
+    m_testResult.reset();
+    announce();
+    QMetaObject::invokeMethod(
+        this, [this] { runTest(); }, Qt::QueuedConnection);
+}
+
+QCoro::Task<> SettingsModel::runTest() {
+    const QPointer<SettingsModel> self(this);
+    const QString endpoint = m_with.state.endpointURL();
+    const auto fetched = co_await m_with.service.fetchBriefing(endpoint);
+    if (!self)
+        co_return;
+
+    m_testResult = fetched ? succeededResult(qsizetype(fetched->eventsToday.size()))
+                           : failedResult(fetched.error().errorDescription());
+    if (fetched) {
+        announce();
+        co_await m_with.state.refresh();
+        if (!self)
+            co_return;
+    }
+    m_testing = false;
+    announce();
+}
+
+qint64 SettingsModel::refreshMinutes() const {
+    return m_with.state.refreshMinutes();
+}
+
+void SettingsModel::setRefreshMinutes(qint64 minutes) {
+    if (minutes == refreshMinutes())
+        return;
+    m_with.state.setRefreshMinutes(minutes);
+    m_with.state.startPolling();
+    announce();
+}
+
+void SettingsModel::setLaunchAtLogin(bool enabled) {
+    if (enabled == m_launchAtLogin)
+        return;
+    m_launchAtLogin = enabled;
+    const auto done = LoginItemService(m_with.loginItems).setEnabled(enabled);
+    if (done) {
+        m_loginItemError.reset();
+        announce();
+        return;
+    }
+    m_loginItemError = done.error();
+    announce();
+    // Back to where things really stand. Where that moves the switch it is a change like any
+    // other: what is half registered goes, and an item that is fine takes its error along.
+    setLaunchAtLogin(isEnabled(m_with.loginItems));
+}
+
+std::optional<QString> SettingsModel::loginItemMessage() const {
+    return m_loginItemError ? m_loginItemError : loginItemHint(m_with.loginItems.status());
+}
+
+bool SettingsModel::notifyBeforeMeetings() const {
+    return AppStorageBacked(m_with.preferences, notifyKey, true).wrappedValue();
+}
+
+void SettingsModel::setNotifyBeforeMeetings(bool notify) {
+    if (notify == notifyBeforeMeetings())
+        return;
+    m_with.preferences.setValue(notifyKey, notify ? u"true"_s : u"false"_s);
+    announce();
+    applyNotifications();
+}
+
+QCoro::Task<> SettingsModel::applyNotifications() {
+    const QPointer<SettingsModel> self(this);
+    co_await m_with.reminders.requestAuthorization();
+    if (self)
+        co_await m_with.state.refresh();
+}
+
+MenuBarAmbient SettingsModel::menuBarAmbient() const {
+    return menuBarAmbientFromRaw(
+        AppStorageBacked(m_with.preferences, ambientKey, u"habits"_s).wrappedValue());
+}
+
+void SettingsModel::setMenuBarAmbient(MenuBarAmbient ambient) {
+    if (ambient == menuBarAmbient())
+        return;
+    m_with.preferences.setValue(ambientKey, rawValue(ambient));
+    announce();
+}
+
+} // namespace lumora

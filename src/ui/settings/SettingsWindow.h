@@ -1,0 +1,47 @@
+#pragma once
+
+#include "ui/theme/ThemeSource.h"
+
+#include <QWidget>
+
+namespace lumora {
+
+class PanelScroller;
+class SettingsModel;
+class SettingsView;
+
+/// The window with the settings: of one width, and as high as they are or as the screen allows.
+/// Escape closes it. While it is closed it holds no token and draws nothing.
+class SettingsWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The width in points.
+    static constexpr int contentWidth = 420;
+
+    /// `model` and `themes` must outlive the window.
+    SettingsWindow(SettingsModel& model, const ThemeSource& themes);
+
+    /// Opens the window, or brings it to the front. The token is the one that came with what the
+    /// user did; empty where there was none.
+    void open(const QByteArray& activationToken);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    bool event(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void refit();
+
+    SettingsModel& m_model;
+    const ThemeSource& m_themes;
+    SettingsView* m_view;
+    PanelScroller* m_scroller;
+};
+
+} // namespace lumora

@@ -1,0 +1,161 @@
+#include "ui/theme/Theme.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lumora {
+
+namespace {
+
+constexpr double readableText = 4.5;
+constexpr double readableSymbol = 3.0;
+
+constexpr double secondaryLight = 0.64;
+constexpr double secondaryDark = 0.64;
+constexpr double hover = 0.07;
+
+double sizeFactor(TextRole role) {
+    switch (role) {
+    case TextRole::Title3:
+        return 1.15;
+    case TextRole::Headline:
+    case TextRole::Body:
+        return 1.0;
+    case TextRole::Callout:
+        return 0.92;
+    case TextRole::Caption:
+    case TextRole::Caption2:
+        return 0.77;
+    }
+    Q_UNREACHABLE();
+}
+
+QColor withOpacity(QColor color, double opacity) {
+    color.setAlphaF(float(opacity));
+    return color;
+}
+
+double linear(double component) {
+    return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& color) {
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+QColor laidOver(const QColor& foreground, const QColor& background) {
+    const auto mixed = [alpha = foreground.alphaF()](float over, float under) {
+        return over * alpha + under * (1 - alpha);
+    };
+    return QColor::fromRgbF(
+        mixed(foreground.redF(), background.redF()),
+        mixed(foreground.greenF(), background.greenF()),
+        mixed(foreground.blueF(), background.blueF()));
+}
+
+/// Whether the primary colour at `opacity` can be read on `background`, also under the pointer.
+bool isReadable(const QColor& primary, double opacity, const QColor& background) {
+    const QColor hovered = laidOver(withOpacity(primary, hover), background);
+    return contrastRatio(withOpacity(primary, opacity), hovered) >= readableText;
+}
+
+/// `color`, moved towards `primary` until it can be read on `ground`.
+QColor madeReadable(const QColor& color, const QColor& primary, const QColor& ground) {
+    constexpr double step = 0.05;
+    QColor result = color;
+    for (double share = step; share < 1 && contrastRatio(result, ground) < readableText;
+         share += step)
+        result = laidOver(withOpacity(primary, share), color);
+    return result;
+}
+
+} // namespace
+
+double contrastRatio(const QColor& foreground, const QColor& background) {
+    const double a = luminance(laidOver(foreground, background));
+    const double b = luminance(background);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+Theme::Theme(ColorScheme scheme, const QFont& baseFont)
+    : m_scheme(scheme)
+    , m_baseFont(baseFont) {
+    const bool dark = scheme == ColorScheme::Dark;
+    m_background = dark ? QColor(0x26, 0x27, 0x2b) : QColor(0xfb, 0xfb, 0xfc);
+    m_primary = dark ? QColor(0xf2, 0xf2, 0xf4) : QColor(0x1d, 0x1d, 0x1f);
+    m_accent = dark ? QColor(0x6c, 0xb0, 0xff) : QColor(0x1f, 0x6f, 0xeb);
+    fitToBackground();
+}
+
+Theme::Theme(const QPalette& desktopPalette, const QFont& baseFont)
+    : Theme(
+          desktopPalette.color(QPalette::Window).lightnessF() < 0.5F ? ColorScheme::Dark
+                                                                     : ColorScheme::Light,
+          baseFont) {
+    const QColor background = desktopPalette.color(QPalette::Window);
+    const QColor text = desktopPalette.color(QPalette::WindowText);
+    // The secondary text has to stay readable too.
+    const bool dark = m_scheme == ColorScheme::Dark;
+    if (isReadable(text, dark ? secondaryDark : secondaryLight, background)) {
+        m_background = background;
+        m_primary = text;
+    }
+    const QColor accent = desktopPalette.color(QPalette::Highlight);
+    if (contrastRatio(accent, m_background) >= readableSymbol)
+        m_accent = accent;
+    fitToBackground();
+}
+
+void Theme::fitToBackground() {
+    const bool dark = m_scheme == ColorScheme::Dark;
+    const QColor orange = dark ? QColor(0xff, 0xb0, 0x57) : QColor(0xb5, 0x47, 0x08);
+    const QColor green = dark ? QColor(0x5f, 0xd3, 0x7a) : QColor(0x1a, 0x7f, 0x37);
+    // Orange texts stand in clickable rows, green ones do not.
+    const QColor hovered = laidOver(color(ColorRole::Hover), m_background);
+    m_orange = madeReadable(orange, m_primary, hovered);
+    m_green = madeReadable(green, m_primary, m_background);
+}
+
+QColor Theme::color(ColorRole role) const {
+    const bool dark = m_scheme == ColorScheme::Dark;
+    switch (role) {
+    case ColorRole::Background:
+        return m_background;
+    case ColorRole::Primary:
+        return m_primary;
+    case ColorRole::Secondary:
+        return primaryAt(secondaryLight, secondaryDark);
+    case ColorRole::Tertiary:
+        return primaryAt(0.40, 0.42);
+    case ColorRole::Quaternary:
+        return primaryAt(0.10, 0.14);
+    case ColorRole::Hover:
+        return primaryAt(hover, hover);
+    case ColorRole::Divider:
+        return dark ? withOpacity(Qt::white, 0.10) : withOpacity(Qt::black, 0.09);
+    case ColorRole::Accent:
+        return m_accent;
+    case ColorRole::Orange:
+        return m_orange;
+    case ColorRole::Green:
+        return m_green;
+    }
+    Q_UNREACHABLE();
+}
+
+QColor Theme::primaryAt(double light, double dark) const {
+    return withOpacity(m_primary, m_scheme == ColorScheme::Dark ? dark : light);
+}
+
+QFont Theme::font(TextRole role, QFont::Weight weight) const {
+    QFont font = m_baseFont;
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * sizeFactor(role));
+    else
+        font.setPixelSize(std::max(1, int(std::lround(font.pixelSize() * sizeFactor(role)))));
+    font.setWeight(role == TextRole::Headline ? QFont::Bold : weight);
+    return font;
+}
+
+} // namespace lumora

@@ -1,0 +1,257 @@
+#include "ui/window/PanelWindow.h"
+
+#include "ui/window/FrontWindow.h"
+#include "ui/window/PanelScroller.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int cornerRadius = 11;
+
+/// Between the panel and the edges of the work area, where it floats.
+constexpr int floatingGap = 4;
+
+/// A press on the status item may take the focus away first; its report arrives within this time.
+constexpr auto pressDelay = 300ms;
+
+QPainterPath outline(const QRect& panel) {
+    QPainterPath path;
+    path.addRoundedRect(panel, cornerRadius, cornerRadius);
+    return path;
+}
+
+/// Whether the window that is active now is a part of `window`: a menu or a dialog of its content.
+bool hasActivePart(const QWidget* window) {
+    if (QApplication::activePopupWidget())
+        return true;
+    const QWidget* active = QApplication::activeWindow();
+    while (active && active != window)
+        active = active->parentWidget();
+    return active != nullptr;
+}
+
+/// Layouts learn of changes through events, one level of nesting after the other; this lets all of
+/// them learn now.
+void settleLayouts() {
+    constexpr int deepestNesting = 12;
+    for (int level = 0; level < deepestNesting; ++level)
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+}
+
+} // namespace
+
+QList<PlacementScreen> desktopScreens() {
+    QList<PlacementScreen> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        screens.append({
+            .geometry = screen->geometry(),
+            .available = screen->availableGeometry(),
+            .scale = screen->devicePixelRatio(),
+        });
+    }
+    return screens;
+}
+
+PanelWindow::PanelWindow(QWidget* content, const Surroundings& surroundings)
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint)
+    , m_around(surroundings)
+    , m_scroller(new PanelScroller(surroundings.themes, content, this)) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    setWindowTitle(u"Lumora"_s);
+
+    connect(m_scroller, &PanelScroller::contentChanged, this, &PanelWindow::refit);
+    connect(&m_around.compositing, &Compositing::changed, this, &PanelWindow::refit);
+    connect(&m_around.themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
+    connect(qApp, &QGuiApplication::screenAdded, this, &PanelWindow::refit);
+    connect(qApp, &QGuiApplication::screenRemoved, this, &PanelWindow::refit);
+}
+
+void PanelWindow::toggle(const AnchorEvidence& evidence, const QByteArray& activationToken) {
+    if (isVisible()) {
+        hide();
+        return;
+    }
+    const Instant now = m_around.clock.now();
+    if (m_deactivated && now >= *m_deactivated && now - *m_deactivated < pressDelay)
+        return;
+    showAt(evidence, activationToken);
+}
+
+void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activationToken) {
+    m_deactivated.reset();
+    const bool opening = !isVisible();
+    if (opening)
+        Q_EMIT aboutToShow();
+
+    AnchorEvidence all = evidence;
+    if (m_lastGoodAnchor)
+        all.lastGood = m_lastGoodAnchor;
+    const auto anchor = chooseAnchor(all, m_around.screens());
+    if (anchor && anchor->known)
+        m_lastGoodAnchor = anchor->point;
+
+    settleLayouts();
+    m_asked = {};
+    arrange();
+    if (opening) {
+        followScreens();
+        m_scroller->verticalScrollBar()->setValue(0);
+        // Not the field that had it last: nobody wants to type into it unasked. Nor is anything
+        // marked before the user has touched a key.
+        setAttribute(Qt::WA_KeyboardFocusChange, false);
+        m_scroller->widget()->setFocus(Qt::ActiveWindowFocusReason);
+    }
+    bringToFront(*this, activationToken);
+    // Some layouts only settle once they are visible; nothing is painted before that.
+    settleLayouts();
+}
+
+void PanelWindow::followScreens() {
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        for (const auto changed : {&QScreen::geometryChanged, &QScreen::availableGeometryChanged})
+            connect(screen, changed, this, &PanelWindow::refit, Qt::UniqueConnection);
+    }
+}
+
+QRect PanelWindow::panelGeometry() const {
+    return m_panel.translated(mapToGlobal(QPoint()));
+}
+
+void PanelWindow::setVisible(bool visible) {
+    m_open = visible;
+    QWidget::setVisible(visible);
+}
+
+void PanelWindow::refit() {
+    if (isVisible())
+        arrange();
+}
+
+void PanelWindow::arrange() {
+    const int borders = 2 * borderWidth();
+    const QSize wanted(contentWidth + borders, m_scroller->contentHeight(contentWidth) + borders);
+    if (m_around.placesWindows)
+        arrangeAtBar(wanted);
+    else
+        arrangeAsWindow(wanted);
+}
+
+void PanelWindow::arrangeAtBar(const QSize& wanted) {
+    const auto screens = m_around.screens();
+    const auto anchor = chooseAnchor({.lastGood = m_lastGoodAnchor}, screens);
+    if (!anchor)
+        return;
+    const PlacementScreen& screen = screens.at(anchor->screen);
+    const int gap = hasShadow() ? floatingGap : 0;
+    const PanelPlacement placement = placePanel(anchor->point, screen, wanted, gap);
+
+    // Beyond the work area nobody would see the shadow, and window managers would push it back.
+    const QMargins margins = hasShadow() ? PanelShadow::margins() : QMargins();
+    const QRect window = placement.reach.marginsAdded(margins) & screen.available;
+    if (std::exchange(m_asked, window) != window)
+        setGeometry(window);
+    const QRect panel = placement.panel.translated(-window.topLeft());
+    setPanel(panel, wanted.height());
+    setMask(panel.marginsAdded(margins) & QRect(QPoint(), window.size()));
+}
+
+void PanelWindow::arrangeAsWindow(const QSize& wanted) {
+    const QRect room = screen()->availableGeometry();
+    setFixedSize(wanted.width(), std::min(wanted.height(), room.height()));
+    setPanel(rect(), wanted.height());
+}
+
+void PanelWindow::setPanel(const QRect& panel, int contentHeight) {
+    m_panel = panel;
+    const int border = borderWidth();
+    m_scroller->setGeometry(panel.adjusted(border, border, -border, -border));
+    // Only scrolled content comes near the corners.
+    if (isRounded() && contentHeight > panel.height())
+        m_scroller->setMask(outline(m_scroller->rect()).toFillPolygon().toPolygon());
+    else
+        m_scroller->clearMask();
+    update();
+}
+
+bool PanelWindow::event(QEvent* event) {
+    if (event->type() == QEvent::WindowDeactivate)
+        onDeactivated();
+    else if (event->type() == QEvent::UpdateRequest)
+        settleLayouts(); // nothing half laid out is ever painted
+    return QWidget::event(event);
+}
+
+void PanelWindow::onDeactivated() {
+    if (!m_open || hasActivePart(this))
+        return;
+    m_deactivated = m_around.clock.now();
+    hide();
+}
+
+void PanelWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        Q_EMIT hidden();
+}
+
+void PanelWindow::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        hide();
+        break;
+    case Qt::Key_PageUp:
+        m_scroller->scrollByPage(-1);
+        break;
+    case Qt::Key_PageDown:
+        m_scroller->scrollByPage(1);
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void PanelWindow::mousePressEvent(QMouseEvent* event) {
+    // The shadow belongs to the window, but not to what the user sees as the panel.
+    if (!m_panel.contains(event->position().toPoint()))
+        hide();
+}
+
+void PanelWindow::paintEvent(QPaintEvent*) {
+    const Theme& theme = m_around.themes.theme();
+    const QColor background = theme.color(ColorRole::Background);
+    QPainter painter(this);
+    if (!isRounded()) {
+        painter.fillRect(m_panel, background);
+        painter.setPen(theme.color(ColorRole::Tertiary));
+        painter.drawRect(m_panel.adjusted(0, 0, -1, -1));
+        return;
+    }
+    if (hasShadow())
+        m_shadow.paint(painter, m_panel, cornerRadius);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(outline(m_panel), background);
+}
+
+void PanelWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (!m_around.placesWindows)
+        setPanel(rect(), m_scroller->contentHeight(contentWidth));
+}
+
+} // namespace lumora

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Compositing.h"
+#include "ui/window/PanelPlacement.h"
+#include "ui/window/PanelShadow.h"
+#include "ui/theme/ThemeSource.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+namespace lumora {
+
+class PanelScroller;
+
+/// The monitors of the desktop, the first one first.
+QList<PlacementScreen> desktopScreens();
+
+/// The window that the panel's content drops down in. It stands against the bar with the status
+/// item, is as high as its content, and goes away when the user turns to something else.
+///
+/// The window itself covers all that the panel may ever need at its place and never moves or grows
+/// while it is open; what the panel leaves free is cut away. So no window manager takes part in a
+/// change of height, and the edge at the bar stands still. Where the program cannot place windows,
+/// it is an ordinary small window of the panel's size.
+class PanelWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The width of the content in points.
+    static constexpr int contentWidth = 320;
+
+    /// What the window depends on; all of it outlives the window.
+    struct Surroundings {
+        const ThemeSource& themes;
+        const Compositing& compositing;
+        const Clock& clock;
+        bool placesWindows = true; ///< whether windows appear where the program asks for
+        std::function<QList<PlacementScreen>()> screens = desktopScreens;
+    };
+
+    /// Takes `content`.
+    PanelWindow(QWidget* content, const Surroundings& surroundings);
+
+    /// What a press on the status item does: opens or closes the panel. A press that has just
+    /// closed it, by taking the focus away, does not open it again.
+    void toggle(const AnchorEvidence& evidence, const QByteArray& activationToken = {});
+
+    /// Opens the panel at the status item, or brings it to the front. It remembers the anchor: a
+    /// `lastGood` in `evidence` is only used as long as it has none of its own. The token is the
+    /// one that came with what the user did; empty where there was none.
+    void showAt(const AnchorEvidence& evidence, const QByteArray& activationToken = {});
+
+    /// What the panel covers, in the window's coordinates.
+    QRect panelRect() const { return m_panel; }
+
+    /// What the panel covers on the screen, in points.
+    QRect panelGeometry() const;
+
+    void setVisible(bool visible) override;
+
+    /// What part of its content is in view.
+    PanelScroller* scroller() const { return m_scroller; }
+
+Q_SIGNALS:
+    /// The panel is about to be measured and shown: the moment to bring its content up to date.
+    void aboutToShow();
+
+    /// The panel went away, however that came about.
+    void hidden();
+
+protected:
+    bool event(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    bool isRounded() const { return m_around.compositing.isActive(); }
+
+    bool hasShadow() const { return isRounded() && m_around.placesWindows; }
+
+    int borderWidth() const { return isRounded() ? 0 : 1; }
+
+    void arrange();
+    void refit();
+    void arrangeAtBar(const QSize& wanted);
+    void arrangeAsWindow(const QSize& wanted);
+    void setPanel(const QRect& panel, int contentHeight);
+    void followScreens();
+    void onDeactivated();
+
+    Surroundings m_around;
+    PanelScroller* m_scroller;
+    PanelShadow m_shadow;
+    std::optional<QPoint> m_lastGoodAnchor; ///< in points
+    QRect m_panel;
+    QRect m_asked; ///< the last place asked for in this opening; a window manager may know better
+    bool m_open = false; ///< what is wanted; the window loses the focus on its way to not being so
+    std::optional<Instant> m_deactivated; ///< when that last closed the panel
+};
+
+} // namespace lumora

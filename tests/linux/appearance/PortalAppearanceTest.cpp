@@ -1,0 +1,130 @@
+#include "linux/appearance/PortalAppearance.h"
+
+#include "support/PrivateBus.h"
+
+#include <QDBusContext>
+#include <QDBusError>
+#include <QDBusVariant>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString common = u"org.freedesktop.appearance"_s;
+const QString gnome = u"org.gnome.desktop.interface"_s;
+const QString plasma = u"org.kde.kdeglobals.KDE"_s;
+
+/// A settings portal with the settings that a test gives it.
+class FakePortal : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+
+public:
+    FakePortal(QDBusConnection bus, QHash<QString, QVariant> settings)
+        : m_settings(std::move(settings)) {
+        bus.registerObject(
+            u"/org/freedesktop/portal/desktop"_s, this,
+            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
+        bus.registerService(u"org.freedesktop.portal.Desktop"_s);
+    }
+
+    void change(const QString& group, const QString& key, const QVariant& value) {
+        Q_EMIT SettingChanged(group, key, QDBusVariant(value));
+    }
+
+    int reads = 0; ///< how many settings were asked for
+
+public Q_SLOTS:
+
+    QDBusVariant Read(const QString& group, const QString& key) {
+        ++reads;
+        const auto setting = m_settings.constFind(group + u' ' + key);
+        if (setting == m_settings.cend()) {
+            sendErrorReply(u"org.freedesktop.portal.Error.NotFound"_s, u"no such setting"_s);
+            return {};
+        }
+        // A variant within a variant, as the real one has it.
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(*setting)));
+    }
+
+Q_SIGNALS:
+    void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
+private:
+    QHash<QString, QVariant> m_settings;
+};
+
+class PortalAppearanceTest : public testing::Test {
+protected:
+    /// What a portal with these settings is taken to say of motion.
+    static std::optional<bool> animationsOf(const QHash<QString, QVariant>& settings) {
+        PrivateBus bus;
+        FakePortal portal(bus.connect(), settings);
+        const PortalAppearance appearance(bus.connect());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return portal.reads == 4; }));
+        // It comes after all the answers.
+        portal.change(common, u"color-scheme"_s, 1U);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.colorScheme().has_value(); }));
+        return appearance.wishes().animations;
+    }
+
+    PrivateBus m_bus;
+};
+
+} // namespace
+
+TEST_F(PortalAppearanceTest, ReadsEachDesktopsSettingAgainstMotion) {
+    EXPECT_EQ(animationsOf({{common + u" reduced-motion"_s, 1U}}), false);
+    EXPECT_EQ(animationsOf({{gnome + u" enable-animations"_s, false}}), false);
+    EXPECT_EQ(animationsOf({{plasma + u" AnimationDurationFactor"_s, u"0"_s}}), false);
+}
+
+TEST_F(PortalAppearanceTest, ASettingThatAllowsMotionOrMeansNothingIsNoWish) {
+    EXPECT_EQ(animationsOf({}), std::nullopt);
+    EXPECT_EQ(
+        animationsOf({
+            {common + u" reduced-motion"_s, 0U},
+            {gnome + u" enable-animations"_s, true},
+            {plasma + u" AnimationDurationFactor"_s, u"0.5"_s},
+        }),
+        std::nullopt);
+    EXPECT_EQ(
+        animationsOf({
+            {common + u" reduced-motion"_s, 7U},
+            {gnome + u" enable-animations"_s, u"perhaps"_s},
+            {plasma + u" AnimationDurationFactor"_s, u"fast"_s},
+        }),
+        std::nullopt);
+}
+
+TEST_F(PortalAppearanceTest, FollowsChanges) {
+    FakePortal portal(m_bus.connect(), {{common + u" color-scheme"_s, 1U}});
+    PortalAppearance appearance(m_bus.connect());
+    QSignalSpy changed(&appearance, &DesktopAppearance::changed);
+    ASSERT_TRUE(changed.wait());
+
+    portal.change(gnome, u"enable-animations"_s, false);
+    ASSERT_TRUE(changed.wait());
+    EXPECT_EQ(appearance.wishes().animations, false);
+    EXPECT_EQ(appearance.colorScheme(), DesktopAppearance::Preference::Dark);
+
+    // Two settings against motion: both have to go.
+    portal.change(plasma, u"AnimationDurationFactor"_s, u"0"_s);
+    portal.change(gnome, u"enable-animations"_s, true);
+    portal.change(gnome, u"font-name"_s, u"Inter 11"_s);
+    portal.change(common, u"color-scheme"_s, 2U);
+    ASSERT_TRUE(changed.wait());
+    EXPECT_EQ(appearance.wishes().animations, false);
+    portal.change(plasma, u"AnimationDurationFactor"_s, u"1"_s);
+    ASSERT_TRUE(changed.wait());
+    EXPECT_EQ(appearance.wishes().animations, std::nullopt);
+    EXPECT_EQ(appearance.colorScheme(), DesktopAppearance::Preference::Light);
+}
+
+#include "PortalAppearanceTest.moc"

@@ -1,0 +1,114 @@
+#include "linux/commands/CommandServer.h"
+
+#include "linux/commands/CommandAddress.h"
+#include "support/PrivateBus.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class CommandServerTest : public testing::Test {
+protected:
+    CommandHandlers handlers() {
+        return {
+            .status = [] { return u"{}"_s; },
+            .refresh = [this](auto done) { finishRefresh = done; },
+            .open = [this](const QByteArray& token) { calls += "open:" + token; },
+            .hide = [this] { calls += "hide"; },
+            .toggle = [this](const QByteArray& token) { calls += "toggle:" + token; },
+            .openSettings = [this](const QByteArray& token) { calls += "settings:" + token; },
+            .quit = [this] { ++quits; },
+        };
+    }
+
+    /// Calls a method from another connection and waits for its answer.
+    QDBusPendingCall call(const QString& method, const QVariantList& arguments = {}) {
+        auto message =
+            QDBusMessage::createMethodCall(commandService, commandPath, commandInterface, method);
+        message.setArguments(arguments);
+        return client.asyncCall(message);
+    }
+
+    static QString answer(const QDBusPendingCall& pending) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }));
+        return QDBusPendingReply<QString>(pending).value();
+    }
+
+    PrivateBus bus;
+    QDBusConnection client = bus.connect();
+    std::function<void(QString)> finishRefresh;
+    QByteArrayList calls; ///< what concerns windows, with the tokens
+    int quits = 0;
+};
+
+} // namespace
+
+TEST_F(CommandServerTest, AnswersTheStatus) {
+    CommandServer server(handlers(), bus.connect());
+    ASSERT_TRUE(server.claim());
+    EXPECT_EQ(answer(call(u"Status"_s)), u"{}"_s);
+}
+
+TEST_F(CommandServerTest, ARefreshAnswersWhenItHasEnded) {
+    CommandServer server(handlers(), bus.connect());
+    server.claim();
+    const auto pending = call(u"Refresh"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bool(finishRefresh); }));
+    EXPECT_FALSE(pending.isFinished());
+    finishRefresh(u"Server error (503)"_s);
+    EXPECT_EQ(answer(pending), u"Server error (503)"_s);
+}
+
+TEST_F(CommandServerTest, PassesOnWhatConcernsWindows) {
+    CommandServer server(handlers(), bus.connect());
+    server.claim();
+    answer(call(u"Open"_s, {u"one"_s}));
+    answer(call(u"Hide"_s));
+    answer(call(u"Toggle"_s, {u"two"_s}));
+    answer(call(u"OpenSettings"_s, {u"three"_s}));
+    EXPECT_EQ(calls, (QByteArrayList{"open:one", "hide", "toggle:two", "settings:three"}));
+}
+
+TEST_F(CommandServerTest, PassesOnQuit) {
+    CommandServer server(handlers(), bus.connect());
+    server.claim();
+    answer(call(u"Quit"_s));
+    EXPECT_EQ(quits, 1);
+}
+
+TEST_F(CommandServerTest, OnlyOneProcessIsTheRunningOne) {
+    CommandServer first(handlers(), bus.connect());
+    EXPECT_TRUE(first.claim());
+    CommandServer second(handlers(), bus.connect());
+    EXPECT_FALSE(second.claim());
+}
+
+TEST_F(CommandServerTest, AnswersNobodyBeforeItIsTheRunningOne) {
+    const QDBusConnection serverBus = bus.connect();
+    CommandServer server(handlers(), serverBus);
+    const auto quit = client.asyncCall(QDBusMessage::createMethodCall(
+        serverBus.baseService(), commandPath, commandInterface, u"Quit"_s));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return quit.isFinished(); }));
+    EXPECT_EQ(QDBusPendingReply<>(quit).error().type(), QDBusError::UnknownObject);
+    EXPECT_EQ(quits, 0);
+}
+
+TEST_F(CommandServerTest, TheNameIsFreeAgainAfterwards) {
+    { CommandServer(handlers(), bus.connect()).claim(); }
+    CommandServer next(handlers(), bus.connect());
+    EXPECT_TRUE(next.claim());
+}
+
+TEST_F(CommandServerTest, WithoutABusTheProgramRunsAlone) {
+    CommandServer server(handlers(), QDBusConnection(u"no-such-bus"_s));
+    EXPECT_TRUE(server.claim());
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "linux/http/QtHttpTransport.h"
+#include "support/Await.h"
+
+#include <string>
+
+namespace lumora::tests {
+
+/// A GET of `url` as the client sends it.
+inline HttpRequest get(const QUrl& url) {
+    return {"GET", url, {{"X-Api-Key", "T"}, {"Accept", "application/json"}}, {}};
+}
+
+/// A POST of `body` to `url` as the client sends it.
+inline HttpRequest post(const QUrl& url, const QByteArray& body) {
+    return {"POST", url, {{"X-Api-Key", "T"}, {"Content-Type", "application/json"}}, body};
+}
+
+/// The outcome of one exchange over a transport of its own.
+inline HttpOutcome fetch(HttpRequest request, HttpLimits limits = {}) {
+    QtHttpTransport transport(limits);
+    return awaitValue(transport.exchange(std::move(request)));
+}
+
+/// What the outcome was, on one line.
+inline std::string summary(const HttpOutcome& outcome) {
+    if (outcome)
+        return std::to_string(outcome->status) + " " + outcome->body.left(40).toStdString();
+    const std::string kinds[] = {"failed: ", "too large: ", "no HTTP: "};
+    return kinds[static_cast<int>(outcome.error().kind)] +
+           outcome.error().description.toStdString();
+}
+
+/// The value of the header line `name` in `request`; absent when there is no such line.
+inline std::optional<QByteArray> header(const QByteArray& request, const QByteArray& name) {
+    const QByteArrayList lines = request.left(request.indexOf("\r\n\r\n")).split('\n');
+    for (const QByteArray& line : lines) {
+        if (line.toLower().startsWith(name.toLower() + ':'))
+            return line.mid(name.size() + 1).trimmed();
+    }
+    return std::nullopt;
+}
+
+} // namespace lumora::tests

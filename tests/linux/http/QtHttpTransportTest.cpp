@@ -1,0 +1,235 @@
+#include "linux/http/HttpFetch.h"
+#include "support/ScriptedServer.h"
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+
+TEST(QtHttpTransport, HandsOverStatusAndBody) {
+    ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "hello")));
+    EXPECT_EQ(summary(fetch(get(server.url(u"/a?b=c"_s)))), "200 hello");
+    ASSERT_EQ(server.requests().size(), 1);
+    EXPECT_TRUE(server.requests().first().startsWith("GET /a?b=c HTTP/1.1\r\n"));
+}
+
+TEST(QtHttpTransport, SendsTheGivenHeadersAndItsOwnName) {
+    ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "")));
+    fetch(get(server.url(u"/"_s)));
+    const QByteArray request = server.requests().value(0);
+    EXPECT_EQ(header(request, "X-Api-Key"), "T");
+    EXPECT_EQ(header(request, "Accept"), "application/json");
+    EXPECT_TRUE(header(request, "User-Agent")->startsWith("Lumora/"));
+    EXPECT_EQ(header(request, "Content-Type"), std::nullopt);
+    EXPECT_EQ(header(request, "Cookie"), std::nullopt);
+}
+
+TEST(QtHttpTransport, PostsTheBody) {
+    ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "")));
+    fetch(post(server.url(u"/"_s), R"({"type":"capture"})"));
+    const QByteArray request = server.requests().value(0);
+    EXPECT_TRUE(request.startsWith("POST / HTTP/1.1\r\n"));
+    EXPECT_EQ(header(request, "Content-Type"), "application/json");
+    EXPECT_TRUE(request.endsWith("\r\n\r\n"
+                                 R"({"type":"capture"})"));
+}
+
+TEST(QtHttpTransport, AStatusIsAnAnswerWhateverItIs) {
+    for (const int status :
+         {204, 304, 400, 401, 403, 404, 405, 407, 409, 410, 418, 429, 451, 499, 500, 501, 503,
+          599}) {
+        const bool hasBody = status != 204 && status != 304;
+        ScriptedServer server(ScriptedServer::always(
+            ScriptedServer::answer(QByteArray::number(status) + " Text", hasBody ? "B" : "")));
+        EXPECT_EQ(
+            summary(fetch(get(server.url(u"/"_s)))),
+            std::to_string(status) + (hasBody ? " B" : " "));
+        EXPECT_EQ(server.requests().size(), 1) << status;
+    }
+}
+
+TEST(QtHttpTransport, AChallengeForCredentialsIsAnAnswerAtOnce) {
+    for (const QByteArray challenge : {"Basic realm=\"r\"", "Digest realm=\"r\", nonce=\"n\""}) {
+        ScriptedServer server(ScriptedServer::always(ScriptedServer::answer(
+            "401 Unauthorized", "no", "WWW-Authenticate: " + challenge + "\r\n")));
+        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "401 no");
+        EXPECT_EQ(summary(fetch(post(server.url(u"/"_s), "{}"))), "401 no");
+        EXPECT_EQ(server.requests().size(), 2);
+    }
+}
+
+TEST(QtHttpTransport, KeepsNoCookies) {
+    ScriptedServer server(
+        ScriptedServer::always(ScriptedServer::answer("200 OK", "", "Set-Cookie: a=b\r\n")));
+    QtHttpTransport transport;
+    awaitValue(transport.exchange(get(server.url(u"/"_s))));
+    awaitValue(transport.exchange(get(server.url(u"/"_s))));
+    ASSERT_EQ(server.requests().size(), 2);
+    EXPECT_EQ(header(server.requests()[1], "Cookie"), std::nullopt);
+}
+
+TEST(QtHttpTransport, KeepsNoCache) {
+    ScriptedServer server(ScriptedServer::always(
+        ScriptedServer::answer("200 OK", "x", "Cache-Control: max-age=600\r\nETag: \"e\"\r\n")));
+    QtHttpTransport transport;
+    awaitValue(transport.exchange(get(server.url(u"/"_s))));
+    EXPECT_EQ(summary(awaitValue(transport.exchange(get(server.url(u"/"_s))))), "200 x");
+    ASSERT_EQ(server.requests().size(), 2);
+    EXPECT_EQ(header(server.requests()[1], "If-None-Match"), std::nullopt);
+}
+
+TEST(QtHttpTransport, AServerThatClosesUnansweredSeesTheRequestOnce) {
+    ScriptedServer server([](QTcpSocket& connection, const QByteArray&) { connection.close(); });
+    EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "failed: Connection closed");
+    EXPECT_EQ(server.requests().size(), 1);
+    EXPECT_EQ(summary(fetch(post(server.url(u"/"_s), "{}"))), "failed: Connection closed");
+    EXPECT_EQ(server.requests().size(), 2);
+}
+
+TEST(QtHttpTransport, AServerThatClosesAfterAnInterimAnswerSeesTheRequestOnce) {
+    ScriptedServer server(ScriptedServer::always("HTTP/1.1 100 Continue\r\n\r\n"));
+    EXPECT_FALSE(fetch(get(server.url(u"/"_s))));
+    EXPECT_FALSE(fetch(post(server.url(u"/"_s), "{}")));
+    EXPECT_EQ(server.requests().size(), 2);
+}
+
+TEST(QtHttpTransport, AServerThatResetsTheConnectionSeesTheRequestOnce) {
+    ScriptedServer server([](QTcpSocket& connection, const QByteArray&) { connection.abort(); });
+    EXPECT_FALSE(fetch(get(server.url(u"/"_s))));
+    EXPECT_FALSE(fetch(post(server.url(u"/"_s), "{}")));
+    EXPECT_EQ(server.requests().size(), 2);
+}
+
+TEST(QtHttpTransport, NoRequestIsRepeatedAfterAnAnsweredOneEither) {
+    int number = 0;
+    // A server that keeps its connections open, until it closes one without answering.
+    ScriptedServer server([&number](QTcpSocket& connection, const QByteArray&) {
+        if (++number % 2 == 1)
+            connection.write(ScriptedServer::answer("200 OK", "x", "Connection: keep-alive\r\n"));
+        else
+            connection.close();
+    });
+    QtHttpTransport transport;
+    for (const auto& request : {get(server.url(u"/"_s)), post(server.url(u"/"_s), "{}")}) {
+        EXPECT_EQ(summary(awaitValue(transport.exchange(request))), "200 x");
+        EXPECT_EQ(summary(awaitValue(transport.exchange(request))), "failed: Connection closed");
+    }
+    EXPECT_EQ(server.requests().size(), 4);
+}
+
+TEST(QtHttpTransport, AnAnswerCutShortIsAFailure) {
+    for (const QByteArray bytes : {
+             "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n12345",
+             "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n12345\r\n",
+             "HTTP/1.1 404 Not Found\r\nContent-Length: 10\r\n\r\n12345",
+             "HTTP/1.1 200 OK\r\nContent-Le",
+             "HTTP/1.",
+         }) {
+        ScriptedServer server(ScriptedServer::always(bytes));
+        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "failed: Connection closed")
+            << bytes.constData();
+        EXPECT_EQ(server.requests().size(), 1);
+    }
+}
+
+TEST(QtHttpTransport, SomethingOtherThanHttpIsNoAnswer) {
+    for (const QByteArray bytes :
+         {"SSH-2.0-OpenSSH_9.2p1\r\n", "{\"a\": 1}\n", "ICY 200 OK\r\n\r\n",
+          "HTTP/1.1 abc OK\r\n\r\n"}) {
+        ScriptedServer server([bytes](QTcpSocket& connection, const QByteArray&) {
+            connection.write(bytes); // and waits, as such servers do
+        });
+        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "failed: Connection closed")
+            << bytes.constData();
+        EXPECT_EQ(server.requests().size(), 1);
+    }
+    ScriptedServer server(ScriptedServer::always("HTTP/1.1 0 OK\r\n\r\nx"));
+    EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "no HTTP: The answer is no HTTP");
+}
+
+TEST(QtHttpTransport, ABrokenCompressionIsAFailure) {
+    ScriptedServer server(ScriptedServer::always(
+        ScriptedServer::answer("200 OK", "no zlib at all", "Content-Encoding: gzip\r\n")));
+    EXPECT_FALSE(fetch(get(server.url(u"/"_s))));
+    EXPECT_EQ(server.requests().size(), 1);
+}
+
+TEST(QtHttpTransport, ARefusedConnectionIsAFailure) {
+    QUrl url;
+    {
+        ScriptedServer server(ScriptedServer::always({}));
+        url = server.url(u"/"_s);
+    }
+    EXPECT_EQ(summary(fetch(get(url))), "failed: Connection refused");
+}
+
+TEST(QtHttpTransport, OnlyHttpAddressesAreAsked) {
+    for (const QString& text :
+         {u"file:///etc/hostname"_s, u"data:,x"_s, u"https:///x"_s, u"example.com/x"_s}) {
+        EXPECT_EQ(
+            summary(fetch(get(QUrl(text)))), "failed: The address is no http or https address");
+    }
+}
+
+TEST(QtHttpTransport, AHeaderStaysOnItsLine) {
+    ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "")));
+    HttpRequest request = get(server.url(u"/"_s));
+    request.headers[0].second = "T\r\nX-Other: 1";
+    EXPECT_EQ(summary(fetch(request)), "failed: The header X-Api-Key contains a line break");
+    EXPECT_TRUE(server.requests().isEmpty());
+
+    request.headers[0].second = " T\n";
+    fetch(request);
+    EXPECT_EQ(header(server.requests().value(0), "X-Api-Key"), "T");
+}
+
+TEST(QtHttpTransport, ExchangesOverlap) {
+    QList<QTcpSocket*> waiting;
+    ScriptedServer server(
+        [&waiting](QTcpSocket& connection, const QByteArray&) { waiting += &connection; });
+    QtHttpTransport transport;
+    auto first = transport.exchange(get(server.url(u"/first"_s)));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return waiting.size() == 1; }));
+    auto second = transport.exchange(get(server.url(u"/second"_s)));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return waiting.size() == 2; }));
+    waiting[1]->write(ScriptedServer::answer("200 OK", "2"));
+    EXPECT_EQ(summary(awaitValue(std::move(second))), "200 2");
+    EXPECT_FALSE(first.isReady());
+    waiting[0]->write(ScriptedServer::answer("200 OK", "1"));
+    EXPECT_EQ(summary(awaitValue(std::move(first))), "200 1");
+}
+
+TEST(QtHttpTransport, DestructionEndsWhatIsUnderWay) {
+    ScriptedServer server([](QTcpSocket&, const QByteArray&) {});
+    std::optional<QCoro::Task<HttpOutcome>> first;
+    std::optional<QCoro::Task<HttpOutcome>> second;
+    {
+        QtHttpTransport transport;
+        first = transport.exchange(get(server.url(u"/"_s)));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requests().isEmpty(); }));
+        second = transport.exchange(get(server.url(u"/"_s))); // not even begun
+    }
+    ASSERT_TRUE(first->isReady());
+    ASSERT_TRUE(second->isReady());
+    EXPECT_EQ(summary(awaitValue(*std::move(first))), "failed: The connection was shut down");
+}
+
+namespace {
+
+QCoro::Task<>
+destroyWhenAnswered(std::unique_ptr<QtHttpTransport>* transport, HttpRequest request) {
+    auto exchange = (*transport)->exchange(std::move(request));
+    const HttpOutcome outcome = co_await exchange;
+    transport->reset();
+}
+
+} // namespace
+
+TEST(QtHttpTransport, WhoWaitsForAnAnswerMayDestroyTheTransport) {
+    ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "x")));
+    auto transport = std::make_unique<QtHttpTransport>();
+    const auto task = destroyWhenAnswered(&transport, get(server.url(u"/"_s)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return transport == nullptr; }));
+    EXPECT_TRUE(task.isReady());
+}

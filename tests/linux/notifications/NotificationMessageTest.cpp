@@ -1,0 +1,103 @@
+#include "linux/notifications/NotificationMessage.h"
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QStringList everything{u"actions"_s, u"body"_s, u"body-markup"_s, u"sound"_s};
+
+NotificationRequest request() {
+    return {
+        .identifier = u"Standup|1.0"_s,
+        .title = u"Standup"_s,
+        .body = u"Starts in 5 min · Room 4"_s,
+        .userInfo = {{u"meetingUrl"_s, u"https://meet.example/a"_s}},
+        .button = u"Join"_s,
+    };
+}
+
+/// The arguments by their names in the protocol.
+struct Arguments {
+    explicit Arguments(QVariantList arguments)
+        : list(std::move(arguments)) {}
+
+    QVariantList list;
+    QVariant appName = list.value(0);
+    QVariant replacesId = list.value(1);
+    QVariant appIcon = list.value(2);
+    QString summary = list.value(3).toString();
+    QString body = list.value(4).toString();
+    QStringList actions = list.value(5).toStringList();
+    QVariantMap hints = list.value(6).toMap();
+    QVariant timeout = list.value(7);
+};
+
+Arguments arguments(
+    const NotificationRequest& wanted, const QStringList& capabilities = everything,
+    uint replacesId = 0) {
+    return Arguments(notifyArguments(wanted, capabilities, replacesId));
+}
+
+} // namespace
+
+TEST(NotificationMessage, HasTheTypesOfTheProtocol) {
+    QByteArrayList types;
+    for (const QVariant& argument : notifyArguments(request(), everything, 7))
+        types += argument.typeName();
+    EXPECT_EQ(
+        types, (QByteArrayList{
+                   "QString", "uint", "QString", "QString", "QString", "QStringList", "QVariantMap",
+                   "int"}));
+}
+
+TEST(NotificationMessage, SaysWhoItIsFrom) {
+    const Arguments message = arguments(request());
+    EXPECT_EQ(message.appName, u"Lumora"_s);
+    EXPECT_EQ(message.appIcon, u"com.lumora.app"_s);
+    EXPECT_EQ(message.hints.value(u"desktop-entry"_s), u"com.lumora.app"_s);
+}
+
+TEST(NotificationMessage, SoundsAndIsOfNormalUrgency) {
+    const QVariantMap hints = arguments(request()).hints;
+    EXPECT_EQ(hints.value(u"sound-name"_s), u"message-new-instant"_s);
+    EXPECT_STREQ(hints.value(u"urgency"_s).typeName(), "uchar");
+    EXPECT_EQ(hints.value(u"urgency"_s).toUInt(), 1U);
+    EXPECT_EQ(arguments(request()).timeout, -1);
+}
+
+TEST(NotificationMessage, TakesThePlaceOfAnother) {
+    EXPECT_EQ(arguments(request(), everything, 7).replacesId, 7U);
+}
+
+TEST(NotificationMessage, OffersTheClickAlwaysAndTheButtonWhereThereIsOne) {
+    EXPECT_EQ(
+        arguments(request()).actions, (QStringList{u"default"_s, u""_s, u"button"_s, u"Join"_s}));
+    NotificationRequest plain = request();
+    plain.button.reset();
+    EXPECT_EQ(arguments(plain).actions, (QStringList{u"default"_s, u""_s}));
+}
+
+TEST(NotificationMessage, OffersNothingToAServerWithoutActions) {
+    EXPECT_EQ(arguments(request(), {u"body"_s}).actions, QStringList());
+    EXPECT_EQ(arguments(request(), {}).actions, QStringList());
+}
+
+TEST(NotificationMessage, EscapesTheBodyWhereMarkupIsParsed) {
+    NotificationRequest tricky = request();
+    tricky.title = u"<b>R&D</b>"_s;
+    tricky.body = u"Starts in 5 min · <a href=\"x\">R&D</a>\nupstairs"_s;
+    EXPECT_EQ(
+        arguments(tricky).body,
+        u"Starts in 5 min · &lt;a href=\"x\"&gt;R&amp;D&lt;/a&gt;\nupstairs"_s);
+    EXPECT_EQ(arguments(tricky, {u"actions"_s, u"body"_s}).body, tricky.body);
+    EXPECT_EQ(arguments(tricky).summary, tricky.title); // plain text everywhere
+}
+
+TEST(NotificationMessage, KeepsTheTitleOnOneLine) {
+    NotificationRequest tricky = request();
+    tricky.title = u"Stand\nup\t☕"_s;
+    EXPECT_EQ(arguments(tricky).summary, u"Stand up ☕"_s);
+}

@@ -1,0 +1,199 @@
+#include "fakes/FakeSecretService.h"
+#include "linux/secrets/LibsecretStore.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+using Status = SecretLookup::Status;
+
+namespace {
+
+const SecretKey key{u"com.example.test"_s, u"main"_s};
+
+/// A store whose service misbehaves as the test says.
+class SecretServiceFaults : public testing::Test {
+protected:
+    /// Lets everything that is still on its way arrive.
+    void settle() { QTest::qWait(150); }
+
+    bool isCalled(const QString& method, int times) {
+        return QTest::qWaitFor([&] { return service.calls(method) == times; });
+    }
+
+    PrivateBus bus;
+    FakeSecretService service{bus};
+    LibsecretStore store{bus.connect(), bus.address(), 20s};
+};
+
+/// The same with a store that soon gives up; the parameter is a method that is never answered.
+class SecretServiceHangs : public testing::TestWithParam<const char*> {
+protected:
+    SecretServiceHangs() { service.neverAnswer(QString::fromLatin1(GetParam())); }
+
+    PrivateBus bus;
+    FakeSecretService service{bus};
+    LibsecretStore store{bus.connect(), bus.address(), 150ms};
+};
+
+using HangsOnReading = SecretServiceHangs;
+using HangsOnLooking = SecretServiceHangs;
+using HangsOnAdding = SecretServiceHangs;
+using HangsOnRemoving = SecretServiceHangs;
+
+// Far below what a D-Bus call waits of its own accord (25 s), far above the store's own limit.
+constexpr qint64 bound = 5000;
+
+} // namespace
+
+TEST_P(HangsOnReading, IsBounded) {
+    service.setHasItem(true);
+    QElapsedTimer timer;
+    timer.start();
+    const SecretLookup result = store.lookup(key);
+    EXPECT_LT(timer.elapsed(), bound);
+    EXPECT_NE(result.status, Status::Found);
+    EXPECT_TRUE(result.secret.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SecretService, HangsOnReading,
+    testing::Values("GetAll", "SearchItems", "OpenSession", "GetSecrets"));
+
+TEST_P(HangsOnLooking, IsUnavailableForALateAnswer) {
+    QElapsedTimer timer;
+    timer.start();
+    const SecretLookup result = store.lookup(key);
+    EXPECT_LT(timer.elapsed(), bound);
+    EXPECT_EQ(result.status, Status::Unavailable);
+    EXPECT_EQ(result.reason, u"The keyring service did not answer in time"_s);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SecretService, HangsOnLooking, testing::Values("GetAll", "SearchItems", "ReadAlias"));
+
+TEST_P(HangsOnAdding, IsBounded) {
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(store.add(key, u"A token"_s, "s"));
+    EXPECT_LT(timer.elapsed(), bound);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SecretService, HangsOnAdding,
+    testing::Values("GetAll", "ReadAlias", "OpenSession", "CreateItem"));
+
+TEST_P(HangsOnRemoving, IsBounded) {
+    service.setHasItem(true);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(store.remove(key), SecretRemoval::Failed);
+    EXPECT_LT(timer.elapsed(), bound);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SecretService, HangsOnRemoving, testing::Values("GetAll", "SearchItems", "Delete"));
+
+TEST_F(SecretServiceFaults, TheFakeServesAsARealOneWould) {
+    service.setHasItem(true);
+    EXPECT_EQ(store.lookup(key).status, Status::Found);
+    EXPECT_EQ(store.lookup(key).secret, "from the fake");
+    EXPECT_TRUE(store.add(key, u"A token"_s, "s"));
+    EXPECT_EQ(store.remove(key), SecretRemoval::Removed);
+    EXPECT_EQ(store.lookup(key).status, Status::Absent);
+}
+
+TEST_F(SecretServiceFaults, ARemovalThatWantsAPersonFailsAtOnceAndShowsNothing) {
+    service.setHasItem(true);
+    service.setConfirmsRemoval(true);
+    EXPECT_EQ(store.remove(key), SecretRemoval::Failed);
+    EXPECT_TRUE(isCalled(u"Dismiss"_s, 1));
+    EXPECT_EQ(service.calls(u"Prompt"_s), 0);
+}
+
+TEST_F(SecretServiceFaults, AsksForNothingWhileNothingIsLocked) {
+    EXPECT_EQ(store.lookup(key).status, Status::Absent);
+    settle();
+    EXPECT_EQ(service.calls(u"Unlock"_s), 0);
+}
+
+TEST_F(SecretServiceFaults, AsksOncePerLockingHoweverOftenItIsFoundLocked) {
+    service.setLocked(true); // the report of it arrives after the first look-up
+    for (int count = 0; count < 3; ++count)
+        EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_TRUE(isCalled(u"Prompt"_s, 1));
+    EXPECT_FALSE(store.add(key, u"A token"_s, "s"));
+    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    settle();
+    EXPECT_EQ(service.calls(u"Unlock"_s), 1);
+    EXPECT_EQ(service.calls(u"Prompt"_s), 1);
+}
+
+TEST_F(SecretServiceFaults, WhoDismissesThePromptIsAskedAgainOnlyWhenItIsLockedAnew) {
+    service.setLocked(true);
+    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
+    QSignalSpy readable(&store, &SecretStore::readable);
+    service.completePrompt(true);
+    settle();
+    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    settle();
+    EXPECT_EQ(service.calls(u"Unlock"_s), 1);
+    EXPECT_EQ(readable.count(), 0);
+
+    service.setLocked(false);
+    settle();
+    service.setLocked(true);
+    settle();
+    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_TRUE(isCalled(u"Prompt"_s, 2));
+}
+
+TEST_F(SecretServiceFaults, TellsWhenThePromptIsAnswered) {
+    service.setLocked(true);
+    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
+
+    // Some services end the prompt without a word about the collection.
+    QSignalSpy readable(&store, &SecretStore::readable);
+    service.setHasItem(true);
+    service.setLocked(false, false);
+    service.completePrompt(false);
+    ASSERT_TRUE(readable.wait());
+    EXPECT_EQ(store.lookup(key).status, Status::Found);
+    settle();
+    EXPECT_EQ(readable.count(), 1);
+
+    // And they do not tell of the next locking either.
+    service.setHasItem(false);
+    service.setLocked(true, false);
+    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_TRUE(isCalled(u"Prompt"_s, 2));
+}
+
+TEST_F(SecretServiceFaults, APromptThatEndsWithoutUnlockingIsNotShownAgain) {
+    service.setLocked(true);
+    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
+    service.completePrompt(false);
+    settle();
+    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    settle();
+    EXPECT_EQ(service.calls(u"Prompt"_s), 1);
+}
+
+TEST_F(SecretServiceFaults, AReportOfUnlockingIsNoNewsWhenTheSecretWasRead) {
+    service.setHasItem(true);
+    EXPECT_EQ(store.lookup(key).status, Status::Found);
+    QSignalSpy readable(&store, &SecretStore::readable);
+    service.setLocked(false);
+    settle();
+    EXPECT_EQ(readable.count(), 0);
+}

@@ -1,0 +1,202 @@
+#include "linux/tray/LinuxStatusItem.h"
+
+#include "support/BusProbe.h"
+#include "support/FakeWatcher.h"
+#include "support/PrivateBus.h"
+
+#include <QDBusServiceWatcher>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+
+namespace lumora {
+namespace {
+
+const QString itemPath = u"/StatusNotifierItem"_s;
+const QString itemInterface = u"org.kde.StatusNotifierItem"_s;
+const QString menuPath = u"/MenuBar"_s;
+const QString menuInterface = u"com.canonical.dbusmenu"_s;
+
+StatusItemContent content() {
+    return {
+        .symbol = u"calendar.badge.clock"_s,
+        .text = u"Standup · 12m"_s,
+        .title = u"Lumora"_s,
+        .toolTipTitle = u"Lumora"_s,
+        .toolTipBody = u"Standup in 12 minutes"_s,
+        .menu = {{StatusMenuRow::Kind::Action, u"open"_s, u"Open Lumora"_s}}};
+}
+
+class LinuxStatusItemTest : public testing::Test {
+protected:
+    std::unique_ptr<tests::FakeWatcher> watcher(bool hasHost = true) {
+        return std::make_unique<tests::FakeWatcher>(m_bus.connect(), hasHost);
+    }
+
+    bool becomesAvailable(bool available) {
+        return QTest::qWaitFor(
+            [&] { return m_item.unavailableReason().isEmpty() == available; }, 10'000);
+    }
+
+    tests::PrivateBus m_bus;
+    QDBusConnection m_connection = m_bus.connect();
+    bool m_trayExists = false;
+    LinuxStatusItem m_item{
+        m_connection,
+        {.desktop = u"sway"_s,
+         .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }}}};
+    tests::BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
+    QSignalSpy m_shown{&m_item, &StatusItem::shown};
+};
+
+TEST_F(LinuxStatusItemTest, RegistersWithTheFirstContent) {
+    const auto panel = watcher();
+    m_item.show(content());
+    EXPECT_FALSE(m_item.unavailableReason().isEmpty());
+    ASSERT_TRUE(m_shown.wait());
+    m_item.show(content());
+
+    EXPECT_EQ(m_item.unavailableReason(), QString());
+    EXPECT_EQ(panel->registered(), QStringList{m_connection.baseService()});
+    EXPECT_EQ(m_probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s), u"Standup · 12m"_s);
+}
+
+TEST_F(LinuxStatusItemTest, DrawsTheSymbolInTheSizesOfPanels) {
+    m_item.show(content());
+    const auto pixmaps =
+        qdbus_cast<QList<IconPixmap>>(m_probe.property(itemPath, itemInterface, u"IconPixmap"_s));
+
+    QList<int> sizes;
+    for (const IconPixmap& pixmap : pixmaps) {
+        EXPECT_EQ(pixmap.width, pixmap.height);
+        EXPECT_EQ(pixmap.bytes.size(), 4 * pixmap.width * pixmap.height);
+        sizes += pixmap.width;
+    }
+    EXPECT_THAT(sizes, ElementsAre(16, 22, 24, 32, 44, 48));
+}
+
+TEST_F(LinuxStatusItemTest, SendsNothingWhenNothingChanged) {
+    m_item.show(content());
+    m_probe.listen(itemPath, itemInterface);
+    m_probe.listen(menuPath, menuInterface);
+    m_probe.listen(itemPath, u"org.freedesktop.DBus.Properties"_s);
+    m_item.show(content());
+    EXPECT_THAT(m_probe.signalNames(), ElementsAre());
+
+    StatusItemContent later = content();
+    later.text = u"Standup · 11m"_s;
+    m_item.show(later);
+    EXPECT_THAT(m_probe.signalNames(), ElementsAre(u"XAyatanaNewLabel"_s, u"PropertiesChanged"_s));
+}
+
+TEST_F(LinuxStatusItemTest, ComesBackWithARestartedWatcher) {
+    auto first = watcher();
+    m_item.show(content());
+    ASSERT_TRUE(m_shown.wait());
+    first.reset();
+    EXPECT_TRUE(becomesAvailable(false));
+
+    const auto second = watcher();
+    EXPECT_TRUE(m_shown.wait());
+    EXPECT_EQ(second->registered(), QStringList{m_connection.baseService()});
+    EXPECT_EQ(m_item.unavailableReason(), QString());
+}
+
+TEST_F(LinuxStatusItemTest, SaysWhyItIsNowhere) {
+    EXPECT_EQ(m_item.unavailableReason(), u"No status area: none has been found yet"_s);
+    m_item.show(content());
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return m_item.unavailableReason() ==
+               u"No status area: the desktop has neither status items nor a system tray"_s;
+    }));
+    const auto hostless = watcher(false);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return m_item.unavailableReason() ==
+               u"No status area: the desktop keeps status items, but nothing shows them"_s;
+    }));
+
+    LinuxStatusItem alone{QDBusConnection(u"none"_s), {}};
+    alone.show(content());
+    EXPECT_EQ(
+        alone.unavailableReason(), u"No status area: there is no session bus and no system tray"_s);
+}
+
+TEST_F(LinuxStatusItemTest, GoesToAnOldTrayWhileThereIsNoWatcher) {
+    m_trayExists = true;
+    m_item.show(content());
+    ASSERT_TRUE(m_shown.wait());
+    EXPECT_EQ(m_item.unavailableReason(), QString());
+
+    auto panel = watcher();
+    ASSERT_TRUE(m_shown.wait());
+    m_trayExists = false;
+    EXPECT_EQ(m_item.unavailableReason(), QString());
+
+    panel.reset();
+    EXPECT_TRUE(becomesAvailable(false));
+    m_trayExists = true;
+    EXPECT_TRUE(m_shown.wait());
+    EXPECT_EQ(m_item.unavailableReason(), QString());
+}
+
+TEST_F(LinuxStatusItemTest, HandsTheTokenToAPressOrACommand) {
+    m_item.show(content());
+    const QSignalSpy activated(&m_item, &StatusItem::activated);
+    const QSignalSpy commands(&m_item, &StatusItem::commandChosen);
+    const QString provide = u"ProvideXdgActivationToken"_s;
+    const QVariant data = QVariant::fromValue(QDBusVariant(QString()));
+
+    m_probe.call(itemPath, itemInterface, provide, {u"first"_s});
+    m_probe.call(itemPath, itemInterface, u"Activate"_s, {3, 4});
+    m_probe.call(itemPath, itemInterface, provide, {u"second"_s});
+    m_probe.call(menuPath, menuInterface, u"Event"_s, {1, u"clicked"_s, data, uint(0)});
+
+    ASSERT_EQ(activated.size(), 1);
+    EXPECT_EQ(activated.at(0).at(0).toPoint(), QPoint(3, 4));
+    EXPECT_EQ(activated.at(0).at(1).toByteArray(), "first");
+    ASSERT_EQ(commands.size(), 1);
+    EXPECT_EQ(commands.at(0).at(0), u"open"_s);
+    EXPECT_EQ(commands.at(0).at(1).toByteArray(), "second");
+}
+
+TEST_F(LinuxStatusItemTest, AppearsAnewOnMateWhenTheTextGoes) {
+    const auto panel = watcher();
+    LinuxStatusItem item{
+        m_connection, {.desktop = u"MATE"_s, .connect = [this](const QString& name) {
+                           return QDBusConnection::connectToBus(m_bus.address(), name);
+                       }}};
+    QSignalSpy shown(&item, &StatusItem::shown);
+    StatusItemContent next = content();
+    item.show(next);
+    ASSERT_TRUE(shown.wait());
+    next.text = u"Standup · 11m"_s;
+    item.show(next);
+    ASSERT_EQ(panel->registered().size(), 1);
+
+    QDBusServiceWatcher old(
+        panel->registered().first(), m_bus.connect(), QDBusServiceWatcher::WatchForUnregistration);
+    QSignalSpy oldGone(&old, &QDBusServiceWatcher::serviceUnregistered);
+    next.text.reset();
+    item.show(next);
+    EXPECT_TRUE(oldGone.wait());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return panel->registered().size() == 2; }));
+    tests::BusProbe probe(m_bus.connect(), panel->registered().last());
+    EXPECT_FALSE(probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s).isValid());
+    EXPECT_EQ(probe.property(itemPath, itemInterface, u"Title"_s), u"Lumora"_s);
+    EXPECT_EQ(
+        qdbus_cast<QList<IconPixmap>>(probe.property(itemPath, itemInterface, u"IconPixmap"_s))
+            .size(),
+        6);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return item.unavailableReason().isEmpty(); }));
+    EXPECT_NE(panel->registered().first(), panel->registered().last());
+}
+
+} // namespace
+} // namespace lumora

@@ -1,0 +1,230 @@
+#include "state/AppState.h"
+
+#include "support/StateHarness.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+class AppStateTest : public testing::Test, protected StateHarness {
+protected:
+    std::size_t requestCount() const { return transport.requests().size(); }
+
+    QString failure() const { return state->state().failureMessage(); }
+
+    /// Starts, and answers the first refresh.
+    AppState& startLoaded(double generatedAt) {
+        start();
+        answer(0, generatedAt);
+        return *state;
+    }
+};
+
+const QString notConfigured = u"Not configured — open Settings"_s;
+
+} // namespace
+
+TEST_F(AppStateTest, FetchesAsSoonAsItExists) {
+    start();
+    ASSERT_EQ(requestCount(), 1U);
+    EXPECT_EQ(transport.requests()[0].url, QUrl(u"https://day.example/api/briefing"_s));
+    EXPECT_TRUE(state->state().isLoading());
+}
+
+TEST_F(AppStateTest, StartsWithNothing) {
+    state.emplace(
+        AppState::Collaborators{clock, preferences, secrets, keychain, service, reminders, wake});
+    EXPECT_TRUE(state->state().isIdle());
+    EXPECT_FALSE(state->lastGood());
+    EXPECT_FALSE(state->lastUpdated());
+    EXPECT_TRUE(state->pending().empty());
+    EXPECT_FALSE(state->actionError());
+}
+
+TEST_F(AppStateTest, ASuccessIsStoredStampedPublishedAndHandedOn) {
+    start();
+    const QSignalSpy changed(&*state, &AppState::changed);
+    clock.advance(2s);
+    answer(0, 7);
+    EXPECT_TRUE(state->state().isLoaded());
+    ASSERT_TRUE(state->lastGood());
+    EXPECT_EQ(state->lastGood()->generatedAt, 7);
+    EXPECT_EQ(state->lastUpdated(), FakeClock::defaultStart + 2s);
+    EXPECT_EQ(changed.count(), 1);
+    ASSERT_EQ(reminders.scheduled.size(), 1U);
+    EXPECT_EQ(reminders.scheduled[0].generatedAt, 7);
+}
+
+TEST_F(AppStateTest, WithoutTokenNothingIsSent) {
+    keychain.deleteToken();
+    start();
+    EXPECT_EQ(failure(), notConfigured);
+    EXPECT_EQ(requestCount(), 0U);
+}
+
+TEST_F(AppStateTest, AnEndpointOfSpacesIsNone) {
+    preferences.setValue(u"endpointURL"_s, u" \t\n "_s);
+    start();
+    EXPECT_EQ(failure(), notConfigured);
+    EXPECT_EQ(requestCount(), 0U);
+}
+
+TEST_F(AppStateTest, LosingTheConfigurationKeepsTheLastGoodBriefing) {
+    startLoaded(1);
+    keychain.deleteToken();
+    state->refresh();
+    EXPECT_EQ(failure(), notConfigured);
+    EXPECT_TRUE(state->lastGood());
+    EXPECT_TRUE(state->lastUpdated());
+}
+
+TEST_F(AppStateTest, TheNextTickTriesAgainWhenConfigurationCameLater) {
+    keychain.deleteToken();
+    start();
+    keychain.setToken(u"t0ken"_s);
+    clock.advance(10min);
+    EXPECT_EQ(requestCount(), 1U);
+}
+
+TEST_F(AppStateTest, OnlyTheFirstRefreshShowsLoading) {
+    startLoaded(1);
+    state->refresh();
+    EXPECT_TRUE(state->state().isLoaded());
+    transport.complete(1, FakeHttpTransport::answer(401));
+    EXPECT_TRUE(state->state().isFailed());
+    state->refresh();
+    EXPECT_TRUE(state->state().isFailed());
+}
+
+TEST_F(AppStateTest, AFailedFirstFetchIsLoadingAgainAtTheNext) {
+    start();
+    transport.complete(0, FakeHttpTransport::answer(401));
+    EXPECT_EQ(failure(), u"Token rejected (401)"_s);
+    state->refresh();
+    EXPECT_TRUE(state->state().isLoading());
+}
+
+TEST_F(AppStateTest, AFailureAfterASuccessKeepsWhatIsThere) {
+    startLoaded(1);
+    const auto updated = state->lastUpdated();
+    clock.advance(5s);
+    state->refresh();
+    transport.complete(1, FakeHttpTransport::answer(404));
+    EXPECT_EQ(failure(), u"Server error (404)"_s);
+    EXPECT_EQ(state->lastUpdated(), updated);
+    EXPECT_EQ(state->lastGood()->generatedAt, 1);
+    EXPECT_EQ(reminders.scheduled.size(), 1U);
+}
+
+TEST_F(AppStateTest, OfOverlappingRefreshesTheLastToCompleteWins) {
+    start();
+    state->refresh();
+    state->refresh();
+    ASSERT_EQ(requestCount(), 3U);
+    answer(2, 3);
+    answer(0, 1);
+    EXPECT_EQ(state->lastGood()->generatedAt, 1);
+    transport.complete(1, FakeHttpTransport::answer(403));
+    EXPECT_EQ(failure(), u"Server error (403)"_s);
+    EXPECT_EQ(state->lastGood()->generatedAt, 1);
+}
+
+TEST_F(AppStateTest, RefreshesAtTheUsersInterval) {
+    preferences.setValue(u"refreshMinutes"_s, u"5"_s);
+    startLoaded(1);
+    clock.advance(5min - 1us);
+    EXPECT_EQ(requestCount(), 1U);
+    clock.advance(1us);
+    EXPECT_EQ(requestCount(), 2U);
+    clock.advance(5min);
+    EXPECT_EQ(requestCount(), 3U);
+}
+
+TEST_F(AppStateTest, AnIntervalIsTenMinutesByDefaultAndAtLeastOne) {
+    EXPECT_EQ(pollingInterval(0), 60s);
+    EXPECT_EQ(pollingInterval(-5), 60s);
+    EXPECT_EQ(pollingInterval(10), 600s);
+    EXPECT_EQ(pollingInterval(std::numeric_limits<qint64>::max()), 365 * 24h);
+    start();
+    EXPECT_EQ(state->refreshMinutes(), 10);
+    EXPECT_EQ(clock.timerIntervals(), std::vector<std::chrono::seconds>{600s});
+    preferences.setValue(u"refreshMinutes"_s, u"soon"_s);
+    EXPECT_EQ(state->refreshMinutes(), 10);
+}
+
+TEST_F(AppStateTest, RestartingReplacesTheTimer) {
+    start();
+    clock.advance(4min);
+    preferences.setValue(u"refreshMinutes"_s, u"30"_s);
+    state->startPolling();
+    settle();
+    EXPECT_EQ(requestCount(), 2U);
+    EXPECT_EQ(clock.timerIntervals(), std::vector<std::chrono::seconds>{1800s});
+}
+
+TEST_F(AppStateTest, AfterWakeOneRefreshStartsAndTheIntervalBeginsAnew) {
+    startLoaded(1);
+    clock.advance(9min);
+    Q_EMIT wake.woke();
+    settle();
+    EXPECT_EQ(requestCount(), 2U);
+    clock.advance(9min);
+    EXPECT_EQ(requestCount(), 2U);
+    clock.advance(1min);
+    EXPECT_EQ(requestCount(), 3U);
+}
+
+TEST_F(AppStateTest, ATokenThatBecomesReadableRestartsThePolling) {
+    secrets.setLookupTrouble(SecretLookup::Status::Locked);
+    start();
+    EXPECT_EQ(failure(), notConfigured);
+    secrets.setLookupTrouble(std::nullopt);
+    Q_EMIT secrets.readable();
+    settle();
+    EXPECT_EQ(requestCount(), 1U);
+}
+
+TEST_F(AppStateTest, PreferencesThatAnotherProgramChangedRestartThePolling) {
+    startLoaded(1);
+    preferences.setValue(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
+    preferences.setValue(u"refreshMinutes"_s, u"30"_s);
+    settle();
+    EXPECT_EQ(requestCount(), 1U);
+    Q_EMIT preferences.changedElsewhere();
+    settle();
+    ASSERT_EQ(requestCount(), 2U);
+    EXPECT_EQ(transport.requests()[1].url.host(), u"other.example"_s);
+    EXPECT_EQ(clock.timerIntervals(), std::vector<std::chrono::seconds>{1800s});
+}
+
+TEST_F(AppStateTest, TheEndpointIsReadAfreshOnEveryUse) {
+    startLoaded(1);
+    preferences.setValue(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
+    state->refresh();
+    EXPECT_EQ(transport.requests()[1].url.host(), u"other.example"_s);
+}
+
+TEST_F(AppStateTest, MayEndWhileAFetchIsUnderWay) {
+    start();
+    state.reset();
+    answer(0, 1);
+    EXPECT_TRUE(reminders.scheduled.empty());
+}
+
+TEST_F(AppStateTest, TheDashboardIsTheEndpointsSite) {
+    EXPECT_EQ(
+        siteRoot(u"  https://me@day.example:8443/api/briefing?a=b#c \n"_s),
+        QUrl(u"https://me@day.example:8443"_s));
+    EXPECT_EQ(siteRoot({}), std::nullopt);
+    EXPECT_EQ(siteRoot(u"day.example/api"_s), std::nullopt);
+    EXPECT_EQ(siteRoot(u"https:///api/briefing"_s), std::nullopt);
+    start();
+    EXPECT_EQ(state->dashboardURL(), QUrl(u"https://day.example"_s));
+}

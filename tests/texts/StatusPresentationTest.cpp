@@ -1,0 +1,166 @@
+#include "texts/StatusPresentation.h"
+
+#include "support/Builders.h"
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const Instant now = at("2025-03-04T09:00:00Z");
+
+class StatusPresentationTest : public testing::Test {
+protected:
+    StatusItemContent content() const {
+        return statusItemContent({
+            .lastGood = briefing,
+            .state = state,
+            .lastUpdated = updated,
+            .menuBarAmbient = ambient,
+            .now = now,
+            .timeZone = QTimeZone::utc(),
+            .locale = QLocale(u"en_US"_s),
+        });
+    }
+
+    /// A good briefing with `events`, fetched four minutes ago.
+    void load(std::vector<BriefEvent> events) {
+        briefing.emplace();
+        briefing->eventsToday = std::move(events);
+        briefing->habits = {2, 5, {}};
+        state = LoadState::loaded(*briefing);
+        updated = now - 4min;
+    }
+
+    static BriefEvent meeting(const QString& title, std::chrono::minutes in) {
+        BriefEvent event;
+        event.title = title;
+        event.start = now + in;
+        event.end = now + in + 45min;
+        event.meetingUrl = u"https://meet.example/a"_s;
+        return event;
+    }
+
+    QStringList labels() const {
+        QStringList result;
+        for (const auto& row : content().menu)
+            result += row.kind == StatusMenuRow::Kind::Separator ? u"-"_s : row.label;
+        return result;
+    }
+
+    std::optional<Briefing> briefing;
+    LoadState state = LoadState::loading();
+    std::optional<Instant> updated;
+    QString ambient = u"habits"_s;
+};
+
+} // namespace
+
+TEST_F(StatusPresentationTest, BeforeAnythingLoaded) {
+    EXPECT_EQ(content().symbol, u"calendar"_s);
+    EXPECT_FALSE(content().text);
+    EXPECT_EQ(content().title, u"Lumora"_s);
+    EXPECT_EQ(content().toolTipTitle, u"Lumora"_s);
+    EXPECT_EQ(content().toolTipBody, u"Loading…"_s);
+}
+
+TEST_F(StatusPresentationTest, AFailedFirstLoadSaysWhy) {
+    state = LoadState::failed(u"Token rejected (401)"_s);
+    EXPECT_EQ(content().symbol, u"calendar.badge.exclamationmark"_s);
+    EXPECT_EQ(content().toolTipBody, u"Token rejected (401)"_s);
+}
+
+TEST_F(StatusPresentationTest, TheTooltipHoldsTheFullTitleCountdownAndAge) {
+    load({meeting(u"Quarterly planning review with everyone"_s, 12min)});
+    briefing->eventsToday[0].location = u"Room 4"_s;
+    EXPECT_EQ(content().text, u"Quarterly planni… · 12m"_s);
+    EXPECT_EQ(content().title, u"Lumora: Quarterly planni… · 12m"_s);
+    EXPECT_EQ(content().toolTipTitle, u"Quarterly planning review with everyone"_s);
+    EXPECT_EQ(content().toolTipBody, u"In 12m, at 9:12 am · Room 4\nUpdated 4m ago"_s);
+}
+
+TEST_F(StatusPresentationTest, AMeetingInProgressTellsWhenItEnds) {
+    load({meeting(u"Standup"_s, -5min)});
+    EXPECT_EQ(content().toolTipBody, u"Until 9:40 am\nUpdated 4m ago"_s);
+}
+
+TEST_F(StatusPresentationTest, AnAmbientFigureIsSpelledOut) {
+    load({});
+    EXPECT_EQ(content().toolTipTitle, u"2 of 5 habits done"_s);
+    ambient = u"chores"_s;
+    briefing->chores.count = 1;
+    EXPECT_EQ(content().toolTipTitle, u"1 chore due"_s);
+    briefing->chores.count = 7;
+    EXPECT_EQ(content().toolTipTitle, u"7 chores due"_s);
+    ambient = u"focus"_s;
+    briefing->focus.productiveShare = 0.42;
+    EXPECT_EQ(content().toolTipTitle, u"42% focus"_s);
+    ambient = u"none"_s;
+    EXPECT_EQ(content().toolTipTitle, u"Lumora"_s);
+}
+
+TEST_F(StatusPresentationTest, ALaterMeetingIsAnnouncedBelowTheFigure) {
+    load({meeting(u"Review"_s, 125min)});
+    EXPECT_EQ(content().toolTipBody, u"Next: Review\nIn 2h5m, at 11:05 am\nUpdated 4m ago"_s);
+}
+
+TEST_F(StatusPresentationTest, AFailureAfterASuccessIsTold) {
+    load({});
+    state = LoadState::failed(u"Server error (503)"_s);
+    EXPECT_EQ(content().toolTipBody, u"Updated 4m ago\nServer error (503)"_s);
+    EXPECT_EQ(content().text, u"2/5"_s);
+}
+
+TEST_F(StatusPresentationTest, TheMenuOffersEverythingThatAClickWould) {
+    load({});
+    EXPECT_EQ(
+        labels(),
+        (QStringList{u"Open Lumora"_s, u"-"_s, u"Refresh"_s, u"Settings"_s, u"-"_s, u"Quit"_s}));
+}
+
+TEST_F(StatusPresentationTest, TheMenuOffersTheNextMeeting) {
+    load({meeting(u"Review"_s, 125min)});
+    EXPECT_EQ(
+        labels(), (QStringList{
+                      u"Open Lumora"_s, u"-"_s, u"11:05 am · Review"_s, u"Join Review"_s, u"-"_s,
+                      u"Refresh"_s, u"Settings"_s, u"-"_s, u"Quit"_s}));
+    EXPECT_EQ(content().menu[2].kind, StatusMenuRow::Kind::Text);
+    EXPECT_EQ(content().menu[3].command, StatusCommands::join);
+}
+
+TEST_F(StatusPresentationTest, WithoutALinkThereIsNothingToJoin) {
+    load({meeting(u"Review"_s, 5min)});
+    for (const auto& link :
+         {std::optional<QString>(), std::optional(u""_s), std::optional(u"http://[nowhere"_s),
+          std::optional(u"meet"_s), std::optional(u"file:///etc/passwd"_s)}) {
+        briefing->eventsToday[0].meetingUrl = link;
+        EXPECT_FALSE(labels().contains(u"Join Review"_s));
+        EXPECT_TRUE(labels().contains(u"9:05 am · Review"_s));
+    }
+}
+
+TEST_F(StatusPresentationTest, TheMeetingOfTheLabelIsTheOneOffered) {
+    // One is in progress, the next is more than half an hour away: the label shows the first.
+    load({meeting(u"Running"_s, -5min), meeting(u"Later"_s, 60min)});
+    EXPECT_EQ(content().text, u"Running"_s);
+    EXPECT_TRUE(labels().contains(u"Join Running"_s));
+}
+
+TEST_F(StatusPresentationTest, AHugeTitleDoesNotBlowUpTheMenu) {
+    load({meeting(QString(10'000, u'x'), 5min)});
+    for (const QString& label : labels())
+        EXPECT_LT(label.size(), 100);
+}
+
+TEST_F(StatusPresentationTest, ATitleOfSeveralLinesIsOne) {
+    load({meeting(u"Stand\nup\u2028now"_s, 5min)});
+    briefing->eventsToday[0].location = u"Room\r\n4"_s;
+    EXPECT_EQ(content().text, u"Stand up now · 5m"_s);
+    EXPECT_EQ(content().toolTipTitle, u"Stand up now"_s);
+    EXPECT_EQ(content().toolTipBody, u"In 5m, at 9:05 am · Room  4\nUpdated 4m ago"_s);
+    EXPECT_TRUE(labels().contains(u"Join Stand up now"_s));
+}

@@ -1,0 +1,50 @@
+#include "texts/StatusReport.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+using namespace Qt::Literals::StringLiterals;
+
+TEST(StatusReport, IsOneJsonObjectOnOneLine) {
+    StatusReport report{
+        .mode = u"countdown"_s,
+        .symbol = u"calendar.badge.clock"_s,
+        .text = u"Standup · 5m"_s,
+        .tooltip = u"Standup\nIn 5m"_s,
+        .state = u"failed"_s,
+        .message = u"Server error (503)"_s,
+        .lastUpdated = Instant(std::chrono::milliseconds(1'741'080'600'900)),
+        .pending = {u"capture"_s, u"habit:a"_s},
+        .actionError = u"\"no\""_s,
+    };
+    const QByteArray json = report.toJson();
+    EXPECT_FALSE(json.contains('\n'));
+    const auto expected = QJsonDocument::fromJson(R"json({
+            "mode": "countdown", "symbol": "calendar.badge.clock", "text": "Standup · 5m",
+            "tooltip": "Standup\nIn 5m", "state": "failed", "message": "Server error (503)",
+            "lastUpdated": "2025-03-04T09:30:00Z", "pending": ["capture", "habit:a"],
+            "actionError": "\"no\""})json");
+    EXPECT_EQ(QJsonDocument::fromJson(json), expected);
+}
+
+TEST(StatusReport, AbsentValuesAreNull) {
+    const StatusReport report{
+        .mode = u"loading"_s,
+        .symbol = u"calendar"_s,
+        .text = std::nullopt,
+        .tooltip = {},
+        .state = u"idle"_s,
+        .message = std::nullopt,
+        .lastUpdated = std::nullopt,
+        .pending = {},
+        .actionError = std::nullopt,
+    };
+    const auto expected = QJsonDocument::fromJson(R"json({
+            "mode": "loading", "symbol": "calendar", "text": null, "tooltip": "",
+            "state": "idle", "message": null, "lastUpdated": null, "pending": [],
+            "actionError": null})json");
+    EXPECT_EQ(QJsonDocument::fromJson(report.toJson()), expected);
+}

@@ -1,0 +1,118 @@
+#include "ui/theme/Theme.h"
+
+#include <QPalette>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+
+namespace {
+
+constexpr double readableText = 4.5;
+constexpr double readableSymbol = 3.0;
+
+/// Every role that a text is drawn in.
+constexpr ColorRole textRoles[] = {
+    ColorRole::Primary, ColorRole::Secondary, ColorRole::Orange, ColorRole::Green};
+
+/// Those of them that stand in clickable rows.
+constexpr ColorRole rowRoles[] = {ColorRole::Primary, ColorRole::Secondary, ColorRole::Orange};
+
+Theme own(ColorScheme scheme) {
+    return Theme(scheme, QFont());
+}
+
+QPalette desktop(QRgb window, QRgb text, QRgb highlight) {
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(window));
+    palette.setColor(QPalette::WindowText, QColor(text));
+    palette.setColor(QPalette::Highlight, QColor(highlight));
+    return palette;
+}
+
+/// `over` with its opacity, on `under`.
+QColor blended(const QColor& over, const QColor& under) {
+    const auto mix = [alpha = over.alphaF()](float a, float b) {
+        return a * alpha + b * (1 - alpha);
+    };
+    return QColor::fromRgbF(
+        mix(over.redF(), under.redF()), mix(over.greenF(), under.greenF()),
+        mix(over.blueF(), under.blueF()));
+}
+
+void expectReadable(const Theme& theme) {
+    const QColor background = theme.color(ColorRole::Background);
+    const QColor hovered = blended(theme.color(ColorRole::Hover), background);
+    for (const ColorRole role : textRoles)
+        EXPECT_GE(contrastRatio(theme.color(role), background), readableText) << int(role);
+    for (const ColorRole role : rowRoles)
+        EXPECT_GE(contrastRatio(theme.color(role), hovered), readableText)
+            << int(role) << " under the pointer";
+    EXPECT_GE(contrastRatio(theme.color(ColorRole::Green), hovered), readableSymbol);
+    EXPECT_GE(contrastRatio(theme.color(ColorRole::Accent), background), readableSymbol);
+    const QColor badge = blended(theme.color(ColorRole::Quaternary), background);
+    EXPECT_GE(contrastRatio(theme.color(ColorRole::Primary), badge), readableText);
+}
+
+} // namespace
+
+TEST(Contrast, IsTheRatioOfLuminances) {
+    EXPECT_NEAR(contrastRatio(Qt::black, Qt::white), 21, 0.01);
+    EXPECT_NEAR(contrastRatio(Qt::white, Qt::black), 21, 0.01);
+    EXPECT_NEAR(contrastRatio(Qt::white, Qt::white), 1, 0.01);
+    EXPECT_NEAR(contrastRatio(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.01);
+    EXPECT_NEAR(contrastRatio(QColor(0, 0, 0, 0), Qt::white), 1, 0.01);
+}
+
+TEST(Theme, IsReadableInBothSchemes) {
+    expectReadable(own(ColorScheme::Light));
+    expectReadable(own(ColorScheme::Dark));
+}
+
+TEST(Theme, IsReadableWithCommonDesktopPalettes) {
+    for (const QPalette& palette : {
+             desktop(0xefefef, 0x000000, 0x308cc6), // Fusion
+             desktop(0xeff0f1, 0x232629, 0x3daee9), // Breeze
+             desktop(0x2a2e32, 0xfcfcfc, 0x3daee9), // Breeze Dark
+             desktop(0xf6f5f4, 0x2e3436, 0x3584e4), // Adwaita
+             desktop(0x353535, 0xeeeeec, 0x15539e), // Adwaita-dark
+             desktop(0x000000, 0xffffff, 0xffff00), // high contrast
+             desktop(0xffffff, 0x000000, 0x0000ff),
+         })
+        expectReadable(Theme(palette, QFont()));
+}
+
+TEST(Theme, DoesWithoutDesktopColoursThatCannotBeRead) {
+    expectReadable(Theme(desktop(0x777777, 0x808080, 0x7a7a7a), QFont()));
+    expectReadable(Theme(desktop(0x9a9a9a, 0x000000, 0xffffff), QFont()));
+    expectReadable(Theme(desktop(0x6a6a6a, 0xffffff, 0x6b6b6b), QFont()));
+}
+
+TEST(Theme, HoverIsThePrimaryColourAtSevenPercent) {
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        const QColor hover = own(scheme).color(ColorRole::Hover);
+        EXPECT_NEAR(hover.alphaF(), 0.07, 0.001);
+        EXPECT_EQ(hover.rgb(), own(scheme).color(ColorRole::Primary).rgb());
+    }
+}
+
+TEST(Theme, SizesFollowTheDesktopsFont) {
+    QFont base;
+    base.setPointSizeF(10);
+    const Theme theme(ColorScheme::Light, base);
+    EXPECT_DOUBLE_EQ(theme.font(TextRole::Body).pointSizeF(), 10);
+    EXPECT_DOUBLE_EQ(theme.font(TextRole::Headline).pointSizeF(), 10);
+    EXPECT_EQ(theme.font(TextRole::Headline).weight(), QFont::Bold);
+    EXPECT_LT(theme.font(TextRole::Callout).pointSizeF(), 10);
+    EXPECT_LT(
+        theme.font(TextRole::Caption).pointSizeF(), theme.font(TextRole::Callout).pointSizeF());
+    EXPECT_LE(
+        theme.font(TextRole::Caption2).pointSizeF(), theme.font(TextRole::Caption).pointSizeF());
+    EXPECT_GT(theme.font(TextRole::Title3).pointSizeF(), 10);
+}
+
+TEST(Theme, TakesAFontThatIsSizedInPixels) {
+    QFont base;
+    base.setPixelSize(20);
+    EXPECT_EQ(Theme(ColorScheme::Light, base).font(TextRole::Title3).pixelSize(), 23);
+}

@@ -1,0 +1,472 @@
+#include "ui/window/PanelWindow.h"
+
+#include "fakes/FakeClock.h"
+#include "fakes/SwitchedCompositing.h"
+#include "ui/panel/FoldArea.h"
+#include "ui/window/PanelScroller.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <set>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace lumora::tests {
+namespace {
+
+const QRect display(0, 0, 1000, 800);
+const PlacementScreen topBar{.geometry = display, .available = display.adjusted(0, 30, 0, 0)};
+const PlacementScreen bottomBar{.geometry = display, .available = display.adjusted(0, 0, 0, -40)};
+const AnchorEvidence topItem{.pointer = QPoint(500, 15)};
+const AnchorEvidence bottomItem{.pointer = QPoint(500, 790)};
+
+/// Content with a block of any height, a button and a field.
+struct Content : QWidget {
+    Content() {
+        setFixedWidth(PanelWindow::contentWidth);
+        layout->setContentsMargins({});
+        layout->setSpacing(0);
+        for (QWidget* part : std::initializer_list<QWidget*>{block, button, field})
+            layout->addWidget(part);
+        button->setFixedHeight(30);
+        field->setFixedHeight(20);
+        setTotalHeight(300);
+    }
+
+    void setTotalHeight(int height) { block->setFixedHeight(height - 50); }
+
+    QVBoxLayout* layout = new QVBoxLayout(this);
+    QWidget* block = new QWidget;
+    QPushButton* button = new QPushButton;
+    QLineEdit* field = new QLineEdit;
+};
+
+/// Calls back whenever a widget paints.
+class PaintWatcher final : public QObject {
+public:
+    PaintWatcher(QWidget* watched, std::function<void()> painted)
+        : m_painted(std::move(painted)) {
+        watched->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            m_painted();
+        return false;
+    }
+
+private:
+    std::function<void()> m_painted;
+};
+
+class PanelWindowTest : public testing::Test {
+protected:
+    void make(bool placesWindows = true) {
+        content = new Content;
+        window = std::make_unique<PanelWindow>(
+            content, PanelWindow::Surroundings{
+                         .themes = themes,
+                         .compositing = compositing,
+                         .clock = clock,
+                         .placesWindows = placesWindows,
+                         .screens = [this] { return QList<PlacementScreen>{screen}; },
+                     });
+    }
+
+    void SetUp() override { make(); }
+
+    void open(const AnchorEvidence& evidence = topItem) {
+        window->showAt(evidence);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    /// Closes the panel; as on any desktop, another window gets the focus then.
+    void close() {
+        window->hide();
+        turnElsewhere();
+    }
+
+    void setContentHeight(int height) {
+        content->setTotalHeight(height);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    }
+
+    /// Gives the focus to another window.
+    void turnElsewhere() {
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    }
+
+    QImage picture() { return window->grab().toImage().convertToFormat(QImage::Format_ARGB32); }
+
+    ThemeSource themes{Theme(ColorScheme::Light, QFont())};
+    SwitchedCompositing compositing{false};
+    FakeClock clock;
+    PlacementScreen screen = topBar;
+    QWidget other;
+    Content* content = nullptr;
+    std::unique_ptr<PanelWindow> window;
+};
+
+TEST_F(PanelWindowTest, IsAFramelessToolWindowWithTheProgramsName) {
+    EXPECT_EQ(window->windowType(), Qt::Tool);
+    EXPECT_TRUE(window->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(window->windowTitle(), u"Lumora"_s);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, OpensUnderATopBarWithABorder) {
+    open();
+    EXPECT_EQ(window->panelGeometry(), QRect(339, 30, 322, 302));
+    EXPECT_EQ(content->size(), QSize(320, 300));
+    EXPECT_EQ(content->mapTo(window.get(), QPoint()), window->panelRect().topLeft() + QPoint(1, 1));
+}
+
+TEST_F(PanelWindowTest, OpensAboveABottomBar) {
+    screen = bottomBar;
+    open(bottomItem);
+    EXPECT_EQ(window->panelGeometry(), QRect(339, 458, 322, 302));
+}
+
+TEST_F(PanelWindowTest, FloatsWithoutABorderWhereItIsComposited) {
+    compositing.setActive(true);
+    open();
+    EXPECT_EQ(window->panelGeometry(), QRect(340, 34, 320, 300));
+    EXPECT_EQ(content->size(), QSize(320, 300));
+    EXPECT_TRUE(screen.available.contains(window->geometry()));
+}
+
+TEST_F(PanelWindowTest, HeightFollowsTheContentUnderATopBar) {
+    open();
+    const QRect windowBefore = window->geometry();
+    for (const int height : {301, 450, 100, 300}) {
+        setContentHeight(height);
+        EXPECT_EQ(window->panelGeometry(), QRect(339, 30, 322, height + 2));
+        EXPECT_EQ(content->size(), QSize(320, height));
+    }
+    EXPECT_EQ(window->geometry(), windowBefore) << "the window itself never moves";
+}
+
+TEST_F(PanelWindowTest, HeightFollowsTheContentAboveABottomBar) {
+    screen = bottomBar;
+    open(bottomItem);
+    const QRect windowBefore = window->geometry();
+    for (const int height : {301, 450, 100, 300}) {
+        setContentHeight(height);
+        EXPECT_EQ(window->panelGeometry(), QRect(339, 760 - height - 2, 322, height + 2));
+        EXPECT_EQ(content->size(), QSize(320, height));
+    }
+    EXPECT_EQ(window->geometry(), windowBefore) << "the window itself never moves";
+}
+
+TEST_F(PanelWindowTest, FollowsAFoldStepByStepWithTheEdgeAtTheBarInPlace) {
+    screen = bottomBar;
+    auto* folded = new QWidget;
+    auto* rows = new QWidget;
+    rows->setFixedHeight(200);
+    auto* foldedLayout = new QVBoxLayout(folded);
+    foldedLayout->setContentsMargins({});
+    foldedLayout->addWidget(rows);
+    auto* fold = new FoldArea(themes, folded, 0);
+    content->layout->insertWidget(0, fold);
+    open(bottomItem);
+    ASSERT_EQ(window->panelGeometry().height(), 502);
+
+    QApplication::setEffectEnabled(Qt::UI_General);
+    std::set<int> heights;
+    int wrong = 0;
+    const PaintWatcher watcher(window.get(), [&] {
+        heights.insert(window->panelGeometry().height());
+        const bool keepsEdge = window->panelGeometry().bottom() == 759;
+        const bool fits = content->height() + 2 == window->panelGeometry().height();
+        wrong += keepsEdge && fits ? 0 : 1;
+    });
+    fold->setCollapsed(true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->panelGeometry().height() == 302; }));
+    EXPECT_EQ(wrong, 0);
+    EXPECT_GT(heights.size(), 1U);
+}
+
+TEST_F(PanelWindowTest, StaysWhereAWindowManagerPutIt) {
+    open();
+    window->move(100, 50);
+    setContentHeight(400);
+    EXPECT_EQ(window->pos(), QPoint(100, 50));
+    EXPECT_EQ(window->panelGeometry(), QRect(100, 50, 322, 402));
+    close();
+    open();
+    EXPECT_EQ(window->panelGeometry(), QRect(339, 30, 322, 402));
+}
+
+TEST_F(PanelWindowTest, CutsAwayWhatThePanelLeavesFree) {
+    open();
+    EXPECT_EQ(window->mask(), QRegion(window->panelRect()));
+    compositing.setActive(true);
+    EXPECT_TRUE(window->mask().boundingRect().contains(window->panelRect()));
+    EXPECT_GT(window->mask().boundingRect().height(), window->panelRect().height());
+    EXPECT_LT(window->mask().boundingRect().height(), window->height());
+}
+
+TEST_F(PanelWindowTest, StopsAtTheWorkAreaAndScrolls) {
+    content->setTotalHeight(2000);
+    open();
+    EXPECT_EQ(window->panelGeometry(), QRect(339, 30, 322, 770));
+    EXPECT_EQ(content->size(), QSize(320, 2000));
+    EXPECT_TRUE(window->scroller()->isScrollable());
+    QTest::keyClick(window.get(), Qt::Key_PageDown);
+    EXPECT_EQ(window->scroller()->verticalScrollBar()->value(), 768);
+    QTest::keyClick(window.get(), Qt::Key_PageUp);
+    EXPECT_EQ(window->scroller()->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(PanelWindowTest, StopsScrollingWhenTheContentFitsAgain) {
+    content->setTotalHeight(2000);
+    open();
+    setContentHeight(400);
+    EXPECT_FALSE(window->scroller()->isScrollable());
+    EXPECT_EQ(window->panelGeometry().height(), 402);
+}
+
+TEST_F(PanelWindowTest, OpensAtTheTopOfLongContent) {
+    content->setTotalHeight(2000);
+    open();
+    QTest::keyClick(window.get(), Qt::Key_PageDown);
+    close();
+    open();
+    EXPECT_EQ(window->scroller()->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(PanelWindowTest, FollowsTheWorkArea) {
+    open();
+    screen.available.adjust(0, 20, 0, 0);
+    compositing.setActive(true);
+    EXPECT_EQ(window->panelGeometry().top(), 54);
+}
+
+TEST_F(PanelWindowTest, GivesTheFocusToTheContentAndNotToAField) {
+    open();
+    EXPECT_EQ(QApplication::activeWindow(), window.get());
+    EXPECT_EQ(QApplication::focusWidget(), content);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), content->button);
+}
+
+TEST_F(PanelWindowTest, DoesNotReturnTheFocusToTheFieldThatHadIt) {
+    open();
+    content->field->setFocus();
+    ASSERT_EQ(QApplication::focusWidget(), content->field);
+    QTest::keyClicks(content->field, u"half a th"_s);
+    close();
+    open();
+    EXPECT_EQ(QApplication::focusWidget(), content);
+    EXPECT_EQ(content->field->text(), u"half a th"_s);
+}
+
+TEST_F(PanelWindowTest, EscapeCloses) {
+    open();
+    const QSignalSpy hidden(window.get(), &PanelWindow::hidden);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(hidden.count(), 1);
+}
+
+TEST_F(PanelWindowTest, EscapeInAFieldCloses) {
+    open();
+    content->field->setFocus();
+    QTest::keyClick(content->field, Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, TurningToAnotherWindowCloses) {
+    open();
+    const QSignalSpy hidden(window.get(), &PanelWindow::hidden);
+    turnElsewhere();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(hidden.count(), 1);
+}
+
+TEST_F(PanelWindowTest, ItsOwnMenusAndToolTipsDoNotCloseIt) {
+    open();
+    QToolTip::showText(window->panelGeometry().center(), u"A tip"_s, content);
+    EXPECT_TRUE(window->isVisible());
+    QMenu menu(content->field);
+    menu.addAction(u"Paste"_s);
+    menu.popup(window->panelGeometry().center());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+    EXPECT_TRUE(window->isVisible());
+    menu.close();
+    QToolTip::hideText();
+}
+
+TEST_F(PanelWindowTest, ItsOwnDialogsDoNotCloseIt) {
+    open();
+    QWidget dialog(content, Qt::Dialog);
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, APressInTheShadowClosesAndOneInThePanelDoesNot) {
+    compositing.setActive(true);
+    open();
+    const QRect panel = window->panelRect();
+    QTest::mouseClick(window.get(), Qt::LeftButton, {}, panel.center());
+    EXPECT_TRUE(window->isVisible());
+    QTest::mouseClick(window.get(), Qt::LeftButton, {}, panel.topLeft() - QPoint(8, -50));
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, ThePressOnTheItemOpensAndCloses) {
+    window->toggle(topItem);
+    EXPECT_TRUE(window->isVisible());
+    window->toggle(topItem);
+    EXPECT_FALSE(window->isVisible());
+    window->toggle(topItem);
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, ThePressThatTookTheFocusDoesNotOpenItAgain) {
+    open();
+    turnElsewhere();
+    clock.advance(299ms);
+    window->toggle(topItem);
+    EXPECT_FALSE(window->isVisible());
+    clock.advance(1ms);
+    window->toggle(topItem);
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, APressRightAfterEscapeOpens) {
+    open();
+    turnElsewhere();
+    open();
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    window->toggle(topItem);
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, ShowingIsNeverIgnored) {
+    open();
+    turnElsewhere();
+    window->showAt(topItem);
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, AClockThatWasSetBackDoesNotBlockTheItem) {
+    open();
+    turnElsewhere();
+    clock.advance(-1h);
+    window->toggle(topItem);
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, AnnouncesEachOpeningInTimeForTheContentToChange) {
+    QObject::connect(window.get(), &PanelWindow::aboutToShow, window.get(), [this] {
+        EXPECT_FALSE(window->isVisible());
+        content->setTotalHeight(444);
+    });
+    const QSignalSpy aboutToShow(window.get(), &PanelWindow::aboutToShow);
+    window->showAt(topItem);
+    EXPECT_EQ(window->panelGeometry().height(), 446);
+    window->showAt(topItem);
+    EXPECT_EQ(aboutToShow.count(), 1) << "it was open already";
+    window->hide();
+    window->showAt(topItem);
+    EXPECT_EQ(aboutToShow.count(), 2);
+}
+
+TEST_F(PanelWindowTest, RemembersTheLastGoodAnchor) {
+    open({.pointer = QPoint(300, 15)});
+    close();
+    open({});
+    EXPECT_EQ(window->panelGeometry().center().x(), 299);
+    close();
+    open({.activation = QPoint(0, 25)});
+    EXPECT_EQ(window->panelGeometry().center().x(), 299);
+}
+
+TEST_F(PanelWindowTest, WithoutAnyAnchorItIsWhereTheStatusAreaUsuallyIs) {
+    open({});
+    EXPECT_EQ(window->panelGeometry(), QRect(678, 30, 322, 302));
+}
+
+TEST_F(PanelWindowTest, TheActivationTokenIsGoneOnceItIsUsed) {
+    window->showAt(topItem, "token-1");
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+}
+
+TEST_F(PanelWindowTest, IsASmallWindowWhereItCannotBePlaced) {
+    compositing.setActive(true);
+    make(false);
+    open();
+    EXPECT_EQ(window->size(), QSize(320, 300));
+    EXPECT_EQ(window->panelRect(), QRect(0, 0, 320, 300));
+    EXPECT_TRUE(window->mask().isEmpty());
+    setContentHeight(350);
+    EXPECT_EQ(window->size(), QSize(320, 350));
+    EXPECT_EQ(content->size(), QSize(320, 350));
+    setContentHeight(5000);
+    EXPECT_EQ(window->height(), window->screen()->availableGeometry().height());
+    EXPECT_TRUE(window->scroller()->isScrollable());
+}
+
+TEST_F(PanelWindowTest, SquareWithABorderWithoutCompositing) {
+    open();
+    const QRect panel = window->panelRect();
+    const QColor background = themes.theme().color(ColorRole::Background);
+    const QImage image = picture();
+    const QColor corner = image.pixelColor(panel.topLeft());
+    EXPECT_EQ(corner.alpha(), 255);
+    EXPECT_LT(corner.lightness(), background.lightness());
+    EXPECT_EQ(image.pixelColor(panel.center().x(), panel.bottom()), corner);
+    EXPECT_EQ(image.pixelColor(panel.topLeft() + QPoint(2, 2)), background);
+}
+
+TEST_F(PanelWindowTest, RoundWithAShadowWithCompositing) {
+    compositing.setActive(true);
+    open();
+    const QRect panel = window->panelRect();
+    const QImage image = picture();
+    EXPECT_NE(image.pixelColor(panel.topLeft()).alpha(), 255) << "outside of the round corner";
+    EXPECT_EQ(
+        image.pixelColor(panel.topLeft() + QPoint(11, 0)),
+        themes.theme().color(ColorRole::Background));
+    const int below = image.pixelColor(panel.center().x(), panel.bottom() + 3).alpha();
+    const int farBelow = image.pixelColor(panel.center().x(), panel.bottom() + 15).alpha();
+    EXPECT_GT(below, farBelow);
+    EXPECT_GT(farBelow, 0);
+}
+
+TEST_F(PanelWindowTest, FollowsTheThemeWhileOpen) {
+    open();
+    themes.setTheme(Theme(ColorScheme::Dark, QFont()));
+    EXPECT_EQ(
+        picture().pixelColor(window->panelRect().topLeft() + QPoint(2, 2)),
+        themes.theme().color(ColorRole::Background));
+}
+
+TEST_F(PanelWindowTest, FollowsCompositingWhileOpen) {
+    open();
+    compositing.setActive(true);
+    EXPECT_EQ(window->panelGeometry(), QRect(340, 34, 320, 300));
+    compositing.setActive(false);
+    EXPECT_EQ(window->panelGeometry(), QRect(339, 30, 322, 302));
+}
+
+} // namespace
+} // namespace lumora::tests
