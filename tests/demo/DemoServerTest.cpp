@@ -98,7 +98,7 @@ TEST_F(DemoServerTest, RefusalsAreJson) {
         {good.ask("PUT", "/api/briefing", "{}"), 405},
         {good.ask("DELETE", "/api/briefing"), 405},
         {good.post("/api/briefing/action", "{}"), 400},
-        {good.post("/api/briefing/action", QByteArray(2 << 20, 'x')), 413},
+        {good.post("/api/briefing/action", QByteArray(32 << 20, 'x')), 413},
     };
     for (const auto& [answer, status] : refusals) {
         ASSERT_TRUE(answer) << status;
