@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QTimeZone>
 
 #include <chrono>
 
@@ -17,10 +18,17 @@ inline Seconds secondsBetween(Instant from, Instant to) {
     return to - from;
 }
 
+/// UTC as QDateTime takes it: by a name that Qt 6.5 introduced, to deprecate the other later.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+inline constexpr auto kUtc = QTimeZone::UTC;
+#else
+inline constexpr auto kUtc = Qt::UTC;
+#endif
+
 /// `instant` as a date-time in UTC, cut to whole milliseconds (toward the past).
 inline QDateTime toDateTime(Instant instant) {
     const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(instant);
-    return QDateTime::fromMSecsSinceEpoch(milliseconds.time_since_epoch().count(), Qt::UTC);
+    return QDateTime::fromMSecsSinceEpoch(milliseconds.time_since_epoch().count(), kUtc);
 }
 
 } // namespace lumora

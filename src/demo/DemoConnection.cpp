@@ -2,8 +2,9 @@
 
 #include <poll.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
-#include <algorithm>
+#include <array>
 
 namespace lumora {
 
@@ -12,8 +13,8 @@ DemoConnection::DemoConnection(int socket, int stop, std::chrono::milliseconds p
     , m_stop(stop)
     , m_patience(patience) {}
 
-void DemoConnection::hangUp() {
-    m_hungUp = true;
+DemoConnection::~DemoConnection() {
+    ::close(m_socket);
 }
 
 bool DemoConnection::pause(std::chrono::milliseconds duration) const {
@@ -29,49 +30,31 @@ bool DemoConnection::await(short events) const {
     return ready > 0 && polled[1].revents == 0;
 }
 
-bool DemoConnection::is_readable() const {
-    return m_bufferUsed < m_bufferSize || await(POLLIN);
+QByteArray DemoConnection::read() {
+    std::array<char, 65536> buffer;
+    if (!await(POLLIN))
+        return {};
+    const auto received = ::recv(m_socket, buffer.data(), buffer.size(), 0);
+    return received > 0 ? QByteArray(buffer.data(), received) : QByteArray();
 }
 
-bool DemoConnection::is_writable() const {
-    return await(POLLOUT);
-}
-
-ssize_t DemoConnection::read(char* data, size_t size) {
-    if (m_bufferUsed == m_bufferSize) {
-        if (!await(POLLIN))
-            return -1;
-        const auto received = ::recv(m_socket, m_buffer.data(), m_buffer.size(), 0);
-        if (received <= 0)
-            return received;
-        m_bufferUsed = 0;
-        m_bufferSize = static_cast<size_t>(received);
+bool DemoConnection::write(const QByteArray& bytes) {
+    for (qsizetype sent = 0; sent < bytes.size();) {
+        if (!await(POLLOUT))
+            return false;
+        const auto count =
+            ::send(m_socket, bytes.data() + sent, size_t(bytes.size() - sent), MSG_NOSIGNAL);
+        if (count < 0)
+            return false;
+        sent += count;
     }
-    const auto taken = std::min(size, m_bufferSize - m_bufferUsed);
-    std::copy_n(m_buffer.data() + m_bufferUsed, taken, data);
-    m_bufferUsed += taken;
-    return static_cast<ssize_t>(taken);
+    return true;
 }
 
-ssize_t DemoConnection::write(const char* data, size_t size) {
-    if (m_hungUp || !await(POLLOUT))
-        return -1;
-    return ::send(m_socket, data, size, MSG_NOSIGNAL | MSG_DONTWAIT);
-}
-
-// The service listens on the loopback address alone and never asks who is there.
-void DemoConnection::get_remote_ip_and_port(std::string& ip, int& port) const {
-    ip.clear();
-    port = 0;
-}
-
-void DemoConnection::get_local_ip_and_port(std::string& ip, int& port) const {
-    ip.clear();
-    port = 0;
-}
-
-int DemoConnection::socket() const {
-    return m_socket;
+void DemoConnection::finish() {
+    ::shutdown(m_socket, SHUT_WR);
+    while (!read().isEmpty()) {
+    }
 }
 
 } // namespace lumora

@@ -1,34 +1,35 @@
 #pragma once
 
-#include <httplib.h>
+#include <QByteArray>
 
-#include <array>
 #include <chrono>
 
 namespace lumora {
 
-/// One accepted connection of the demo service, as the HTTP library reads and writes it. Every
-/// wait on it ends at once when the service stops, so that neither a silent client nor a slow
-/// answer holds the service up, and it can hang up in place of answering.
-class DemoConnection final : public httplib::Stream {
+/// One accepted connection of the demo service. Every wait on it ends at once when the service
+/// stops, so that neither a silent client nor a slow answer holds the service up.
+class DemoConnection {
 public:
-    /// Works on `socket`, which stays the caller's to close. `stop` becomes readable, and stays so,
-    /// when the service stops. A client that does not read or write for `patience` is given up.
+    /// Works on `socket`, which must not block, and closes it in the end. `stop` becomes readable,
+    /// and stays so, when the service stops. A client that does not read or write for `patience` is
+    /// given up.
     DemoConnection(int socket, int stop, std::chrono::milliseconds patience);
+    ~DemoConnection();
+    DemoConnection(const DemoConnection&) = delete;
+    DemoConnection& operator=(const DemoConnection&) = delete;
 
-    /// Drops everything written from now on.
-    void hangUp();
+    /// What came next; empty when nothing more will.
+    QByteArray read();
+
+    /// Sends everything; false: it could not.
+    bool write(const QByteArray& bytes);
+
+    /// Lets the client read to the end, and waits until it is gone: a connection closed over unread
+    /// bytes of the client's would be reset, and take the answer with it.
+    void finish();
 
     /// Waits for `duration`; false: the service stops.
     bool pause(std::chrono::milliseconds duration) const;
-
-    bool is_readable() const override;
-    bool is_writable() const override;
-    ssize_t read(char* data, size_t size) override;
-    ssize_t write(const char* data, size_t size) override;
-    void get_remote_ip_and_port(std::string& ip, int& port) const override;
-    void get_local_ip_and_port(std::string& ip, int& port) const override;
-    int socket() const override;
 
 private:
     /// Whether the socket is ready for `events` in time.
@@ -37,10 +38,6 @@ private:
     int m_socket;
     int m_stop;
     std::chrono::milliseconds m_patience;
-    bool m_hungUp = false;
-    std::array<char, 4096> m_buffer{}; ///< the HTTP library reads headers byte by byte
-    size_t m_bufferUsed = 0;
-    size_t m_bufferSize = 0;
 };
 
 } // namespace lumora

@@ -339,7 +339,9 @@ TEST_F(AppStateActionsTest, MayEndDuringTheRefreshAfterAnAction) {
 }
 
 TEST_F(AppStateActionsTest, ActionsMayOutliveWhoeverAskedForThem) {
-    { const auto dropped = toggle(u"read"_s); }
+    {
+        const auto dropped = toggle(u"read"_s);
+    }
     reply(1, 200);
     answer(2, 2);
     EXPECT_TRUE(state->pending().empty());

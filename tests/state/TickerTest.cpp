@@ -39,6 +39,8 @@ TEST(Ticker, CatchesUpOnceAfterSuspend) {
 
 TEST(Ticker, StopsWhenItIsGone) {
     FakeClock clock;
-    { const Ticker ticker(clock); }
+    {
+        const Ticker ticker(clock);
+    }
     EXPECT_TRUE(clock.timerIntervals().empty());
 }

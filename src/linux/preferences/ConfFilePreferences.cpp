@@ -100,7 +100,7 @@ ConfFilePreferences::Content ConfFilePreferences::read() const {
         return {errno == ENOENT || errno == ENOTDIR, {}};
     QFile file;
 
-    struct stat status {};
+    struct stat status{};
 
     const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
                         file.open(descriptor, QFile::ReadOnly, QFile::AutoCloseHandle);

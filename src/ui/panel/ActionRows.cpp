@@ -33,8 +33,7 @@ void ActionRows::render(
         setSpokenName(row, value.accessibleName);
         row.setPending(pending.contains(value.key));
     };
-    m_rows.reconcile(
-        values, [](const ActionRowValue& value) { return value.id; }, make, apply);
+    m_rows.reconcile(values, [](const ActionRowValue& value) { return value.id; }, make, apply);
 }
 
 std::vector<ActionRowValue> habitRows(const Habits& habits) {

@@ -47,8 +47,7 @@ void EventsBody::render(
             PanelTexts::timeLabel(event, QTimeZone::systemTimeZone(), QLocale::system());
         row.render(event, time, next && next->id() == event.id());
     };
-    m_rows.reconcile(
-        shown, [](const BriefEvent& event) { return event.id(); }, make, apply);
+    m_rows.reconcile(shown, [](const BriefEvent& event) { return event.id(); }, make, apply);
 
     m_none->setVisible(shown.empty());
     m_none->setSpokenContent(calloutRow(PanelTexts::noEventsText(briefing)));

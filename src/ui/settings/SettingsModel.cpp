@@ -96,8 +96,7 @@ void SettingsModel::saveToken() {
     m_testResult = savedResult();
     announce();
     // Later, so that the keyring's time and the refresh's do not add up to one wait.
-    QMetaObject::invokeMethod(
-        this, [this] { m_with.state.refresh(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this] { m_with.state.refresh(); }, Qt::QueuedConnection);
 }
 
 void SettingsModel::testConnection() {
@@ -108,8 +107,7 @@ void SettingsModel::testConnection() {
     m_testing = true;
     m_testResult.reset();
     announce();
-    QMetaObject::invokeMethod(
-        this, [this] { runTest(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this] { runTest(); }, Qt::QueuedConnection);
 }
 
 QCoro::Task<> SettingsModel::runTest() {

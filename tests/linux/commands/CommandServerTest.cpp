@@ -103,7 +103,9 @@ TEST_F(CommandServerTest, AnswersNobodyBeforeItIsTheRunningOne) {
 }
 
 TEST_F(CommandServerTest, TheNameIsFreeAgainAfterwards) {
-    { CommandServer(handlers(), bus.connect()).claim(); }
+    {
+        CommandServer(handlers(), bus.connect()).claim();
+    }
     CommandServer next(handlers(), bus.connect());
     EXPECT_TRUE(next.claim());
 }

@@ -32,6 +32,8 @@ TEST(TerminationSignals, LeavesAnIgnoredSignalIgnored) {
 }
 
 TEST(TerminationSignals, RestoresWhatWasBefore) {
-    { const TerminationSignals signalsOfTheProcess; }
+    {
+        const TerminationSignals signalsOfTheProcess;
+    }
     EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), SIG_DFL);
 }
