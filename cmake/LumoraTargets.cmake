@@ -68,6 +68,8 @@ function(lumora_tests)
     endif()
     target_link_libraries(${name} PRIVATE
         ${TEST_USES} lumora_test_support lumora_compile_options)
+    # Fixtures stand in anonymous namespaces; in a unity build their file is no main file.
+    target_compile_options(${name} PRIVATE -Wno-subobject-linkage)
     target_precompile_headers(${name} REUSE_FROM lumora_test_support)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${folder}: "
         PROPERTIES TIMEOUT 120)

@@ -1,7 +1,7 @@
 #include "app/AppDelegate.h"
 
-#include "reminders/MeetingReminders.h"
 #include "platform/UrlOpener.h"
+#include "reminders/MeetingReminders.h"
 
 using namespace Qt::Literals::StringLiterals;
 

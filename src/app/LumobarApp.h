@@ -1,16 +1,16 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "state/AppState.h"
 #include "app/PanelController.h"
 #include "app/SettingsController.h"
 #include "app/StatusItemController.h"
-#include "state/Ticker.h"
-#include "reminders/NotificationService.h"
-#include "platform/PlatformFamily.h"
 #include "linux/commands/CommandServer.h"
+#include "platform/PlatformFamily.h"
+#include "reminders/NotificationService.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
+#include "state/AppState.h"
+#include "state/Ticker.h"
 
 #include <QObject>
 

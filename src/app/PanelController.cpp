@@ -1,15 +1,15 @@
 #include "app/PanelController.h"
 
+#include "linux/session/WindowSystem.h"
+#include "platform/UrlOpener.h"
+#include "service/LumoAction.h"
 #include "state/AppState.h"
 #include "state/Ticker.h"
-#include "platform/UrlOpener.h"
-#include "linux/session/WindowSystem.h"
-#include "service/LumoAction.h"
+#include "ui/access/SpokenWidgets.h"
 #include "ui/panel/CaptureField.h"
 #include "ui/panel/MenuBarView.h"
 #include "ui/panel/PanelFooter.h"
 #include "ui/window/PanelWindow.h"
-#include "ui/access/SpokenWidgets.h"
 
 #include <QShortcut>
 

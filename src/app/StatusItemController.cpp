@@ -1,9 +1,9 @@
 #include "app/StatusItemController.h"
 
-#include "state/AppState.h"
-#include "state/Ticker.h"
 #include "platform/AppStorageBacked.h"
 #include "platform/Preferences.h"
+#include "state/AppState.h"
+#include "state/Ticker.h"
 #include "texts/StatusPresentation.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,11 +1,8 @@
 #include "briefing/Briefing.h"
 
-#include "briefing/PercentText.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <iterator>
 
 using namespace Qt::Literals::StringLiterals;
@@ -39,16 +36,6 @@ std::vector<Habit> Habits::byRemaining() const {
         items, std::back_inserter(result), [](const Habit& habit) { return !habit.done; });
     std::ranges::copy_if(items, std::back_inserter(result), &Habit::done);
     return result;
-}
-
-std::optional<QString> Spending::paceLabel() const {
-    if (!deltaFraction)
-        return std::nullopt;
-    const double size = std::abs(*deltaFraction);
-    if (size < 0.01)
-        return u"same as last month"_s;
-    const auto direction = *deltaFraction > 0 ? " ahead of last month"_L1 : " under last month"_L1;
-    return percentText(size) + direction;
 }
 
 } // namespace lumora

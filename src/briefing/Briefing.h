@@ -96,9 +96,6 @@ struct Spending {
     double generatedAt = 0; ///< the producer's time stamp, never interpreted
     bool stale = false;     ///< the daily rollup has not run today
 
-    /// The pace against last month in words; absent when there is no comparison.
-    std::optional<QString> paceLabel() const;
-
     bool operator==(const Spending&) const = default;
 };
 

@@ -1,9 +1,25 @@
 #include "briefing/BriefingDecoder.h"
 
-#include "briefing/JsonDocument.h"
-#include "briefing/JsonRecord.h"
+#include "briefing/InternetDateTime.h"
+#include "briefing/json/JsonRecord.h"
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
+
+/// Reads an internet date-time, found by the templates of JsonRecord.h like its siblings there.
+static bool readValue(simdjson::dom::element value, Instant& out, DecodeError& error) {
+    std::string_view text;
+    if (value.get(text) != simdjson::SUCCESS)
+        return wrongKind(value, "a string"_L1, error);
+    const auto instant = parseInternetDateTime(text);
+    if (!instant) {
+        error.description = "Bad date: "_L1 + toQString(text);
+        return false;
+    }
+    out = *instant;
+    return true;
+}
 
 template <>
 struct JsonSchema<BriefEvent> {
@@ -98,14 +114,7 @@ struct JsonSchema<Briefing> {
 };
 
 tl::expected<Briefing, DecodeError> decodeBriefing(QByteArrayView bytes) {
-    const JsonDocument document(bytes);
-    if (!document.root())
-        return tl::unexpected(document.root().error());
-    tl::expected<Briefing, DecodeError> briefing;
-    DecodeError error;
-    if (!readValue(*document.root(), *briefing, error))
-        briefing = tl::unexpected(std::move(error));
-    return briefing;
+    return decodeJson<Briefing>(bytes);
 }
 
 } // namespace lumora

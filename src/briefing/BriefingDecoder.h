@@ -1,7 +1,7 @@
 #pragma once
 
 #include "briefing/Briefing.h"
-#include "briefing/DecodeError.h"
+#include "briefing/json/DecodeError.h"
 
 #include <QByteArrayView>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "demo/DemoData.h"
 #include "briefing/Instant.h"
+#include "demo/DemoData.h"
 
 #include <QByteArray>
 #include <QJsonObject>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "briefing/Instant.h"
 #include "demo/DemoData.h"
 #include "demo/DemoScenario.h"
-#include "briefing/Instant.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

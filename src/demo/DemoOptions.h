@@ -1,7 +1,7 @@
 #pragma once
 
-#include "demo/DemoScenario.h"
 #include "briefing/Instant.h"
+#include "demo/DemoScenario.h"
 
 #include <QByteArray>
 #include <QString>

@@ -2,8 +2,8 @@
 
 #include "platform/AppStorageBacked.h"
 #include "platform/Clock.h"
-#include "reminders/MeetingReminders.h"
 #include "platform/NotificationCenter.h"
+#include "reminders/MeetingReminders.h"
 
 #include <QObject>
 

@@ -1,22 +1,21 @@
 #include "service/ActionResult.h"
 
-#include "briefing/FlatJsonObject.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "briefing/json/JsonRecord.h"
 
 namespace lumora {
 
+template <>
+struct JsonSchema<ActionResult> {
+    static constexpr std::tuple fields{
+        JsonField<&ActionResult::ok>{"ok"},
+        JsonField<&ActionResult::queued>{"queued"},
+        JsonField<&ActionResult::reason>{"reason"},
+    };
+};
+
 ActionResult decodeActionResult(const QByteArray& body) {
-    const auto taken = [] { return ActionResult{.ok = true, .queued = {}, .reason = {}}; };
-    const auto object = FlatJsonObject::parse(body);
-    if (!object)
-        return taken();
-    const auto ok = object->boolean("ok"_L1);
-    const auto queued = object->boolean("queued"_L1);
-    const auto reason = object->string("reason"_L1);
-    if (!ok || !queued || !reason)
-        return taken();
-    return {*ok, *queued, *reason};
+    const ActionResult taken{.ok = true, .queued = {}, .reason = {}};
+    return decodeJson<ActionResult>(body).value_or(taken);
 }
 
 } // namespace lumora

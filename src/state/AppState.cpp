@@ -1,9 +1,9 @@
 #include "state/AppState.h"
 
 #include "platform/AppStorageBacked.h"
-#include "reminders/MeetingReminders.h"
 #include "platform/SecretStore.h"
 #include "platform/WakeMonitor.h"
+#include "reminders/MeetingReminders.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 

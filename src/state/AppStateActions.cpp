@@ -1,7 +1,7 @@
 // What the user does with the briefing; the rest of the class is in AppState.cpp.
 
-#include "state/AppState.h"
 #include "service/LumoService.h"
+#include "state/AppState.h"
 
 #include <QPointer>
 

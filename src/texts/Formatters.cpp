@@ -1,7 +1,5 @@
 #include "texts/Formatters.h"
 
-#include "briefing/PercentText.h"
-
 #include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
@@ -25,10 +23,16 @@ QString minutesText(qint64 seconds) {
     return QString::number(seconds < minute ? 1 : seconds / minute) + u'm';
 }
 
+/// `value` rounded to the nearest integer, halves away from zero, in plain decimal digits.
+QString roundedText(double value) {
+    // Adding zero turns a negative zero into a plain one.
+    return QString::number(std::round(value) + 0.0, 'f', 0);
+}
+
 } // namespace
 
 QString percent(double fraction) {
-    return percentText(fraction);
+    return roundedText(fraction * 100) + u'%';
 }
 
 QString currency(double amount, const QLocale& locale) {

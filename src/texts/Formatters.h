@@ -9,7 +9,8 @@
 /// The short texts for numbers and instants that every view shares, so that they agree on wording.
 namespace lumora::Formatters {
 
-/// A fraction of 1 as a whole percentage, halves away from zero: "43%" for 0.425.
+/// A fraction of 1 as a whole percentage in plain decimal digits, halves away from zero: "43%" for
+/// 0.425. Neither clamped nor localised; what rounds to zero has no sign.
 QString percent(double fraction);
 
 /// An amount of money without a fraction, in `locale`'s currency, grouping and digits: "$1,235".

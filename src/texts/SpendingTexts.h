@@ -15,7 +15,10 @@ bool isRevealed(std::optional<Instant> revealedAt, Instant now);
 /// The digest of the folded section: the month's figure, or "hidden".
 QString summary(const Spending& spending, bool revealed, const QLocale& locale);
 
-/// The pace against last month in words.
+/// The pace against last month, e.g. "12% ahead of last month"; absent without a comparison.
+std::optional<QString> paceLabel(const Spending& spending);
+
+/// The same in words for the panel, which also says when there is no comparison.
 QString pace(const Spending& spending);
 
 /// The note below figures that are not of today, e.g. "as of 2026-11-19".

@@ -1,9 +1,9 @@
 #include "texts/StatusPresentation.h"
 
 #include "briefing/MeetingSelection.h"
-#include "texts/SingleLine.h"
 #include "platform/UrlOpener.h"
 #include "texts/Formatters.h"
+#include "texts/SingleLine.h"
 #include "texts/TextShortening.h"
 
 using namespace Qt::Literals::StringLiterals;

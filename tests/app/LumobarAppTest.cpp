@@ -5,10 +5,10 @@
 #include "fakes/FakeNotificationCenter.h"
 #include "fakes/FakeStatusItem.h"
 #include "fakes/RecordingUrlOpener.h"
+#include "linux/commands/CommandAddress.h"
 #include "platform/memory/MemoryLoginItems.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"
-#include "linux/commands/CommandAddress.h"
 #include "support/PrivateBus.h"
 #include "support/ScopedEnvironment.h"
 

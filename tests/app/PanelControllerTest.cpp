@@ -1,14 +1,14 @@
 #include "app/PanelController.h"
 
-#include "state/Ticker.h"
 #include "fakes/FakeAppearance.h"
 #include "fakes/RecordingUrlOpener.h"
 #include "fakes/SwitchedCompositing.h"
+#include "state/Ticker.h"
 #include "support/StateHarness.h"
 #include "support/WrittenTexts.h"
 #include "ui/panel/CaptureField.h"
-#include "ui/window/PanelWindow.h"
 #include "ui/panel/SpendingSection.h"
+#include "ui/window/PanelWindow.h"
 
 #include <QApplication>
 #include <QTest>

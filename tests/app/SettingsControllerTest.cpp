@@ -1,8 +1,8 @@
 #include "app/SettingsController.h"
 
 #include "fakes/FakeAppearance.h"
-#include "ui/settings/SettingsWindow.h"
 #include "support/SettingsHarness.h"
+#include "ui/settings/SettingsWindow.h"
 
 #include <QApplication>
 #include <QLineEdit>

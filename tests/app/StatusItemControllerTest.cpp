@@ -1,7 +1,7 @@
 #include "app/StatusItemController.h"
 
-#include "state/Ticker.h"
 #include "fakes/FakeStatusItem.h"
+#include "state/Ticker.h"
 #include "support/StateHarness.h"
 
 #include <gtest/gtest.h>

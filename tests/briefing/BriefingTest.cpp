@@ -1,6 +1,5 @@
 #include "briefing/Briefing.h"
 
-#include "briefing/PercentText.h"
 #include "support/Builders.h"
 
 #include <gtest/gtest.h>
@@ -13,12 +12,6 @@ namespace {
 
 QString idAt(std::string_view start) {
     return makeEvent({.title = u"T"_s, .start = at(start)}).id();
-}
-
-std::optional<QString> pace(std::optional<double> deltaFraction) {
-    Spending spending;
-    spending.deltaFraction = deltaFraction;
-    return spending.paceLabel();
 }
 
 } // namespace
@@ -68,39 +61,4 @@ TEST(Habits, RemainingComeFirstEachInListOrder) {
 
 TEST(Habits, NothingRemainsOfNothing) {
     EXPECT_TRUE(Habits().byRemaining().empty());
-}
-
-TEST(Spending, PaceIsAbsentWithoutAComparison) {
-    EXPECT_EQ(pace(std::nullopt), std::nullopt);
-}
-
-TEST(Spending, PaceBelowOnePercentIsTheSame) {
-    EXPECT_EQ(pace(0.0099), u"same as last month"_s);
-    EXPECT_EQ(pace(-0.0099), u"same as last month"_s);
-    EXPECT_EQ(pace(0.0), u"same as last month"_s);
-    EXPECT_EQ(pace(-0.0), u"same as last month"_s);
-}
-
-TEST(Spending, PaceNamesShareAndDirection) {
-    EXPECT_EQ(pace(0.187), u"19% ahead of last month"_s);
-    EXPECT_EQ(pace(-0.05), u"5% under last month"_s);
-    EXPECT_EQ(pace(-0.01), u"1% under last month"_s);
-    EXPECT_EQ(pace(0.124), u"12% ahead of last month"_s);
-    EXPECT_EQ(pace(0.125), u"13% ahead of last month"_s);
-    EXPECT_EQ(pace(12.5), u"1250% ahead of last month"_s);
-}
-
-TEST(PercentText, RoundsHalvesAwayFromZero) {
-    EXPECT_EQ(percentText(0.125), u"13%"_s);
-    EXPECT_EQ(percentText(-0.125), u"-13%"_s);
-    EXPECT_EQ(percentText(0.124), u"12%"_s);
-}
-
-TEST(PercentText, ZeroHasNoSign) {
-    EXPECT_EQ(percentText(-0.001), u"0%"_s);
-    EXPECT_EQ(roundedText(-0.4), u"0"_s);
-}
-
-TEST(PercentText, LargeFiguresStayPlainDecimal) {
-    EXPECT_EQ(percentText(1e18), u"100000000000000000000%"_s);
 }

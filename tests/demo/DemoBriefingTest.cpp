@@ -1,6 +1,6 @@
-#include "demo/DemoService.h"
 #include "briefing/BriefingDecoder.h"
 #include "briefing/MeetingSelection.h"
+#include "demo/DemoService.h"
 
 #include <gtest/gtest.h>
 
@@ -39,7 +39,7 @@ protected:
     const QTimeZone zone = QTimeZone(GetParam());
 };
 
-const Instant kNoon = std::chrono::sys_days(std::chrono::year(2025) / 3 / 4) + 12h;
+const Instant kBriefingNoon = std::chrono::sys_days(std::chrono::year(2025) / 3 / 4) + 12h;
 
 } // namespace
 
@@ -76,11 +76,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values("UTC", "Europe/Berlin", "America/Santiago", "Asia/Kolkata", "Pacific/Apia"));
 
 TEST(DemoBriefingFaults, TheMalformedOneFailsAtItsDate) {
-    const auto briefing = fetched(DemoScenario::Malformed, kNoon, QTimeZone::utc());
+    const auto briefing = fetched(DemoScenario::Malformed, kBriefingNoon, QTimeZone::utc());
     ASSERT_FALSE(briefing);
     EXPECT_EQ(briefing.error().text(), u"eventsToday[3].start: Bad date: 2025-03-04"_s);
 }
 
 TEST(DemoBriefingFaults, TheLoginPageIsNoBriefing) {
-    EXPECT_FALSE(fetched(DemoScenario::Html, kNoon, QTimeZone::utc()));
+    EXPECT_FALSE(fetched(DemoScenario::Html, kBriefingNoon, QTimeZone::utc()));
 }

@@ -12,7 +12,7 @@ tl::expected<DemoControl, QString> parsed(const QByteArray& body) {
     return parseDemoControl(body, QTimeZone::utc());
 }
 
-const Instant kNoon = std::chrono::sys_days(std::chrono::year(2025) / 3 / 4) + 12h;
+const Instant kControlNoon = std::chrono::sys_days(std::chrono::year(2025) / 3 / 4) + 12h;
 
 } // namespace
 
@@ -29,8 +29,8 @@ TEST(DemoControl, ReadsEveryMember) {
         R"({"scenario":"flaky","now":"2025-03-04T12:00:00Z","dayFrom":"2025-03-04T13:00:00+01:00"})");
     ASSERT_TRUE(absolute);
     EXPECT_EQ(absolute->scenario, DemoScenario::Flaky);
-    EXPECT_EQ(absolute->now, kNoon);
-    EXPECT_EQ(absolute->dayFrom, kNoon);
+    EXPECT_EQ(absolute->now, kControlNoon);
+    EXPECT_EQ(absolute->dayFrom, kControlNoon);
     const auto relative = parsed(R"({"advanceSeconds":1.5,"shiftDaySeconds":-1200})");
     ASSERT_TRUE(relative);
     EXPECT_EQ(relative->advance, Seconds(1.5));

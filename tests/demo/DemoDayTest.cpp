@@ -17,10 +17,10 @@ namespace {
 
 const QTimeZone kBerlin("Europe/Berlin");
 const Instant kMidnightUtc = std::chrono::sys_days(std::chrono::year(2025) / 3 / 4);
-const Instant kNoon = kMidnightUtc + 12h;
+const Instant kDayNoon = kMidnightUtc + 12h;
 
 QJsonObject briefing(
-    DemoScenario scenario, Instant dayFrom = kNoon, std::optional<Instant> now = std::nullopt,
+    DemoScenario scenario, Instant dayFrom = kDayNoon, std::optional<Instant> now = std::nullopt,
     const QTimeZone& zone = kBerlin) {
     return demoBriefing(
         scenario, dayFrom, now.value_or(dayFrom), initialDemoData(scenario, dayFrom, zone), zone);
@@ -71,29 +71,29 @@ bool isDay(const QJsonValue& date) {
 } // namespace
 
 TEST(DemoDay, TheBusyDayHasAMeetingInTwelveMinutes) {
-    const auto next = startingWithinHalfAnHour(briefing(DemoScenario::Busy), kNoon);
+    const auto next = startingWithinHalfAnHour(briefing(DemoScenario::Busy), kDayNoon);
     ASSERT_EQ(next.size(), 1);
-    EXPECT_EQ(startOf(next[0]), kNoon + 12min);
+    EXPECT_EQ(startOf(next[0]), kDayNoon + 12min);
     EXPECT_TRUE(next[0].contains(u"meetingUrl"_s));
     EXPECT_TRUE(next[0].contains(u"location"_s));
 }
 
 TEST(DemoDay, TheBusyDayHasAMeetingInProgress) {
-    const auto running = inProgress(briefing(DemoScenario::Busy), kNoon);
+    const auto running = inProgress(briefing(DemoScenario::Busy), kDayNoon);
     ASSERT_EQ(running.size(), 1);
-    EXPECT_EQ(startOf(running[0]), kNoon - 10min);
-    EXPECT_EQ(endOf(running[0]), kNoon + 35min);
+    EXPECT_EQ(startOf(running[0]), kDayNoon - 10min);
+    EXPECT_EQ(endOf(running[0]), kDayNoon + 35min);
     EXPECT_TRUE(running[0].contains(u"meetingUrl"_s));
 }
 
 TEST(DemoDay, TwentyMinutesOnTheNextMeetingIsTheOneInProgressThatEndsFirst) {
     const auto document = briefing(DemoScenario::Busy);
-    const auto later = kNoon + 20min;
+    const auto later = kDayNoon + 20min;
     EXPECT_TRUE(startingWithinHalfAnHour(document, later).isEmpty());
     auto running = inProgress(document, later);
     ASSERT_EQ(running.size(), 2);
     const auto first = *std::ranges::min_element(running, {}, endOf);
-    EXPECT_EQ(startOf(first), kNoon + 12min);
+    EXPECT_EQ(startOf(first), kDayNoon + 12min);
 }
 
 TEST(DemoDay, TheBusyDayHasEveryOddKindOfEvent) {
@@ -101,18 +101,19 @@ TEST(DemoDay, TheBusyDayHasEveryOddKindOfEvent) {
     const auto count = [&](auto predicate) { return std::ranges::count_if(events, predicate); };
     EXPECT_EQ(count(isAllDay), 1);
     EXPECT_EQ(count([](const auto& e) { return !isAllDay(e) && endOf(e) - startOf(e) == 7h; }), 1);
-    EXPECT_GE(count([](const auto& e) { return endOf(e) <= kNoon; }), 1);
+    EXPECT_GE(count([](const auto& e) { return endOf(e) <= kDayNoon; }), 1);
     EXPECT_GE(
         count([](const auto& e) {
-            return startOf(e) > kNoon + 45min && !e[u"meetingUrl"_s].isString() &&
+            return startOf(e) > kDayNoon + 45min && !e[u"meetingUrl"_s].isString() &&
                    !e[u"location"_s].isString();
         }),
         1);
     std::multiset<Instant> starts;
     for (const auto& meeting : meetingsOf(briefing(DemoScenario::Busy)))
         starts.insert(startOf(meeting));
-    EXPECT_TRUE(std::ranges::any_of(
-        starts, [&](Instant start) { return start > kNoon + 45min && starts.count(start) == 2; }));
+    EXPECT_TRUE(std::ranges::any_of(starts, [&](Instant start) {
+        return start > kDayNoon + 45min && starts.count(start) == 2;
+    }));
 }
 
 TEST(DemoDay, ALongTitleMixesScriptsAndJoinedEmoji) {
@@ -149,23 +150,23 @@ TEST(DemoDay, EventsAreInOrderAndOnWholeMinutes) {
 }
 
 TEST(DemoDay, EventsAreLaidOutToTheSecond) {
-    const auto next = meetingsOf(briefing(DemoScenario::Busy, kNoon + 17s));
-    EXPECT_TRUE(
-        std::ranges::any_of(next, [](const auto& m) { return startOf(m) == kNoon + 12min + 17s; }));
+    const auto next = meetingsOf(briefing(DemoScenario::Busy, kDayNoon + 17s));
+    EXPECT_TRUE(std::ranges::any_of(
+        next, [](const auto& m) { return startOf(m) == kDayNoon + 12min + 17s; }));
 }
 
 TEST(DemoDay, TimePassingLeavesTheEventsInPlace) {
-    const auto atNoon = briefing(DemoScenario::Busy, kNoon);
-    const auto later = briefing(DemoScenario::Busy, kNoon, kNoon + 3h);
+    const auto atNoon = briefing(DemoScenario::Busy, kDayNoon);
+    const auto later = briefing(DemoScenario::Busy, kDayNoon, kDayNoon + 3h);
     EXPECT_EQ(eventsOf(atNoon), eventsOf(later));
     EXPECT_NE(atNoon[u"nextEvent"_s], later[u"nextEvent"_s]);
 }
 
 TEST(DemoDay, TheNextEventIsTheFirstThatHasYetToStart) {
     const QJsonValue atNoon = briefing(DemoScenario::Busy)[u"nextEvent"_s];
-    EXPECT_EQ(startOf(atNoon), kNoon + 12min);
+    EXPECT_EQ(startOf(atNoon), kDayNoon + 12min);
     EXPECT_TRUE(eventsOf(briefing(DemoScenario::Busy)).contains(atNoon));
-    EXPECT_TRUE(briefing(DemoScenario::Busy, kNoon, kNoon + 12h)[u"nextEvent"_s].isNull());
+    EXPECT_TRUE(briefing(DemoScenario::Busy, kDayNoon, kDayNoon + 12h)[u"nextEvent"_s].isNull());
     EXPECT_TRUE(briefing(DemoScenario::Empty)[u"nextEvent"_s].isNull());
 }
 
@@ -229,7 +230,7 @@ TEST(DemoDay, TheQuietDayHasNothingNearAndEverythingDone) {
     const auto document = briefing(DemoScenario::Quiet);
     EXPECT_GE(eventsOf(document).size(), 2);
     for (const auto& meeting : meetingsOf(document))
-        EXPECT_LE(endOf(meeting), kNoon);
+        EXPECT_LE(endOf(meeting), kDayNoon);
     const auto habits = document[u"habits"_s].toObject();
     EXPECT_GT(habits[u"total"_s].toInteger(), 0);
     EXPECT_EQ(habits[u"done"_s], habits[u"total"_s]);

@@ -8,16 +8,16 @@ using namespace lumora;
 
 namespace {
 
-const QTimeZone kBerlin("Europe/Berlin");
+const QTimeZone kOptionsBerlin("Europe/Berlin");
 
-tl::expected<DemoOptions, QString> parsed(const QStringList& arguments) {
-    return parseDemoOptions(arguments, kBerlin);
+tl::expected<DemoOptions, QString> parsedOptions(const QStringList& arguments) {
+    return parseDemoOptions(arguments, kOptionsBerlin);
 }
 
 } // namespace
 
 TEST(DemoOptions, NothingGivenIsTheBusyDayNowOnAFreePort) {
-    const auto options = parsed({});
+    const auto options = parsedOptions({});
     ASSERT_TRUE(options);
     EXPECT_EQ(options->scenario, DemoScenario::Busy);
     EXPECT_EQ(options->port, 0);
@@ -29,7 +29,7 @@ TEST(DemoOptions, NothingGivenIsTheBusyDayNowOnAFreePort) {
 }
 
 TEST(DemoOptions, EverythingGiven) {
-    const auto options = parsed(
+    const auto options = parsedOptions(
         {u"--scenario"_s, u"quiet"_s, u"--port=8080"_s, u"--token"_s, u"s3cret!"_s, u"--now"_s,
          u"2025-03-04T09:30:00"_s, u"--until-stdin-closes"_s});
     ASSERT_TRUE(options);
@@ -46,7 +46,7 @@ TEST(DemoOptions, EveryScenarioHasAName) {
                                  {u"busy"_s, u"empty"_s, u"quiet"_s, u"unauthorized"_s, u"flaky"_s,
                                   u"slow"_s, u"malformed"_s, u"html"_s}));
     for (const auto& name : demoScenarioNames()) {
-        const auto options = parsed({u"--scenario"_s, name});
+        const auto options = parsedOptions({u"--scenario"_s, name});
         ASSERT_TRUE(options) << name.toStdString();
         EXPECT_EQ(demoScenarioName(options->scenario), name);
         EXPECT_TRUE(demoHelp().contains(u"  %1 "_s.arg(name))) << name.toStdString();
@@ -54,8 +54,8 @@ TEST(DemoOptions, EveryScenarioHasAName) {
 }
 
 TEST(DemoOptions, HelpAndVersion) {
-    EXPECT_TRUE(parsed({u"--help"_s})->help);
-    EXPECT_TRUE(parsed({u"--version"_s})->version);
+    EXPECT_TRUE(parsedOptions({u"--help"_s})->help);
+    EXPECT_TRUE(parsedOptions({u"--version"_s})->version);
     for (const auto& option :
          {u"--scenario"_s, u"--port"_s, u"--token"_s, u"--now"_s, u"--until-stdin-closes"_s,
           u"--help"_s, u"--version"_s})
@@ -83,7 +83,7 @@ TEST(DemoOptions, WhatIsNotUnderstoodIsOneLine) {
         {u"--until-stdin-closes=yes"_s},
     };
     for (const auto& arguments : refused) {
-        const auto options = parsed(arguments);
+        const auto options = parsedOptions(arguments);
         ASSERT_FALSE(options) << arguments.join(u' ').toStdString();
         EXPECT_FALSE(options.error().isEmpty());
         EXPECT_FALSE(options.error().contains(u'\n'));

@@ -18,7 +18,7 @@ using namespace lumora::tests;
 namespace {
 
 /// Far less than a slow answer takes.
-constexpr int kAtOnce = 2000;
+constexpr int kServerAtOnce = 2000;
 
 class DemoServerTest : public testing::Test {
 protected:
@@ -48,7 +48,7 @@ protected:
         QElapsedTimer timer;
         timer.start();
         server->stop();
-        return timer.elapsed() < kAtOnce;
+        return timer.elapsed() < kServerAtOnce;
     }
 };
 
@@ -113,7 +113,7 @@ TEST_F(DemoServerTest, WhatIsNotHttpIsRefused) {
     QTcpSocket socket;
     socket.connectToHost(u"127.0.0.1"_s, port);
     socket.write("BREW /pot COFFEE/1.0\r\n\r\n");
-    ASSERT_TRUE(socket.waitForDisconnected(kAtOnce) || socket.bytesAvailable() > 0);
+    ASSERT_TRUE(socket.waitForDisconnected(kServerAtOnce) || socket.bytesAvailable() > 0);
     EXPECT_TRUE(socket.readAll().startsWith("HTTP/1.1 400 "));
 }
 
@@ -137,7 +137,7 @@ TEST_F(DemoServerTest, HangingUpSendsNotAByte) {
     QTcpSocket socket;
     socket.connectToHost(u"127.0.0.1"_s, port);
     socket.write("GET /api/briefing HTTP/1.1\r\nHost: localhost\r\nX-Api-Key: key\r\n\r\n");
-    ASSERT_TRUE(socket.waitForDisconnected(kAtOnce));
+    ASSERT_TRUE(socket.waitForDisconnected(kServerAtOnce));
     EXPECT_EQ(socket.readAll(), "");
     EXPECT_EQ(client().get("/api/briefing")->status, 200);
 }
@@ -186,7 +186,8 @@ TEST_F(DemoServerTest, StopsWithASilentClientConnected) {
     EXPECT_EQ(client().get("/api/briefing")->status, 200);
     EXPECT_TRUE(stopsAtOnce());
     EXPECT_TRUE(
-        silent.state() == QAbstractSocket::UnconnectedState || silent.waitForDisconnected(kAtOnce));
+        silent.state() == QAbstractSocket::UnconnectedState ||
+        silent.waitForDisconnected(kServerAtOnce));
 }
 
 TEST_F(DemoServerTest, StopsRightAfterTheStart) {

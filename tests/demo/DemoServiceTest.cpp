@@ -13,11 +13,11 @@ using namespace lumora;
 
 namespace {
 
-const Instant kNoon = std::chrono::sys_days(std::chrono::year(2025) / 3 / 4) + 12h;
+const Instant kServiceNoon = std::chrono::sys_days(std::chrono::year(2025) / 3 / 4) + 12h;
 
 class DemoServiceTest : public testing::Test {
 protected:
-    Instant real = kNoon;
+    Instant real = kServiceNoon;
 
     std::unique_ptr<DemoService> make(DemoScenario scenario) {
         return std::make_unique<DemoService>(
@@ -170,7 +170,7 @@ TEST_F(DemoServiceTest, TheDayMovesOnItsOwn) {
 }
 
 TEST_F(DemoServiceTest, TheDayBeginsOnAWholeMinuteAndMovesByTheSecond) {
-    real = kNoon + 17s + 3ms;
+    real = kServiceNoon + 17s + 3ms;
     service = make(DemoScenario::Busy);
     const auto teamSync = [&] { return briefing()[u"eventsToday"_s][5][u"start"_s].toString(); };
     EXPECT_EQ(teamSync(), u"2025-03-04T12:13:00Z"_s);

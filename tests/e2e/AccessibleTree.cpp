@@ -16,7 +16,7 @@ namespace lumora::tests {
 
 namespace {
 
-constexpr int longEnough = 30'000; // milliseconds
+constexpr int treePatience = 30'000; // milliseconds
 const QString connectionName = u"accessibility"_s;
 const QString launcherPath = u"/usr/libexec/at-spi-bus-launcher"_s;
 const QString registry = u"org.a11y.atspi.Registry"_s;
@@ -113,7 +113,7 @@ AccessibleTree::AccessibleTree(ProgramHarness& lumora)
                       .toString();
         return address.startsWith("unix:"_L1);
     };
-    if (!m_launcher.waitForStarted() || !QTest::qWaitFor(answers, longEnough))
+    if (!m_launcher.waitForStarted() || !QTest::qWaitFor(answers, treePatience))
         throw std::runtime_error("no accessibility service: is at-spi2-core installed?");
     m_bus = QDBusConnection::connectToBus(address, connectionName);
 }
@@ -131,7 +131,7 @@ QDBusMessage AccessibleTree::call(
     QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
     message.setArguments(arguments);
     // A tree is hundreds of calls, none of which the program needs the test's help for.
-    return m_bus.call(message, QDBus::Block, longEnough);
+    return m_bus.call(message, QDBus::Block, treePatience);
 }
 
 QString
@@ -211,7 +211,7 @@ testing::AssertionResult AccessibleTree::comesToBe(
         seen = window(title);
         return seen.exists() && wanted(seen);
     };
-    if (QTest::qWaitFor(matches, longEnough))
+    if (QTest::qWaitFor(matches, treePatience))
         return testing::AssertionSuccess();
     return testing::AssertionFailure()
            << (seen.exists() ? "last read:\n" + seen.spoken().toStdString() : "no such window");

@@ -7,7 +7,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QJsonObject loaded{{u"mode"_s, u"countdown"_s}, {u"state"_s, u"loaded"_s}};
+const QJsonObject loadedDemo{{u"mode"_s, u"countdown"_s}, {u"state"_s, u"loaded"_s}};
 
 /// Hears every call to the keyring that any process on the bus makes.
 class KeyringEavesdropper {
@@ -73,7 +73,7 @@ class DemoModeOfAConfiguredUser : public ConfiguredProgram {};
 
 TEST_F(DemoMode, ShowsItsDayAndLeavesNothingBehind) {
     lumora.start({u"--demo"_s});
-    ASSERT_TRUE(lumora.comesToShow(loaded));
+    ASSERT_TRUE(lumora.comesToShow(loadedDemo));
     const qint64 service = demoService();
     ASSERT_GT(service, 0);
     EXPECT_EQ(lumora.run({u"refresh"_s}).exitCode, 0);
@@ -89,7 +89,7 @@ TEST_F(DemoMode, ShowsItsDayAndLeavesNothingBehind) {
 
 TEST_F(DemoMode, TakesItsServiceAlongHoweverItEnds) {
     lumora.start({u"--demo"_s});
-    ASSERT_TRUE(lumora.comesToShow(loaded));
+    ASSERT_TRUE(lumora.comesToShow(loadedDemo));
     const qint64 killed = demoService();
     ASSERT_GT(killed, 0);
     lumora.program().kill();
@@ -97,7 +97,7 @@ TEST_F(DemoMode, TakesItsServiceAlongHoweverItEnds) {
     EXPECT_TRUE(ends(killed));
 
     lumora.start({u"--demo"_s});
-    ASSERT_TRUE(lumora.comesToShow(loaded));
+    ASSERT_TRUE(lumora.comesToShow(loadedDemo));
     const qint64 terminated = demoService();
     ASSERT_GT(terminated, 0);
     lumora.program().terminate();
@@ -121,12 +121,12 @@ TEST_F(DemoMode, SaysWhichScenariosThereAre) {
 
 TEST_F(DemoMode, DoesNotStartBesideARunningProgram) {
     lumora.start({u"--demo"_s});
-    ASSERT_TRUE(lumora.comesToShow(loaded));
+    ASSERT_TRUE(lumora.comesToShow(loadedDemo));
     const auto second = lumora.run({u"--demo"_s});
     EXPECT_EQ(second.exitCode, 1);
     EXPECT_EQ(second.out, "");
     EXPECT_EQ(second.err, "lumora: Lumora is already running; end it with \"lumora quit\" first\n");
-    EXPECT_TRUE(lumora.comesToShow(loaded));
+    EXPECT_TRUE(lumora.comesToShow(loadedDemo));
 }
 
 TEST_F(DemoModeOfAConfiguredUser, TouchesNeitherSettingsNorKeyring) {
@@ -138,7 +138,7 @@ TEST_F(DemoModeOfAConfiguredUser, TouchesNeitherSettingsNorKeyring) {
     KeyringEavesdropper eavesdropper(lumora.sessionBus());
 
     lumora.start({u"--demo"_s});
-    ASSERT_TRUE(lumora.comesToShow(loaded));
+    ASSERT_TRUE(lumora.comesToShow(loadedDemo));
     EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
     EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
     marker.call(u"/"_s, u"com.lumora.test"_s, u"AfterTheDemo"_s);

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString title = u"Lumora"_s;
+const QString windowTitle = u"Lumora"_s;
 
 /// What is read out of `panel`, in order: the roles and names of all that can be seen.
 QStringList readAloud(const AccessibleNode& panel) {
@@ -26,7 +26,7 @@ QStringList readAloud(const AccessibleNode& panel) {
 
 /// Whether nothing stands above, or before on the same line, what is read before it.
 testing::AssertionResult isReadAsItIsSeen(AccessibleTree& tree) {
-    const AccessibleNode panel = tree.window(title);
+    const AccessibleNode panel = tree.window(windowTitle);
     QRect place;
     const AccessibleNode* before = nullptr;
     for (const AccessibleNode* node : panel.all()) {
@@ -77,7 +77,7 @@ protected:
     }
 
     testing::AssertionResult comesToBe(const std::function<bool(const AccessibleNode&)>& wanted) {
-        return tree.comesToBe(title, wanted);
+        return tree.comesToBe(windowTitle, wanted);
     }
 
     testing::AssertionResult comesToHave(const QString& name, const QString& state = {}) {
@@ -89,14 +89,14 @@ protected:
 
     /// The names of what has the keyboard after each press of `key`.
     QStringList focusedAfter(const QString& key, int presses) {
-        QStringList names{focusedIn(tree.window(title)).name};
+        QStringList names{focusedIn(tree.window(windowTitle)).name};
         for (int i = 0; i < presses; ++i) {
             pressKey(key);
             EXPECT_TRUE(comesToBe([&](const AccessibleNode& panel) {
                 const AccessibleNode node = focusedIn(panel);
                 return node.exists() && node.name != names.last();
             }));
-            names += focusedIn(tree.window(title)).name;
+            names += focusedIn(tree.window(windowTitle)).name;
         }
         return names.mid(1);
     }
@@ -118,7 +118,7 @@ protected:
 
 TEST_F(PanelAccessibility, ReadsTheDayWithNamesAndRoles) {
     open();
-    const AccessibleNode panel = tree.window(title);
+    const AccessibleNode panel = tree.window(windowTitle);
     QStringList heard = readAloud(panel);
     ASSERT_EQ(heard.value(0), u"frame: Lumora"_s);
     EXPECT_TRUE(heard.value(1).startsWith("label: Today, updated "_L1));
@@ -168,17 +168,17 @@ TEST_F(PanelAccessibility, ReadsItInTheOrderInWhichItIsSeen) {
 
     // Rows come, and others move.
     service.control({{u"scenario"_s, u"busy"_s}});
-    ASSERT_TRUE(tree.press(tree.window(title).find(u"Refresh"_s)));
+    ASSERT_TRUE(tree.press(tree.window(windowTitle).find(u"Refresh"_s)));
     ASSERT_TRUE(comesToHave(u"Water the plants, 1 day overdue"_s));
     EXPECT_TRUE(isReadAsItIsSeen(tree));
-    ASSERT_TRUE(tree.press(tree.window(title).find(u"Show month-to-date"_s)));
+    ASSERT_TRUE(tree.press(tree.window(windowTitle).find(u"Show month-to-date"_s)));
     ASSERT_TRUE(comesToHave(u"Hide again"_s));
     EXPECT_TRUE(isReadAsItIsSeen(tree));
 }
 
 TEST_F(PanelAccessibility, TellsWhetherASectionIsFolded) {
     open();
-    const AccessibleNode habits = tree.window(title).find(u"Habits"_s, u"push button"_s);
+    const AccessibleNode habits = tree.window(windowTitle).find(u"Habits"_s, u"push button"_s);
     EXPECT_TRUE(habits.has(u"expandable"_s));
     EXPECT_TRUE(habits.has(u"expanded"_s));
     EXPECT_FALSE(habits.has(u"collapsed"_s));
@@ -188,10 +188,10 @@ TEST_F(PanelAccessibility, TellsWhetherASectionIsFolded) {
     EXPECT_TRUE(comesToBe([](const AccessibleNode& panel) {
         return !panel.spoken().contains(u"Morning stretch"_s);
     }));
-    EXPECT_FALSE(tree.window(title).find(u"Habits"_s).has(u"expanded"_s));
-    EXPECT_EQ(tree.window(title).find(u"Habits"_s).description, u"1/5 done"_s);
+    EXPECT_FALSE(tree.window(windowTitle).find(u"Habits"_s).has(u"expanded"_s));
+    EXPECT_EQ(tree.window(windowTitle).find(u"Habits"_s).description, u"1/5 done"_s);
 
-    ASSERT_TRUE(tree.press(tree.window(title).find(u"Habits"_s)));
+    ASSERT_TRUE(tree.press(tree.window(windowTitle).find(u"Habits"_s)));
     EXPECT_TRUE(comesToHave(u"Morning stretch, done, streak 12"_s, u"showing"_s));
 }
 
@@ -199,8 +199,8 @@ TEST_F(PanelAccessibility, TellsThatARowIsBusyUntilItIsAnswered) {
     open();
     service.control({{u"scenario"_s, u"slow"_s}});
     const QString walk = u"Walk outside, not done"_s;
-    EXPECT_FALSE(tree.window(title).find(walk).has(u"busy"_s));
-    ASSERT_TRUE(tree.press(tree.window(title).find(walk)));
+    EXPECT_FALSE(tree.window(windowTitle).find(walk).has(u"busy"_s));
+    ASSERT_TRUE(tree.press(tree.window(windowTitle).find(walk)));
     EXPECT_TRUE(comesToHave(walk, u"busy"_s));
     service.control({{u"scenario"_s, u"busy"_s}});
     ASSERT_TRUE(comesToBe([&](const AccessibleNode& panel) {
@@ -211,10 +211,10 @@ TEST_F(PanelAccessibility, TellsThatARowIsBusyUntilItIsAnswered) {
 
 TEST_F(PanelAccessibility, HasTheAmountsOnlyWhileTheyAreRevealed) {
     open();
-    EXPECT_FALSE(showsAmounts(tree.window(title)));
-    ASSERT_TRUE(tree.press(tree.window(title).find(u"Show month-to-date"_s)));
+    EXPECT_FALSE(showsAmounts(tree.window(windowTitle)));
+    ASSERT_TRUE(tree.press(tree.window(windowTitle).find(u"Show month-to-date"_s)));
     EXPECT_TRUE(comesToBe(showsAmounts));
-    ASSERT_TRUE(tree.press(tree.window(title).find(u"Hide again"_s)));
+    ASSERT_TRUE(tree.press(tree.window(windowTitle).find(u"Hide again"_s)));
     EXPECT_TRUE(comesToBe([](const AccessibleNode& panel) { return !showsAmounts(panel); }));
 }
 
@@ -222,13 +222,13 @@ TEST_F(PanelAccessibility, ABannerIsAnnouncedWhenItAppears) {
     open();
     tree.listen();
     service.stop();
-    ASSERT_TRUE(tree.press(tree.window(title).find(u"Refresh"_s)));
+    ASSERT_TRUE(tree.press(tree.window(windowTitle).find(u"Refresh"_s)));
     ASSERT_TRUE(comesToHave(u"Connection refused"_s, u"showing"_s));
     EXPECT_TRUE(hasAlert(tree.appeared(), u"Connection refused"_s));
 
     service.restart();
     service.control({{u"scenario"_s, u"unauthorized"_s}});
-    ASSERT_TRUE(tree.press(tree.window(title).find(u"Refresh"_s)));
+    ASSERT_TRUE(tree.press(tree.window(windowTitle).find(u"Refresh"_s)));
     ASSERT_TRUE(comesToBe(
         [](const AccessibleNode& panel) { return !panel.find(u"Connection refused"_s).exists(); }));
     EXPECT_TRUE(hasAlert(tree.appeared(), lumora.status().value(u"message"_s).toString()));
@@ -246,8 +246,8 @@ TEST_F(PanelAccessibility, ABannerThatIsThereAlreadyIsAnnouncedWhenThePanelOpens
 
 TEST_F(PanelAccessibility, OpensWithTheKeyboardAtTheTopAndGoesOnFromThere) {
     open();
-    EXPECT_TRUE(focusedIn(tree.window(title)).name.startsWith("Today"_L1));
-    ASSERT_TRUE(tree.focus(tree.window(title).find(u"Habits"_s)));
+    EXPECT_TRUE(focusedIn(tree.window(windowTitle)).name.startsWith("Today"_L1));
+    ASSERT_TRUE(tree.focus(tree.window(windowTitle).find(u"Habits"_s)));
     ASSERT_TRUE(comesToHave(u"Habits"_s, u"focused"_s));
     EXPECT_EQ(
         focusedAfter(u"Tab"_s, 2), (QStringList{

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString title = u"Lumora"_s;
+const QString panelTitle = u"Lumora"_s;
 
 /// The first object that is shown and whose name begins like this.
 AccessibleNode shownNode(const AccessibleNode& panel, const QString& beginning) {
@@ -43,24 +43,24 @@ protected:
 
     void openPanel() {
         ASSERT_EQ(lumora.run({u"show"_s}).exitCode, 0);
-        ASSERT_TRUE(desktop.focuses(title));
+        ASSERT_TRUE(desktop.focuses(panelTitle));
     }
 
     bool comesToShow(const QString& beginning) {
-        return tree.comesToBe(title, [&](const AccessibleNode& panel) {
+        return tree.comesToBe(panelTitle, [&](const AccessibleNode& panel) {
             return shownNode(panel, beginning).exists();
         });
     }
 
     bool goesAway(const QString& beginning) {
-        return tree.comesToBe(title, [&](const AccessibleNode& panel) {
+        return tree.comesToBe(panelTitle, [&](const AccessibleNode& panel) {
             return !shownNode(panel, beginning).exists();
         });
     }
 
     void clickOn(const QString& beginning) {
         ASSERT_TRUE(comesToShow(beginning)) << beginning.toStdString();
-        const AccessibleNode target = shownNode(tree.window(title), beginning);
+        const AccessibleNode target = shownNode(tree.window(panelTitle), beginning);
         const QRect place = tree.place(target);
         ASSERT_FALSE(place.isEmpty());
         desktop.click(place.center());
@@ -74,7 +74,7 @@ protected:
 
 // The desktop entry and the rules in docs/DESKTOPS.md go by it.
 TEST_F(PanelDriving, TheWindowHasTheClassOfTheProgram) {
-    EXPECT_EQ(desktop.windowClass(title), QStringList({u"lumora"_s, u"lumora"_s}));
+    EXPECT_EQ(desktop.windowClass(panelTitle), QStringList({u"lumora"_s, u"lumora"_s}));
 }
 
 TEST_F(PanelDriving, AClickTogglesAHabit) {
@@ -95,12 +95,12 @@ TEST_F(PanelDriving, AClickRevealsSpendingAndAnotherHidesIt) {
     const auto showsAmounts = [](const AccessibleNode& panel) {
         return panel.spoken().contains(u'$');
     };
-    EXPECT_FALSE(showsAmounts(tree.window(title)));
+    EXPECT_FALSE(showsAmounts(tree.window(panelTitle)));
     clickOn(u"Show month-to-date"_s);
-    EXPECT_TRUE(tree.comesToBe(title, showsAmounts));
+    EXPECT_TRUE(tree.comesToBe(panelTitle, showsAmounts));
     clickOn(u"Hide again"_s);
-    EXPECT_TRUE(
-        tree.comesToBe(title, [&](const AccessibleNode& panel) { return !showsAmounts(panel); }));
+    EXPECT_TRUE(tree.comesToBe(
+        panelTitle, [&](const AccessibleNode& panel) { return !showsAmounts(panel); }));
 }
 
 TEST_F(PanelDriving, AClickFoldsASectionForGood) {
@@ -118,7 +118,7 @@ TEST_F(PanelDriving, AThoughtAndReturnReachTheInbox) {
     desktop.press(u"Return"_s);
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return service.inbox() == QStringList(u"A bell for the bicycle"_s); }, 20'000));
-    EXPECT_TRUE(tree.comesToBe(title, [](const AccessibleNode& panel) {
+    EXPECT_TRUE(tree.comesToBe(panelTitle, [](const AccessibleNode& panel) {
         return shownNode(panel, u"Capture a thought"_s).text.isEmpty();
     }));
 }
@@ -127,7 +127,7 @@ TEST_F(PanelDriving, ControlRRefreshes) {
     leaveMeetingsBehind();
     desktop.press(u"ctrl+r"_s);
     EXPECT_TRUE(lumora.comesToShow({{u"text"_s, u"1/5"_s}}));
-    EXPECT_EQ(desktop.windows(title), 1);
+    EXPECT_EQ(desktop.windows(panelTitle), 1);
 }
 
 TEST_F(PanelDriving, ControlQEndsTheProgram) {
@@ -137,12 +137,12 @@ TEST_F(PanelDriving, ControlQEndsTheProgram) {
 
 TEST_F(PanelDriving, EscapeCloses) {
     desktop.press(u"Escape"_s);
-    EXPECT_TRUE(desktop.hides(title));
+    EXPECT_TRUE(desktop.hides(panelTitle));
     openPanel();
 }
 
 TEST_F(PanelDriving, AClickIntoAnotherWindowCloses) {
     desktop.clickElsewhere();
-    EXPECT_TRUE(desktop.hides(title));
+    EXPECT_TRUE(desktop.hides(panelTitle));
     openPanel();
 }

@@ -20,7 +20,7 @@ namespace lumora::tests {
 
 namespace {
 
-constexpr int longEnough = 30'000; // milliseconds
+constexpr int programPatience = 30'000; // milliseconds
 const QString programName = u"com.lumora.app"_s;
 
 /// What /proc tells about a process after its name, beginning with its state and its parent.
@@ -138,7 +138,7 @@ ProgramHarness::Outcome ProgramHarness::waitForEnd() {
 // The test may be the server, the watcher or the bus's other end: events have to get through.
 ProgramHarness::Outcome ProgramHarness::finish(QProcess& process) {
     const bool ended =
-        QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, longEnough);
+        QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, programPatience);
     if (!ended) {
         process.kill();
         process.waitForFinished();
@@ -166,7 +166,7 @@ testing::AssertionResult ProgramHarness::comesToShow(const QJsonObject& expected
             return shown.contains(key) && shown.value(key) == expected.value(key);
         });
     };
-    if (QTest::qWaitFor(matches, longEnough))
+    if (QTest::qWaitFor(matches, programPatience))
         return testing::AssertionSuccess();
     return testing::AssertionFailure() << "expected " << compact(expected).toStdString()
                                        << " within " << compact(shown).toStdString();

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int longEnough = 20'000; // milliseconds
+constexpr int reminderPatience = 20'000; // milliseconds
 
 /// The program on a display with a real notification server, and a browser that only notes down
 /// what it is to open.
@@ -51,7 +51,7 @@ protected:
     }
 
     testing::AssertionResult opens(const QByteArrayList& links) {
-        if (QTest::qWaitFor([&] { return opened() == links; }, longEnough))
+        if (QTest::qWaitFor([&] { return opened() == links; }, reminderPatience))
             return testing::AssertionSuccess();
         return testing::AssertionFailure() << "opened: " << opened().join(' ').toStdString();
     }
@@ -81,7 +81,7 @@ protected:
     /// Waits until it is past the time of the reminder.
     void letTheTimePass() const {
         const auto isOver = [this] { return QDateTime::currentDateTimeUtc() > time.addSecs(1); };
-        EXPECT_TRUE(QTest::qWaitFor(isOver, longEnough));
+        EXPECT_TRUE(QTest::qWaitFor(isOver, reminderPatience));
     }
 
     PrivateDisplay display;
@@ -97,7 +97,7 @@ TEST_F(Reminder, ItsClickOpensTheMeetingAlsoAfterTheServerWasRestarted) {
     lumora.start();
     ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
     nearlyTimeFor(u"Team sync"_s);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, longEnough));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, reminderPatience));
     const NotificationDaemon::Shown expected{
         .app = u"Lumora"_s,
         .summary = u"Team sync"_s,
@@ -112,7 +112,7 @@ TEST_F(Reminder, ItsClickOpensTheMeetingAlsoAfterTheServerWasRestarted) {
     server.start();
     nearlyTimeFor(u"Design review"_s);
     const auto isShown = [this] { return remindedOf().contains(u"Design review"_s); };
-    ASSERT_TRUE(QTest::qWaitFor(isShown, longEnough));
+    ASSERT_TRUE(QTest::qWaitFor(isShown, reminderPatience));
     server.click();
     EXPECT_TRUE(
         opens({"https://meet.example.com/team-sync", "https://meet.example.com/design-review"}));
@@ -128,7 +128,7 @@ TEST_F(Reminder, ThatFiresWithoutAServerIsShownByTheNext) {
     letTheTimePass();
     EXPECT_EQ(remindedOf(), QStringList());
     server.start();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, longEnough));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, reminderPatience));
     server.click();
     EXPECT_TRUE(opens({"https://meet.example.com/team-sync"}));
     EXPECT_EQ(remindedOf(), QStringList{u"Team sync"_s});
@@ -144,6 +144,6 @@ TEST_F(Reminder, IsShownToWhoWantsOne) {
     letTheTimePass();
     prefer(u"habits"_s);
     nearlyTimeFor(u"Design review"_s);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, longEnough));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !server.shown().isEmpty(); }, reminderPatience));
     EXPECT_EQ(remindedOf(), QStringList{u"Design review"_s});
 }

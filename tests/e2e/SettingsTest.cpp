@@ -14,8 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString panelTitle = u"Lumora"_s;
-const QString title = u"Settings"_s;
+const QString settingsTitle = u"Settings"_s;
 
 /// Keeps what the accessibility bus says of texts that change.
 class TextListener : public QObject {
@@ -54,12 +53,13 @@ protected:
     /// Opens the settings the way people do who have never seen the program before.
     void openSettings() {
         ASSERT_EQ(lumora.run({}).exitCode, 0);
-        ASSERT_TRUE(tree.comesToBe(panelTitle, [](const AccessibleNode& panel) {
-            return panel.has(u"active"_s) && panel.find(title, u"push button"_s).exists();
+        ASSERT_TRUE(tree.comesToBe(u"Lumora"_s, [](const AccessibleNode& panel) {
+            return panel.has(u"active"_s) && panel.find(settingsTitle, u"push button"_s).exists();
         }));
-        ASSERT_TRUE(tree.press(tree.window(panelTitle).find(title, u"push button"_s)));
-        ASSERT_TRUE(tree.comesToBe(
-            title, [](const AccessibleNode& settings) { return settings.has(u"active"_s); }));
+        ASSERT_TRUE(tree.press(tree.window(u"Lumora"_s).find(settingsTitle, u"push button"_s)));
+        ASSERT_TRUE(tree.comesToBe(settingsTitle, [](const AccessibleNode& settings) {
+            return settings.has(u"active"_s);
+        }));
     }
 
     /// Real key presses, for whatever has the keyboard, and questions to the display.
@@ -81,7 +81,7 @@ protected:
     }
 
     testing::AssertionResult comesToSay(const QString& text) {
-        return tree.comesToBe(title, [&text](const AccessibleNode& settings) {
+        return tree.comesToBe(settingsTitle, [&text](const AccessibleNode& settings) {
             return settings.find(text, u"label"_s).exists();
         });
     }
@@ -125,7 +125,7 @@ TEST_F(Settings, LeadANewUserToALoadedLabel) {
     EXPECT_EQ(storedToken(), token);
     EXPECT_TRUE(lumora.preferencesFile().contains(service.endpoint().toUtf8()));
     EXPECT_FALSE(lumora.preferencesFile().contains(service.token()));
-    const AccessibleNode window = tree.window(title);
+    const AccessibleNode window = tree.window(settingsTitle);
     EXPECT_TRUE(window.spoken().contains(service.endpoint()));
     EXPECT_FALSE(window.spoken().contains(token)) << window.spoken().toStdString();
     const QString heard = listener.heard.join(QString());
@@ -135,7 +135,8 @@ TEST_F(Settings, LeadANewUserToALoadedLabel) {
     EXPECT_FALSE(heard.contains(u'y')) << heard.toStdString();
 
     xdotool({u"key"_s, u"Escape"_s});
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !tree.window(title).has(u"showing"_s); }, 20'000));
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return !tree.window(settingsTitle).has(u"showing"_s); }, 20'000));
     QCoreApplication::processEvents();
     EXPECT_FALSE(listener.heard.join(QString()).contains(token));
 }
@@ -169,7 +170,8 @@ TEST_F(Settings, SayWhatIsWrong) {
         u"✗ The endpoint must start with https:// to keep the token private; http:// works only "
         "for this computer"_s));
     EXPECT_TRUE(expired.requests().isEmpty());
-    const QByteArray geometry = xdotool({u"search"_s, u"--name"_s, title, u"getwindowgeometry"_s});
+    const QByteArray geometry =
+        xdotool({u"search"_s, u"--name"_s, settingsTitle, u"getwindowgeometry"_s});
     EXPECT_TRUE(geometry.contains("Geometry: 420x")) << geometry.toStdString();
 }
 
@@ -189,7 +191,7 @@ TEST_F(Settings, HaveTheProgramStartAtLogin) {
     const auto isOn = [](const AccessibleNode& settings) {
         return settings.find(u"Launch at login"_s, u"check box"_s).has(u"checked"_s);
     };
-    EXPECT_TRUE(tree.comesToBe(title, isOn));
+    EXPECT_TRUE(tree.comesToBe(settingsTitle, isOn));
     xdotool({u"key"_s, u"alt+l"_s});
     EXPECT_TRUE(QTest::qWaitFor([&] { return entries().isEmpty(); }, 20'000));
 }
@@ -202,14 +204,14 @@ TEST_F(Settings, FollowTheFile) {
     const auto notifies = [](const AccessibleNode& settings) {
         return settings.find(u"Notify 5 minutes before meetings"_s).has(u"checked"_s);
     };
-    ASSERT_TRUE(tree.comesToBe(title, notifies));
-    EXPECT_TRUE(tree.window(title).spoken().contains(u"7 minutes"_s));
+    ASSERT_TRUE(tree.comesToBe(settingsTitle, notifies));
+    EXPECT_TRUE(tree.window(settingsTitle).spoken().contains(u"7 minutes"_s));
     lumora.writePreferences({
         {u"notifyBeforeMeetings"_s, u"false"_s},
         {u"refreshMinutes"_s, u"30"_s},
         {u"endpointURL"_s, u"https://elsewhere.example"_s},
     });
-    EXPECT_TRUE(tree.comesToBe(title, [&](const AccessibleNode& settings) {
+    EXPECT_TRUE(tree.comesToBe(settingsTitle, [&](const AccessibleNode& settings) {
         const QString spoken = settings.spoken();
         return !notifies(settings) && spoken.contains(u"https://elsewhere.example"_s) &&
                settings.find(u"30 minutes"_s, u"combo box"_s).exists();

@@ -17,7 +17,7 @@ namespace lumora::tests {
 
 namespace {
 
-constexpr int longEnough = 20'000; // milliseconds
+constexpr int desktopPatience = 20'000; // milliseconds
 
 const QString otherTitle = u"Somebody else"_s;
 constexpr QRect otherPlace(60, 300, 300, 200);
@@ -69,7 +69,7 @@ void XDesktop::openOtherWindow() {
         return !xdotool({u"get_desktop"_s}).isEmpty() &&
                m_windowManager.state() == QProcess::Running;
     };
-    if (!QTest::qWaitFor(managed, longEnough))
+    if (!QTest::qWaitFor(managed, desktopPatience))
         throw std::runtime_error("no window manager came up");
     xcb_map_window(connection, window);
     xcb_flush(connection);
@@ -82,7 +82,7 @@ QStringList XDesktop::xdotool(const QStringList& arguments) {
     tool.setProcessEnvironment(m_environment);
     tool.setStandardErrorFile(QProcess::nullDevice());
     tool.start(u"xdotool"_s, arguments);
-    if (!tool.waitForFinished(longEnough))
+    if (!tool.waitForFinished(desktopPatience))
         throw std::runtime_error("xdotool did not end");
     return QString::fromUtf8(tool.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
 }
@@ -97,11 +97,11 @@ qsizetype XDesktop::windows(const QString& title) {
 }
 
 bool XDesktop::shows(const QString& title) {
-    return QTest::qWaitFor([&] { return windows(title) == 1; }, longEnough);
+    return QTest::qWaitFor([&] { return windows(title) == 1; }, desktopPatience);
 }
 
 bool XDesktop::hides(const QString& title) {
-    return QTest::qWaitFor([&] { return windows(title) == 0; }, longEnough);
+    return QTest::qWaitFor([&] { return windows(title) == 0; }, desktopPatience);
 }
 
 bool XDesktop::focuses(const QString& title) {
@@ -109,7 +109,7 @@ bool XDesktop::focuses(const QString& title) {
         const QStringList found = visible(title);
         return found.size() == 1 && xdotool({u"getwindowfocus"_s}) == found;
     };
-    return QTest::qWaitFor(isFocused, longEnough);
+    return QTest::qWaitFor(isFocused, desktopPatience);
 }
 
 QStringList XDesktop::windowClass(const QString& title) {

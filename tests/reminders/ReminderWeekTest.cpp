@@ -1,7 +1,7 @@
 #include "fakes/FakeClock.h"
-#include "reminders/NotificationService.h"
-#include "platform/memory/MemoryPreferences.h"
 #include "linux/notifications/NotificationScheduler.h"
+#include "platform/memory/MemoryPreferences.h"
+#include "reminders/NotificationService.h"
 #include "support/Builders.h"
 
 #include <QCoreApplication>

@@ -63,3 +63,11 @@ TEST(ActionResult, AMemberOfTheWrongTypeDiscardsTheOthers) {
     for (const QByteArray& body : bodies)
         EXPECT_EQ(decodeActionResult(body), taken) << body.constData();
 }
+
+TEST(ActionResult, TheLastOfSeveralEqualKeysCounts) {
+    EXPECT_EQ(decodeActionResult(R"({"ok": "x", "ok": false})").ok, false);
+}
+
+TEST(ActionResult, OtherMembersDoNotMatter) {
+    EXPECT_EQ(decodeActionResult(R"({"x": 99999999999999999999999, "ok": false})").ok, false);
+}

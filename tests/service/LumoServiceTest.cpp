@@ -21,7 +21,7 @@ using FetchTask = QCoro::Task<Fetched>;
 using Headers = QList<QPair<QByteArray, QByteArray>>;
 using Waits = std::vector<std::chrono::milliseconds>;
 
-const QString endpoint = u"https://example.com/api/briefing"_s;
+const QString briefingEndpoint = u"https://example.com/api/briefing"_s;
 
 class LumoServiceTest : public testing::Test {
 protected:
@@ -32,7 +32,7 @@ protected:
     }
 
     /// The outcome of a fetch whose exchanges were all prepared, however long it has to wait.
-    Fetched fetch(const QString& from = endpoint) {
+    Fetched fetch(const QString& from = briefingEndpoint) {
         auto task = service->fetchBriefing(from);
         clock.advance(1h);
         return awaitValue(std::move(task));
@@ -52,7 +52,7 @@ protected:
         std::make_unique<LumoService>(transport, keychain, clock);
 };
 
-Fetched failedWith(LumoError error) {
+Fetched fetchFailedWith(LumoError error) {
     return tl::unexpected(std::move(error));
 }
 
@@ -73,7 +73,7 @@ TEST_F(LumoServiceTest, SendsAnAuthenticatedGet) {
     ASSERT_EQ(transport.requests().size(), 1U);
     const HttpRequest& request = transport.requests().front();
     EXPECT_EQ(request.method, "GET");
-    EXPECT_EQ(request.url, QUrl(endpoint));
+    EXPECT_EQ(request.url, QUrl(briefingEndpoint));
     EXPECT_EQ(
         request.headers, (Headers{{"X-Api-Key", "t\xc3\xb6ken"}, {"Accept", "application/json"}}));
     EXPECT_FALSE(request.body);
@@ -88,7 +88,7 @@ TEST_F(LumoServiceTest, TrimsTheEndpointAndChangesNothingElse) {
 
 TEST_F(LumoServiceTest, ABlankEndpointIsInvalidWithoutAnyRequest) {
     for (const QString& text : {u""_s, u"   "_s, u"https://exa mple.com/"_s}) {
-        EXPECT_EQ(fetch(text), failedWith(LumoError::invalidURL()));
+        EXPECT_EQ(fetch(text), fetchFailedWith(LumoError::invalidURL()));
     }
     EXPECT_TRUE(transport.requests().empty());
     EXPECT_TRUE(clock.waits().empty());
@@ -96,8 +96,8 @@ TEST_F(LumoServiceTest, ABlankEndpointIsInvalidWithoutAnyRequest) {
 
 TEST_F(LumoServiceTest, AMissingTokenComesFirst) {
     setToken("");
-    EXPECT_EQ(fetch(u"   "_s), failedWith(LumoError::notConfigured()));
-    EXPECT_EQ(fetch(u"http://example.com/"_s), failedWith(LumoError::notConfigured()));
+    EXPECT_EQ(fetch(u"   "_s), fetchFailedWith(LumoError::notConfigured()));
+    EXPECT_EQ(fetch(u"http://example.com/"_s), fetchFailedWith(LumoError::notConfigured()));
     EXPECT_TRUE(transport.requests().empty());
 }
 
@@ -118,10 +118,10 @@ TEST_F(LumoServiceTest, ASuccessWithoutABriefingIsInvalid) {
     for (const QByteArray body :
          {"", "null", "[]", "{}", "<html></html>", "{\"date\": \"2025-03-04\"}"}) {
         prepare(200, body);
-        EXPECT_EQ(fetch(), failedWith(LumoError::invalidResponse())) << body.constData();
+        EXPECT_EQ(fetch(), fetchFailedWith(LumoError::invalidResponse())) << body.constData();
     }
     prepare(204);
-    EXPECT_EQ(fetch(), failedWith(LumoError::invalidResponse()));
+    EXPECT_EQ(fetch(), fetchFailedWith(LumoError::invalidResponse()));
     EXPECT_EQ(transport.requests().size(), 7U);
     EXPECT_TRUE(clock.waits().empty());
 }
@@ -129,7 +129,7 @@ TEST_F(LumoServiceTest, ASuccessWithoutABriefingIsInvalid) {
 TEST_F(LumoServiceTest, AFailingServerIsAskedThreeTimes) {
     for (int i = 0; i < 4; ++i)
         prepare(503);
-    EXPECT_EQ(fetch(), failedWith(LumoError::serverError(503)));
+    EXPECT_EQ(fetch(), fetchFailedWith(LumoError::serverError(503)));
     EXPECT_EQ(transport.requests().size(), 3U);
     EXPECT_EQ(clock.waits(), (Waits{500ms, 1000ms}));
 }
@@ -153,13 +153,13 @@ TEST_F(LumoServiceTest, TheLastErrorIsTheOneReported) {
     prepare(503);
     transport.prepare(FakeHttpTransport::failure(u"Connection refused"_s));
     prepare(429);
-    EXPECT_EQ(fetch(), failedWith(LumoError::serverError(429)));
+    EXPECT_EQ(fetch(), fetchFailedWith(LumoError::serverError(429)));
 }
 
 TEST_F(LumoServiceTest, AnErrorThatWillNotPassEndsTheRetries) {
     prepare(503);
     prepare(404, "<html></html>");
-    EXPECT_EQ(fetch(), failedWith(LumoError::serverError(404)));
+    EXPECT_EQ(fetch(), fetchFailedWith(LumoError::serverError(404)));
     EXPECT_EQ(transport.requests().size(), 2U);
 }
 
@@ -177,7 +177,7 @@ TEST_F(LumoServiceTest, WhatWillNotPassIsNotTriedAgain) {
     for (const auto& [outcome, error] : rows) {
         const std::size_t before = transport.requests().size();
         transport.prepare(outcome);
-        EXPECT_EQ(fetch(), failedWith(error));
+        EXPECT_EQ(fetch(), fetchFailedWith(error));
         EXPECT_EQ(transport.requests().size(), before + 1);
     }
     EXPECT_TRUE(clock.waits().empty());
@@ -186,7 +186,7 @@ TEST_F(LumoServiceTest, WhatWillNotPassIsNotTriedAgain) {
 TEST_F(LumoServiceTest, WaitsHalfASecondThenASecond) {
     for (int i = 0; i < 3; ++i)
         prepare(503);
-    const FetchTask task = service->fetchBriefing(endpoint);
+    const FetchTask task = service->fetchBriefing(briefingEndpoint);
     EXPECT_EQ(transport.requests().size(), 1U);
     clock.advance(499ms);
     EXPECT_EQ(transport.requests().size(), 1U);
@@ -203,7 +203,7 @@ TEST_F(LumoServiceTest, WaitsHalfASecondThenASecond) {
 TEST_F(LumoServiceTest, TheTokenIsReadForEveryTry) {
     prepare(503);
     prepare(503);
-    auto task = service->fetchBriefing(endpoint);
+    auto task = service->fetchBriefing(briefingEndpoint);
     setToken("U");
     clock.advance(500ms);
     ASSERT_EQ(transport.requests().size(), 2U);
@@ -211,32 +211,32 @@ TEST_F(LumoServiceTest, TheTokenIsReadForEveryTry) {
     EXPECT_EQ(transport.requests()[1].headers[0].second, "U");
     store.setLookupTrouble(SecretLookup::Status::Locked);
     clock.advance(1s);
-    EXPECT_EQ(awaitValue(std::move(task)), failedWith(LumoError::notConfigured()));
+    EXPECT_EQ(awaitValue(std::move(task)), fetchFailedWith(LumoError::notConfigured()));
     EXPECT_EQ(transport.requests().size(), 2U);
 }
 
 TEST_F(LumoServiceTest, CallsOverlap) {
-    auto first = service->fetchBriefing(endpoint);
-    auto second = service->fetchBriefing(endpoint);
+    auto first = service->fetchBriefing(briefingEndpoint);
+    auto second = service->fetchBriefing(briefingEndpoint);
     EXPECT_EQ(transport.pendingCount(), 2U);
     transport.complete(1, FakeHttpTransport::answer(401));
-    EXPECT_EQ(awaitValue(std::move(second)), failedWith(LumoError::unauthorized()));
+    EXPECT_EQ(awaitValue(std::move(second)), fetchFailedWith(LumoError::unauthorized()));
     EXPECT_FALSE(first.isReady());
     transport.complete(0, FakeHttpTransport::answer(200, fixture(u"briefing-minimal.json"_s)));
     EXPECT_TRUE(awaitValue(std::move(first)));
 }
 
 TEST_F(LumoServiceTest, DestroyedDuringAnExchangeItMakesNoFurtherRequest) {
-    auto task = service->fetchBriefing(endpoint);
+    auto task = service->fetchBriefing(briefingEndpoint);
     service.reset();
     transport.complete(0, FakeHttpTransport::answer(503));
-    EXPECT_EQ(awaitValue(std::move(task)), failedWith(LumoError::serverError(503)));
+    EXPECT_EQ(awaitValue(std::move(task)), fetchFailedWith(LumoError::serverError(503)));
     EXPECT_TRUE(clock.waits().empty());
     EXPECT_EQ(transport.requests().size(), 1U);
 }
 
 TEST_F(LumoServiceTest, DestroyedDuringAnExchangeItStillHandsOverABriefing) {
-    auto task = service->fetchBriefing(endpoint);
+    auto task = service->fetchBriefing(briefingEndpoint);
     service.reset();
     transport.complete(0, FakeHttpTransport::answer(200, fixture(u"briefing-minimal.json"_s)));
     EXPECT_TRUE(awaitValue(std::move(task)));
@@ -244,9 +244,9 @@ TEST_F(LumoServiceTest, DestroyedDuringAnExchangeItStillHandsOverABriefing) {
 
 TEST_F(LumoServiceTest, DestroyedDuringAWaitItMakesNoFurtherRequest) {
     prepare(503);
-    auto task = service->fetchBriefing(endpoint);
+    auto task = service->fetchBriefing(briefingEndpoint);
     service.reset();
     clock.advance(1h);
-    EXPECT_EQ(awaitValue(std::move(task)), failedWith(LumoError::serverError(503)));
+    EXPECT_EQ(awaitValue(std::move(task)), fetchFailedWith(LumoError::serverError(503)));
     EXPECT_EQ(transport.requests().size(), 1U);
 }

@@ -21,8 +21,8 @@ namespace lumora::tests {
 
 namespace {
 
-const QString service = u"org.freedesktop.secrets"_s;
-const QString root = u"/org/freedesktop/secrets"_s;
+const QString keyringService = u"org.freedesktop.secrets"_s;
+const QString keyringRoot = u"/org/freedesktop/secrets"_s;
 const QString serviceInterface = u"org.freedesktop.Secret.Service"_s;
 const QDBusObjectPath loginCollection(u"/org/freedesktop/secrets/collection/login"_s);
 constexpr char password[] = "open sesame";
@@ -30,7 +30,8 @@ constexpr char password[] = "open sesame";
 QDBusMessage mustCall(
     QDBusConnection connection, const QString& interface, const QString& method,
     const QVariantList& arguments) {
-    QDBusMessage call = QDBusMessage::createMethodCall(service, root, interface, method);
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(keyringService, keyringRoot, interface, method);
     call.setArguments(arguments);
     const QDBusMessage reply = connection.call(call);
     if (reply.type() == QDBusMessage::ErrorMessage)
@@ -84,7 +85,9 @@ void RealKeyring::start(const QStringList& arguments, const QByteArray& input) {
     const bool isThere =
         m_daemon.waitForStarted() &&
         QTest::qWaitFor(
-            [this] { return m_connection.interface()->isServiceRegistered(service).value(); },
+            [this] {
+                return m_connection.interface()->isServiceRegistered(keyringService).value();
+            },
             20000);
     if (!isThere)
         throw std::runtime_error("gnome-keyring-daemon did not start");

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "fakes/FakeLoginItems.h"
-#include "ui/settings/SettingsModel.h"
 #include "support/StateHarness.h"
+#include "ui/settings/SettingsModel.h"
 
 namespace lumora::tests {
 

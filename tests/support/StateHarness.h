@@ -1,14 +1,14 @@
 #pragma once
 
-#include "state/AppState.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpTransport.h"
 #include "fakes/FakeSecretStore.h"
 #include "fakes/RecordingReminders.h"
-#include "platform/memory/MemoryPreferences.h"
 #include "platform/WakeMonitor.h"
+#include "platform/memory/MemoryPreferences.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
+#include "state/AppState.h"
 
 #include <QCoreApplication>
 

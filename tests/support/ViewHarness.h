@@ -3,10 +3,10 @@
 #include "fakes/FakeClock.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "support/ScopedEnvironment.h"
+#include "ui/access/SpokenWidgets.h"
 #include "ui/panel/MenuBarView.h"
 #include "ui/rows/PaintedRow.h"
 #include "ui/rows/RowButton.h"
-#include "ui/access/SpokenWidgets.h"
 
 #include <QApplication>
 #include <QImage>

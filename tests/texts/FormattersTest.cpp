@@ -43,6 +43,15 @@ TEST(Percent, RoundsHalvesAwayFromZero) {
     EXPECT_EQ(Formatters::percent(-0.0), u"0%"_s);
 }
 
+TEST(Percent, ZeroHasNoSign) {
+    EXPECT_EQ(Formatters::percent(-0.001), u"0%"_s);
+    EXPECT_EQ(Formatters::percent(-0.0), u"0%"_s);
+}
+
+TEST(Percent, LargeFiguresStayPlainDecimal) {
+    EXPECT_EQ(Formatters::percent(1e18), u"100000000000000000000%"_s);
+}
+
 TEST(Percent, IsNotClamped) {
     EXPECT_EQ(Formatters::percent(1.0), u"100%"_s);
     EXPECT_EQ(Formatters::percent(1.5), u"150%"_s);

@@ -13,15 +13,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const Instant now = at("2025-03-04T10:00:00Z");
+const Instant labelNow = at("2025-03-04T10:00:00Z");
 
 BriefEvent
 meeting(const QString& title, std::chrono::microseconds start, std::chrono::microseconds end) {
-    return makeEvent({.title = title, .start = now + start, .end = now + end});
+    return makeEvent({.title = title, .start = labelNow + start, .end = labelNow + end});
 }
 
 MenuBarLabel::Mode modeOf(const Briefing& briefing, const QString& ambient = u"habits"_s) {
-    return MenuBarLabel::mode(briefing, LoadState::loaded(briefing), now, ambient);
+    return MenuBarLabel::mode(briefing, LoadState::loaded(briefing), labelNow, ambient);
 }
 
 MenuBarLabel::Mode modeOfEvents(std::vector<BriefEvent> events) {
@@ -48,20 +48,20 @@ void expectLabel(
 TEST(MenuBarLabel, LoadsUntilThereIsABriefing) {
     for (const auto& state : {LoadState(), LoadState::loading()})
         expectLabel(
-            MenuBarLabel::mode(std::nullopt, state, now, u"habits"_s), u"loading"_s, u"calendar"_s,
-            std::nullopt);
+            MenuBarLabel::mode(std::nullopt, state, labelNow, u"habits"_s), u"loading"_s,
+            u"calendar"_s, std::nullopt);
 }
 
 TEST(MenuBarLabel, AFailedFirstLoadIsAnError) {
     expectLabel(
-        MenuBarLabel::mode(std::nullopt, LoadState::failed(u"M"_s), now, u"habits"_s), u"error"_s,
-        u"calendar.badge.exclamationmark"_s, std::nullopt);
+        MenuBarLabel::mode(std::nullopt, LoadState::failed(u"M"_s), labelNow, u"habits"_s),
+        u"error"_s, u"calendar.badge.exclamationmark"_s, std::nullopt);
 }
 
 TEST(MenuBarLabel, LaterFailuresChangeNothing) {
     const auto briefing = withHabits(2, 5);
     for (const auto& state : {LoadState::failed(u"M"_s), LoadState::loading(), LoadState()})
-        EXPECT_EQ(MenuBarLabel::mode(briefing, state, now, u"habits"_s), modeOf(briefing));
+        EXPECT_EQ(MenuBarLabel::mode(briefing, state, labelNow, u"habits"_s), modeOf(briefing));
 }
 
 TEST(MenuBarLabel, CountsDownToAMeetingWithinHalfAnHour) {
@@ -124,7 +124,8 @@ TEST(MenuBarLabel, OfThoseInProgressTheOneThatEndsFirst) {
 }
 
 TEST(MenuBarLabel, BackgroundBlocksAndAllDayEntriesDoNotCount) {
-    const auto allDay = makeEvent({.start = now + 10min, .end = now + 40min, .allDay = true});
+    const auto allDay =
+        makeEvent({.start = labelNow + 10min, .end = labelNow + 40min, .allDay = true});
     EXPECT_EQ(
         modeOfEvents({meeting(u"A"_s, -1h, 5h), meeting(u"B"_s, 10min, 7h), allDay}),
         MenuBarLabel::Mode(MenuBarLabel::Idle{}));

@@ -13,18 +13,18 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const Instant now = at("2025-03-04T10:00:00Z");
+const Instant panelNow = at("2025-03-04T10:00:00Z");
 
-std::vector<BriefEvent> upcoming(const std::vector<BriefEvent>& events, Instant when = now) {
+std::vector<BriefEvent> upcoming(const std::vector<BriefEvent>& events, Instant when = panelNow) {
     return PanelTexts::upcomingEvents(makeBriefing(events), when);
 }
 
-QString summary(const std::vector<BriefEvent>& events, Instant when = now) {
+QString summary(const std::vector<BriefEvent>& events, Instant when = panelNow) {
     return PanelTexts::eventsSummary(makeBriefing(events), upcoming(events, when));
 }
 
 BriefEvent ended(const QString& title) {
-    return makeEvent({.title = title, .start = now - 2h, .end = now - 1h});
+    return makeEvent({.title = title, .start = panelNow - 2h, .end = panelNow - 1h});
 }
 
 QString clockLabel(const EventFields& fields, const char* zone = "UTC") {
@@ -42,28 +42,30 @@ Chore chore(std::optional<qint64> daysOverdue) {
 } // namespace
 
 TEST(UpcomingEvents, AnEventIsUpcomingUntilItsEndAndOverASecondLater) {
-    const std::vector events{makeEvent({.start = now - 1h, .end = now})};
+    const std::vector events{makeEvent({.start = panelNow - 1h, .end = panelNow})};
     EXPECT_EQ(upcoming(events), events);
-    EXPECT_TRUE(upcoming(events, now + 1s).empty());
+    EXPECT_TRUE(upcoming(events, panelNow + 1s).empty());
 }
 
 TEST(UpcomingEvents, AllDayAndOpenEndedEventsAreNeverOver) {
     const std::vector events{
-        makeEvent({.start = now - 48h, .end = now - 24h, .allDay = true}),
-        makeEvent({.start = now - 48h}),
+        makeEvent({.start = panelNow - 48h, .end = panelNow - 24h, .allDay = true}),
+        makeEvent({.start = panelNow - 48h}),
         makeEvent({}),
     };
     EXPECT_EQ(upcoming(events), events);
 }
 
 TEST(UpcomingEvents, AnEventWithoutAStartGoesWithItsEnd) {
-    EXPECT_TRUE(upcoming({makeEvent({.end = now - 1s})}).empty());
-    EXPECT_EQ(upcoming({makeEvent({.end = now + 1s})}).size(), 1U);
+    EXPECT_TRUE(upcoming({makeEvent({.end = panelNow - 1s})}).empty());
+    EXPECT_EQ(upcoming({makeEvent({.end = panelNow + 1s})}).size(), 1U);
 }
 
 TEST(UpcomingEvents, KeepOrderAndDuplicates) {
-    const BriefEvent late = makeEvent({.title = u"Late"_s, .start = now + 5h, .end = now + 6h});
-    const BriefEvent early = makeEvent({.title = u"Early"_s, .start = now + 1h, .end = now + 2h});
+    const BriefEvent late =
+        makeEvent({.title = u"Late"_s, .start = panelNow + 5h, .end = panelNow + 6h});
+    const BriefEvent early =
+        makeEvent({.title = u"Early"_s, .start = panelNow + 1h, .end = panelNow + 2h});
     EXPECT_EQ(upcoming({late, ended(u"Past"_s), early, late}), (std::vector{late, early, late}));
 }
 
@@ -77,7 +79,7 @@ TEST(EventsSummary, CountsWhatIsLeft) {
 TEST(EventsSummary, TellsAFinishedDayFromAnEmptyOne) {
     EXPECT_EQ(summary({}), u"nothing scheduled"_s);
     EXPECT_EQ(summary({ended(u"A"_s), ended(u"B"_s)}), u"done for today"_s);
-    EXPECT_EQ(summary({ended(u"A"_s), makeEvent({.allDay = true})}, now + 9h), u"1 left"_s);
+    EXPECT_EQ(summary({ended(u"A"_s), makeEvent({.allDay = true})}, panelNow + 9h), u"1 left"_s);
 }
 
 TEST(EventsText, SaysWhyThereAreNoRows) {
@@ -104,7 +106,7 @@ TEST(TimeLabel, IsTheStartInTheUsersZone) {
 }
 
 TEST(TimeLabel, OfAnAllDayEventIgnoresItsStart) {
-    EXPECT_EQ(clockLabel({.start = now, .allDay = true}), u"all-day"_s);
+    EXPECT_EQ(clockLabel({.start = panelNow, .allDay = true}), u"all-day"_s);
     EXPECT_EQ(clockLabel({.allDay = true}), u"all-day"_s);
 }
 

@@ -23,6 +23,10 @@ Spending spending(std::optional<double> deltaFraction) {
     };
 }
 
+std::optional<QString> pace(std::optional<double> deltaFraction) {
+    return SpendingTexts::paceLabel(spending(deltaFraction));
+}
+
 } // namespace
 
 TEST(SpendingReveal, LastsNinetySeconds) {
@@ -56,4 +60,24 @@ TEST(SpendingPace, IsInWords) {
 
 TEST(SpendingAsOf, QuotesTheProducersDay) {
     EXPECT_EQ(SpendingTexts::asOf(spending({})), u"as of 2025-03-03"_s);
+}
+
+TEST(SpendingPace, PaceIsAbsentWithoutAComparison) {
+    EXPECT_EQ(pace(std::nullopt), std::nullopt);
+}
+
+TEST(SpendingPace, PaceBelowOnePercentIsTheSame) {
+    EXPECT_EQ(pace(0.0099), u"same as last month"_s);
+    EXPECT_EQ(pace(-0.0099), u"same as last month"_s);
+    EXPECT_EQ(pace(0.0), u"same as last month"_s);
+    EXPECT_EQ(pace(-0.0), u"same as last month"_s);
+}
+
+TEST(SpendingPace, PaceNamesShareAndDirection) {
+    EXPECT_EQ(pace(0.187), u"19% ahead of last month"_s);
+    EXPECT_EQ(pace(-0.05), u"5% under last month"_s);
+    EXPECT_EQ(pace(-0.01), u"1% under last month"_s);
+    EXPECT_EQ(pace(0.124), u"12% ahead of last month"_s);
+    EXPECT_EQ(pace(0.125), u"13% ahead of last month"_s);
+    EXPECT_EQ(pace(12.5), u"1250% ahead of last month"_s);
 }

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const Instant now = at("2025-03-04T09:00:00Z");
+const Instant statusNow = at("2025-03-04T09:00:00Z");
 
 class StatusPresentationTest : public testing::Test {
 protected:
@@ -21,7 +21,7 @@ protected:
             .state = state,
             .lastUpdated = updated,
             .menuBarAmbient = ambient,
-            .now = now,
+            .now = statusNow,
             .timeZone = QTimeZone::utc(),
             .locale = QLocale(u"en_US"_s),
         });
@@ -33,14 +33,14 @@ protected:
         briefing->eventsToday = std::move(events);
         briefing->habits = {2, 5, {}};
         state = LoadState::loaded(*briefing);
-        updated = now - 4min;
+        updated = statusNow - 4min;
     }
 
     static BriefEvent meeting(const QString& title, std::chrono::minutes in) {
         BriefEvent event;
         event.title = title;
-        event.start = now + in;
-        event.end = now + in + 45min;
+        event.start = statusNow + in;
+        event.end = statusNow + in + 45min;
         event.meetingUrl = u"https://meet.example/a"_s;
         return event;
     }

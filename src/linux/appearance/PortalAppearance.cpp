@@ -25,7 +25,7 @@ const QString animationFactorKey = u"AnimationDurationFactor"_s;
 
 /// Every setting that is followed. Each desktop has its own against motion, and the common one is
 /// younger than most of them.
-const QList<std::pair<QString, QString>> settings{
+const QList<std::pair<QString, QString>> followedSettings{
     {appearanceGroup, colorSchemeKey},
     {appearanceGroup, reducedMotionKey},
     {gnomeGroup, animationsKey},
@@ -73,7 +73,7 @@ PortalAppearance::PortalAppearance(const QDBusConnection& bus)
 }
 
 void PortalAppearance::readAll() {
-    for (const auto& [group, key] : settings)
+    for (const auto& [group, key] : followedSettings)
         read(group, key);
 }
 
@@ -91,7 +91,7 @@ void PortalAppearance::read(const QString& group, const QString& key) {
 }
 
 void PortalAppearance::onSetting(const QDBusMessage& change) {
-    for (const auto& [group, key] : settings) {
+    for (const auto& [group, key] : followedSettings) {
         if (isAbout(change, group, key))
             apply(group, key, valueIn(change));
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/DesktopAppearance.h"
 #include "linux/appearance/X11Selection.h"
+#include "platform/DesktopAppearance.h"
 
 #include <QAbstractNativeEventFilter>
 

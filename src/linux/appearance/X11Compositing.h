@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Compositing.h"
 #include "linux/appearance/X11Selection.h"
+#include "platform/Compositing.h"
 
 namespace lumora {
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "linux/http/HttpLimits.h"
 #include "platform/Completion.h"
 #include "platform/HttpTransport.h"
-#include "linux/http/HttpLimits.h"
 
 #include <QNetworkReply>
 #include <QSslConfiguration>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/HttpTransport.h"
 #include "linux/http/HttpLimits.h"
+#include "platform/HttpTransport.h"
 
 #include <QSslConfiguration>
 

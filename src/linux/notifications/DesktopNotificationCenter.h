@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/NotificationCenter.h"
 #include "linux/notifications/NotificationDeliverer.h"
 #include "linux/notifications/NotificationScheduler.h"
 #include "linux/notifications/NotificationServer.h"
+#include "platform/NotificationCenter.h"
 
 #include <QDBusConnection>
 

@@ -1,8 +1,8 @@
 #include "linux/notifications/NotificationDeliverer.h"
 
-#include "platform/Clock.h"
 #include "linux/notifications/DeliveryPlan.h"
 #include "linux/notifications/NotificationMessage.h"
+#include "platform/Clock.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/NotificationCenter.h"
 #include "linux/notifications/NotificationServer.h"
+#include "platform/NotificationCenter.h"
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Preferences.h"
 #include "linux/preferences/IniDocument.h"
+#include "platform/Preferences.h"
 
 #include <QFileSystemWatcher>
 #include <QTimer>

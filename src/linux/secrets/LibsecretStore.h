@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/SecretStore.h"
 #include "linux/secrets/SecretServiceMonitor.h"
 #include "linux/secrets/SecretUnlocker.h"
+#include "platform/SecretStore.h"
 
 #include <QTimer>
 

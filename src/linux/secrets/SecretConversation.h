@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/SecretStore.h"
 #include "linux/secrets/GioDeadline.h"
+#include "platform/SecretStore.h"
 
 #include <libsecret/secret.h>
 #include <tl/expected.hpp>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Clock.h"
 #include "linux/time/TimerDescriptor.h"
+#include "platform/Clock.h"
 
 #include <functional>
 

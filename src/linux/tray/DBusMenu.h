@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/StatusItem.h"
 #include "linux/tray/DBusMenuTypes.h"
 #include "linux/tray/ExportedObject.h"
+#include "platform/StatusItem.h"
 
 #include <QHash>
 #include <QList>

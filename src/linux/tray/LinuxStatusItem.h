@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/StatusItem.h"
 #include "linux/appearance/PanelToneMonitor.h"
 #include "linux/tray/StatusNotifierSession.h"
 #include "linux/tray/XEmbedItem.h"
+#include "platform/StatusItem.h"
 
 #include <QDBusConnection>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/StatusItem.h"
 #include "linux/tray/ExportedObject.h"
 #include "linux/tray/StatusNotifierTypes.h"
+#include "platform/StatusItem.h"
 
 #include <QByteArray>
 #include <QPoint>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/StatusItem.h"
 #include "linux/tray/DBusMenu.h"
 #include "linux/tray/StatusNotifierItem.h"
 #include "linux/tray/StatusNotifierRegistration.h"
+#include "platform/StatusItem.h"
 
 #include <QDBusConnection>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/theme/PanelMetrics.h"
 #include "ui/rows/RowButton.h"
+#include "ui/theme/PanelMetrics.h"
 #include "ui/theme/SpinnerMotion.h"
 
 namespace lumora {

@@ -1,15 +1,15 @@
 #include "ui/panel/BriefingView.h"
 
 #include "platform/AppStorageBacked.h"
+#include "texts/PanelTexts.h"
+#include "texts/SpendingTexts.h"
 #include "ui/panel/ActionRows.h"
 #include "ui/panel/CollapsibleSection.h"
 #include "ui/panel/ErrorBanner.h"
 #include "ui/panel/EventsBody.h"
-#include "ui/theme/PanelMetrics.h"
-#include "texts/PanelTexts.h"
 #include "ui/panel/RowContents.h"
 #include "ui/panel/SpendingSection.h"
-#include "texts/SpendingTexts.h"
+#include "ui/theme/PanelMetrics.h"
 
 #include <QVBoxLayout>
 

@@ -15,8 +15,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr QMargins padding{12, 8, 12, 8};
-constexpr int spacing = 6;
+constexpr QMargins fieldPadding{12, 8, 12, 8};
+constexpr int fieldSpacing = 6;
 constexpr auto savedFor = 1500ms;
 
 RowContent captionSymbol(const QString& name, ColorRole color) {
@@ -45,8 +45,8 @@ CaptureField::CaptureField(const ThemeSource& themes, Clock& clock, QWidget* par
     , m_send(fitted(new RowButton(themes, {}, RowButton::Highlight::None, this)))
     , m_spinner(themes, this) {
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(padding);
-    layout->setSpacing(spacing);
+    layout->setContentsMargins(fieldPadding);
+    layout->setSpacing(fieldSpacing);
     layout->addWidget(m_icon);
     layout->addWidget(m_edit, 1);
     layout->addWidget(m_state);

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "ui/panel/ThoughtEdit.h"
 #include "ui/rows/PaintedRow.h"
 #include "ui/theme/SpinnerMotion.h"
-#include "ui/panel/ThoughtEdit.h"
 
 #include <QPointer>
 

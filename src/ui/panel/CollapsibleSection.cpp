@@ -1,9 +1,9 @@
 #include "ui/panel/CollapsibleSection.h"
 
-#include "ui/theme/PanelMetrics.h"
 #include "texts/PanelTexts.h"
 #include "ui/panel/RowContents.h"
 #include "ui/rows/WidgetTexts.h"
+#include "ui/theme/PanelMetrics.h"
 
 #include <QVBoxLayout>
 

@@ -15,7 +15,7 @@ namespace lumora {
 
 namespace {
 
-constexpr double spacing = 6;
+constexpr double bannerSpacing = 6;
 constexpr int wrapping = Qt::TextWrapAnywhere | Qt::TextWordWrap;
 
 } // namespace
@@ -56,7 +56,7 @@ void ErrorBanner::tell(QAccessible::Event what) {
 QRectF ErrorBanner::textRect(double width) const {
     const double edge = symbolEdge(TextRole::Caption, m_themes.theme());
     const QFontMetricsF metrics(m_themes.theme().font(TextRole::Caption));
-    const double left = contentsMargins().left() + edge + spacing;
+    const double left = contentsMargins().left() + edge + bannerSpacing;
     const QRectF room(left, 0, std::max(1.0, width - contentsMargins().right() - left), 1e6);
     QRectF rect = metrics.boundingRect(room, wrapping, m_message);
     // One line stands in the middle of the symbol.

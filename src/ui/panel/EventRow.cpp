@@ -1,9 +1,9 @@
 #include "ui/panel/EventRow.h"
 
 #include "texts/PanelTexts.h"
-#include "ui/rows/RowButton.h"
-#include "ui/panel/RowContents.h"
 #include "texts/StatusPresentation.h"
+#include "ui/panel/RowContents.h"
+#include "ui/rows/RowButton.h"
 #include "ui/rows/WidgetTexts.h"
 
 #include <QHBoxLayout>
@@ -14,7 +14,7 @@ namespace lumora {
 
 namespace {
 
-constexpr int spacing = 8;
+constexpr int eventSpacing = 8;
 
 } // namespace
 
@@ -24,7 +24,7 @@ EventRow::EventRow(const ThemeSource& themes, QWidget* parent)
     , m_join(new RowButton(themes, {}, RowButton::Highlight::None, this)) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
-    layout->setSpacing(spacing);
+    layout->setSpacing(eventSpacing);
     layout->addWidget(m_texts, 1);
     layout->addWidget(m_join, 0, Qt::AlignTop);
     connect(m_join, &QAbstractButton::clicked, this, [this] { Q_EMIT joinRequested(m_url); });

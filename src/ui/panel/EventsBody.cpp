@@ -1,9 +1,9 @@
 #include "ui/panel/EventsBody.h"
 
 #include "briefing/MeetingSelection.h"
-#include "ui/theme/PanelMetrics.h"
 #include "texts/PanelTexts.h"
 #include "ui/panel/RowContents.h"
+#include "ui/theme/PanelMetrics.h"
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ namespace lumora {
 namespace {
 
 constexpr std::size_t mostRows = 10;
-constexpr int spacing = 6;
+constexpr int eventsSpacing = 6;
 
 } // namespace
 
@@ -25,8 +25,8 @@ EventsBody::EventsBody(const ThemeSource& themes, QWidget* parent)
     , m_rows(*m_column) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(PanelMetrics::besideRows);
-    layout->setSpacing(spacing);
-    m_column->setSpacing(spacing);
+    layout->setSpacing(eventsSpacing);
+    m_column->setSpacing(eventsSpacing);
     layout->addLayout(m_column);
     layout->addWidget(m_none);
     layout->addWidget(m_more);

@@ -1,14 +1,14 @@
 #include "ui/panel/MenuBarView.h"
 
+#include "texts/Formatters.h"
+#include "ui/access/FocusRing.h"
+#include "ui/access/ReadingOrder.h"
 #include "ui/panel/CaptureField.h"
 #include "ui/panel/Divider.h"
-#include "ui/access/FocusRing.h"
-#include "texts/Formatters.h"
-#include "ui/rows/PaintedRow.h"
 #include "ui/panel/PanelFooter.h"
 #include "ui/panel/PanelPlaceholder.h"
-#include "ui/access/ReadingOrder.h"
 #include "ui/panel/RowContents.h"
+#include "ui/rows/PaintedRow.h"
 #include "ui/rows/WidgetTexts.h"
 
 #include <QKeyEvent>

@@ -10,8 +10,8 @@ namespace lumora {
 
 namespace {
 
-constexpr QMargins padding{12, 8, 12, 8};
-constexpr int spacing = 12;
+constexpr QMargins footerPadding{12, 8, 12, 8};
+constexpr int footerSpacing = 12;
 
 RowButton* makeButton(const ThemeSource& themes, std::vector<RowItem> face, const QString& name) {
     auto* button = new RowButton(themes, {}, RowButton::Highlight::None);
@@ -41,8 +41,8 @@ PanelFooter::PanelFooter(const ThemeSource& themes, QWidget* parent)
 
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(padding);
-    layout->setSpacing(spacing);
+    layout->setContentsMargins(footerPadding);
+    layout->setSpacing(footerSpacing);
     layout->addWidget(refresh);
     layout->addStretch();
     layout->addWidget(m_dashboard);

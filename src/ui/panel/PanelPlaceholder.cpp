@@ -10,8 +10,8 @@ namespace lumora {
 
 namespace {
 
-constexpr int padding = 12;
-constexpr int spacing = 8;
+constexpr int placeholderPadding = 12;
+constexpr int placeholderSpacing = 8;
 
 } // namespace
 
@@ -22,8 +22,9 @@ PanelPlaceholder::PanelPlaceholder(const ThemeSource& themes, QWidget* parent)
     , m_hint(new PaintedRow(themes, {}, this))
     , m_spinner(themes, this) {
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(padding, padding, padding, padding);
-    layout->setSpacing(spacing);
+    layout->setContentsMargins(
+        placeholderPadding, placeholderPadding, placeholderPadding, placeholderPadding);
+    layout->setSpacing(placeholderSpacing);
     layout->addWidget(m_loading);
     layout->addWidget(m_banner);
     layout->addWidget(m_hint);

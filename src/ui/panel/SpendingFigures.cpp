@@ -1,7 +1,7 @@
 #include "ui/panel/SpendingFigures.h"
 
-#include "ui/rows/RowButton.h"
 #include "ui/panel/SpendingRows.h"
+#include "ui/rows/RowButton.h"
 
 #include <QHBoxLayout>
 
@@ -11,7 +11,7 @@ namespace lumora {
 
 namespace {
 
-constexpr int spacing = 6;
+constexpr int figuresSpacing = 6;
 
 RowContent symbolRow(const QString& symbol, ColorRole color) {
     return {.items = {RowItem::makeSymbol(symbol, {.color = color})}};
@@ -31,14 +31,14 @@ SpendingFigures::SpendingFigures(const ThemeSource& themes, QWidget* parent)
     , m_buckets(*m_column)
     , m_spinner(themes, this) {
     auto* header = new QHBoxLayout;
-    header->setSpacing(spacing);
+    header->setSpacing(figuresSpacing);
     header->addWidget(m_total, 1);
     header->addWidget(m_refresh);
     header->addWidget(m_hide);
-    m_column->setSpacing(spacing);
+    m_column->setSpacing(figuresSpacing);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
-    layout->setSpacing(spacing);
+    layout->setSpacing(figuresSpacing);
     layout->addLayout(header);
     layout->addWidget(m_pace);
     layout->addLayout(m_column);

@@ -35,7 +35,7 @@ RowContent spendingPaceRow(const Spending& spending) {
     const double delta = spending.deltaFraction.value_or(0);
     const ColorRole color = delta > 0 ? ColorRole::Orange : ColorRole::Secondary;
     RowContent row{.items = {}, .spacing = paceGap};
-    if (spending.paceLabel())
+    if (SpendingTexts::paceLabel(spending))
         row.items.push_back(RowItem::makeSymbol(
             delta > 0 ? u"arrow.up.right"_s : u"arrow.down.right"_s,
             {.role = TextRole::Caption2, .color = color, .weight = QFont::Bold}));

@@ -1,8 +1,8 @@
 #include "ui/panel/SpendingSection.h"
 
-#include "ui/theme/PanelMetrics.h"
-#include "ui/rows/RowButton.h"
 #include "ui/panel/SpendingFigures.h"
+#include "ui/rows/RowButton.h"
+#include "ui/theme/PanelMetrics.h"
 
 #include <QVBoxLayout>
 

@@ -1,7 +1,7 @@
 #include "ui/rows/RowButton.h"
 
-#include "ui/theme/PanelMetrics.h"
 #include "ui/rows/RowPainter.h"
+#include "ui/theme/PanelMetrics.h"
 
 #include <QAccessible>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 #include "ui/settings/FormPicker.h"
 
-#include "ui/settings/FormPainting.h"
 #include "ui/rows/RowPainter.h"
+#include "ui/settings/FormPainting.h"
 
 #include <QAbstractItemView>
 #include <QKeyEvent>

@@ -1,13 +1,13 @@
 #include "ui/settings/SettingsModel.h"
 
-#include "state/AppState.h"
 #include "platform/AppStorageBacked.h"
 #include "platform/LoginItemRegistry.h"
-#include "reminders/MeetingReminders.h"
 #include "platform/Preferences.h"
 #include "platform/SecretStore.h"
+#include "reminders/MeetingReminders.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
+#include "state/AppState.h"
 #include "state/LoginItemService.h"
 #include "texts/SettingsTexts.h"
 

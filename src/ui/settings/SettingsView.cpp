@@ -1,5 +1,6 @@
 #include "ui/settings/SettingsView.h"
 
+#include "texts/SettingsTexts.h"
 #include "ui/settings/FormButton.h"
 #include "ui/settings/FormCard.h"
 #include "ui/settings/FormField.h"
@@ -8,7 +9,6 @@
 #include "ui/settings/FormSwitch.h"
 #include "ui/settings/FormText.h"
 #include "ui/settings/SettingsModel.h"
-#include "texts/SettingsTexts.h"
 #include "ui/settings/TokenField.h"
 
 #include <QHBoxLayout>

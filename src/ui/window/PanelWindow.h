@@ -2,9 +2,9 @@
 
 #include "platform/Clock.h"
 #include "platform/Compositing.h"
+#include "ui/theme/ThemeSource.h"
 #include "ui/window/PanelPlacement.h"
 #include "ui/window/PanelShadow.h"
-#include "ui/theme/ThemeSource.h"
 
 #include <QWidget>
 

@@ -17,12 +17,12 @@ namespace lumora {
 namespace {
 
 /// A settings portal with one setting.
-class FakePortal : public QObject {
+class ColorSchemePortal : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
 public:
-    FakePortal(QDBusConnection bus, uint colorScheme)
+    ColorSchemePortal(QDBusConnection bus, uint colorScheme)
         : m_colorScheme(colorScheme) {
         bus.registerObject(
             u"/org/freedesktop/portal/desktop"_s, this,
@@ -129,7 +129,7 @@ TEST_F(PanelToneMonitorTest, WorksWithoutABus) {
 }
 
 TEST_F(PanelToneMonitorTest, ReadsAndFollowsThePortal) {
-    FakePortal portal(m_bus.connect(), 1);
+    ColorSchemePortal portal(m_bus.connect(), 1);
     PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s);
     QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
@@ -146,7 +146,7 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsThePortal) {
 TEST_F(PanelToneMonitorTest, ReadsAPortalThatComesLater) {
     PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s);
     QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
-    const FakePortal portal(m_bus.connect(), 1);
+    const ColorSchemePortal portal(m_bus.connect(), 1);
     ASSERT_TRUE(changed.wait());
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 }
@@ -174,7 +174,7 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsXfcesPanel) {
 
 TEST_F(PanelToneMonitorTest, AsksXfceNothingOnOtherDesktops) {
     const FakeXfconf xfconf(m_bus.connect(), true);
-    const FakePortal portal(m_bus.connect(), 1);
+    const ColorSchemePortal portal(m_bus.connect(), 1);
     PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s);
     QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
     ASSERT_TRUE(changed.wait()); // by the portal

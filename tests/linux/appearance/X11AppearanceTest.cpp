@@ -22,7 +22,7 @@ QByteArray withFont(const QByteArray& font) {
     return XSettingsBytes().text("Gtk/FontName", font).bytes();
 }
 
-SelectionOwner startManager(const QByteArray& display) {
+SelectionOwner startSettings(const QByteArray& display) {
     return {display, "_XSETTINGS_S0"};
 }
 
@@ -36,18 +36,18 @@ TEST_F(X11AppearanceTest, WishesForNothingWithoutAManager) {
 }
 
 TEST_F(X11AppearanceTest, WishesForNothingWhileTheManagerSaysNothing) {
-    const auto manager = startManager(display.name());
+    const auto manager = startSettings(display.name());
     EXPECT_EQ(X11Appearance(connection.get()).wishes(), DesktopAppearance::Wishes());
 }
 
 TEST_F(X11AppearanceTest, ReadsWhatTheManagerSays) {
-    auto manager = startManager(display.name());
+    auto manager = startSettings(display.name());
     manager.setProperty(property, withFont("Inter 10"));
     EXPECT_EQ(fontOf(X11Appearance(connection.get())), QStringLiteral("Inter"));
 }
 
 TEST_F(X11AppearanceTest, FollowsAChange) {
-    auto manager = startManager(display.name());
+    auto manager = startSettings(display.name());
     manager.setProperty(property, withFont("Inter 10"));
     const X11Appearance appearance(connection.get());
     const QSignalSpy changed(&appearance, &DesktopAppearance::changed);
@@ -58,7 +58,7 @@ TEST_F(X11AppearanceTest, FollowsAChange) {
 }
 
 TEST_F(X11AppearanceTest, IsNotConcernedWithOtherProperties) {
-    auto manager = startManager(display.name());
+    auto manager = startSettings(display.name());
     const X11Appearance appearance(connection.get());
     manager.setProperty("SOMETHING_ELSE", withFont("Inter 10"));
     deliverEvents();
@@ -67,7 +67,7 @@ TEST_F(X11AppearanceTest, IsNotConcernedWithOtherProperties) {
 
 TEST_F(X11AppearanceTest, PicksUpAManagerThatComesLater) {
     const X11Appearance appearance(connection.get());
-    auto manager = startManager(display.name());
+    auto manager = startSettings(display.name());
     deliverEvents();
     manager.setProperty(property, withFont("Inter 10"));
     deliverEvents();
@@ -85,7 +85,7 @@ TEST_F(X11AppearanceTest, KeepsTheWishesBetweenTwoManagers) {
         return !xSettingsAreManaged();
     }));
     EXPECT_EQ(fontOf(appearance), QStringLiteral("Inter"));
-    auto second = startManager(display.name());
+    auto second = startSettings(display.name());
     deliverEvents();
     second.setProperty(property, withFont("Lato 11"));
     deliverEvents();

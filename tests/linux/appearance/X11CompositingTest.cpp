@@ -10,7 +10,7 @@ namespace {
 
 using X11CompositingTest = X11ClientTest;
 
-SelectionOwner startManager(const QByteArray& display) {
+SelectionOwner startCompositor(const QByteArray& display) {
     return {display, "_NET_WM_CM_S0"};
 }
 
@@ -19,7 +19,7 @@ TEST_F(X11CompositingTest, IsOffWithoutAManager) {
 }
 
 TEST_F(X11CompositingTest, IsOnWithAManager) {
-    const auto manager = startManager(display.name());
+    const auto manager = startCompositor(display.name());
     EXPECT_TRUE(X11Compositing(connection.get()).isActive());
 }
 
@@ -27,7 +27,7 @@ TEST_F(X11CompositingTest, FollowsAManagerThatStartsAndEnds) {
     X11Compositing compositing(connection.get());
     const QSignalSpy changed(&compositing, &Compositing::changed);
     {
-        const auto manager = startManager(display.name());
+        const auto manager = startCompositor(display.name());
         deliverEvents();
         EXPECT_TRUE(compositing.isActive());
         EXPECT_EQ(changed.count(), 1);

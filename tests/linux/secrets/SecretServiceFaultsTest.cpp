@@ -16,7 +16,7 @@ using Status = SecretLookup::Status;
 
 namespace {
 
-const SecretKey key{u"com.example.test"_s, u"main"_s};
+const SecretKey tokenKey{u"com.example.test"_s, u"main"_s};
 
 /// A store whose service misbehaves as the test says.
 class SecretServiceFaults : public testing::Test {
@@ -57,7 +57,7 @@ TEST_P(HangsOnReading, IsBounded) {
     service.setHasItem(true);
     QElapsedTimer timer;
     timer.start();
-    const SecretLookup result = store.lookup(key);
+    const SecretLookup result = store.lookup(tokenKey);
     EXPECT_LT(timer.elapsed(), bound);
     EXPECT_NE(result.status, Status::Found);
     EXPECT_TRUE(result.secret.isEmpty());
@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(HangsOnLooking, IsUnavailableForALateAnswer) {
     QElapsedTimer timer;
     timer.start();
-    const SecretLookup result = store.lookup(key);
+    const SecretLookup result = store.lookup(tokenKey);
     EXPECT_LT(timer.elapsed(), bound);
     EXPECT_EQ(result.status, Status::Unavailable);
     EXPECT_EQ(result.reason, u"The keyring service did not answer in time"_s);
@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(HangsOnAdding, IsBounded) {
     QElapsedTimer timer;
     timer.start();
-    EXPECT_FALSE(store.add(key, u"A token"_s, "s"));
+    EXPECT_FALSE(store.add(tokenKey, u"A token"_s, "s"));
     EXPECT_LT(timer.elapsed(), bound);
 }
 
@@ -94,7 +94,7 @@ TEST_P(HangsOnRemoving, IsBounded) {
     service.setHasItem(true);
     QElapsedTimer timer;
     timer.start();
-    EXPECT_EQ(store.remove(key), SecretRemoval::Failed);
+    EXPECT_EQ(store.remove(tokenKey), SecretRemoval::Failed);
     EXPECT_LT(timer.elapsed(), bound);
 }
 
@@ -103,23 +103,23 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(SecretServiceFaults, TheFakeServesAsARealOneWould) {
     service.setHasItem(true);
-    EXPECT_EQ(store.lookup(key).status, Status::Found);
-    EXPECT_EQ(store.lookup(key).secret, "from the fake");
-    EXPECT_TRUE(store.add(key, u"A token"_s, "s"));
-    EXPECT_EQ(store.remove(key), SecretRemoval::Removed);
-    EXPECT_EQ(store.lookup(key).status, Status::Absent);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Found);
+    EXPECT_EQ(store.lookup(tokenKey).secret, "from the fake");
+    EXPECT_TRUE(store.add(tokenKey, u"A token"_s, "s"));
+    EXPECT_EQ(store.remove(tokenKey), SecretRemoval::Removed);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Absent);
 }
 
 TEST_F(SecretServiceFaults, ARemovalThatWantsAPersonFailsAtOnceAndShowsNothing) {
     service.setHasItem(true);
     service.setConfirmsRemoval(true);
-    EXPECT_EQ(store.remove(key), SecretRemoval::Failed);
+    EXPECT_EQ(store.remove(tokenKey), SecretRemoval::Failed);
     EXPECT_TRUE(isCalled(u"Dismiss"_s, 1));
     EXPECT_EQ(service.calls(u"Prompt"_s), 0);
 }
 
 TEST_F(SecretServiceFaults, AsksForNothingWhileNothingIsLocked) {
-    EXPECT_EQ(store.lookup(key).status, Status::Absent);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Absent);
     settle();
     EXPECT_EQ(service.calls(u"Unlock"_s), 0);
 }
@@ -127,10 +127,10 @@ TEST_F(SecretServiceFaults, AsksForNothingWhileNothingIsLocked) {
 TEST_F(SecretServiceFaults, AsksOncePerLockingHoweverOftenItIsFoundLocked) {
     service.setLocked(true); // the report of it arrives after the first look-up
     for (int count = 0; count < 3; ++count)
-        EXPECT_EQ(store.lookup(key).status, Status::Locked);
+        EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     EXPECT_TRUE(isCalled(u"Prompt"_s, 1));
-    EXPECT_FALSE(store.add(key, u"A token"_s, "s"));
-    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_FALSE(store.add(tokenKey, u"A token"_s, "s"));
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     settle();
     EXPECT_EQ(service.calls(u"Unlock"_s), 1);
     EXPECT_EQ(service.calls(u"Prompt"_s), 1);
@@ -138,12 +138,12 @@ TEST_F(SecretServiceFaults, AsksOncePerLockingHoweverOftenItIsFoundLocked) {
 
 TEST_F(SecretServiceFaults, WhoDismissesThePromptIsAskedAgainOnlyWhenItIsLockedAnew) {
     service.setLocked(true);
-    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
     QSignalSpy readable(&store, &SecretStore::readable);
     service.completePrompt(true);
     settle();
-    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     settle();
     EXPECT_EQ(service.calls(u"Unlock"_s), 1);
     EXPECT_EQ(readable.count(), 0);
@@ -152,13 +152,13 @@ TEST_F(SecretServiceFaults, WhoDismissesThePromptIsAskedAgainOnlyWhenItIsLockedA
     settle();
     service.setLocked(true);
     settle();
-    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     EXPECT_TRUE(isCalled(u"Prompt"_s, 2));
 }
 
 TEST_F(SecretServiceFaults, TellsWhenThePromptIsAnswered) {
     service.setLocked(true);
-    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
 
     // Some services end the prompt without a word about the collection.
@@ -167,31 +167,31 @@ TEST_F(SecretServiceFaults, TellsWhenThePromptIsAnswered) {
     service.setLocked(false, false);
     service.completePrompt(false);
     ASSERT_TRUE(readable.wait());
-    EXPECT_EQ(store.lookup(key).status, Status::Found);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Found);
     settle();
     EXPECT_EQ(readable.count(), 1);
 
     // And they do not tell of the next locking either.
     service.setHasItem(false);
     service.setLocked(true, false);
-    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     EXPECT_TRUE(isCalled(u"Prompt"_s, 2));
 }
 
 TEST_F(SecretServiceFaults, APromptThatEndsWithoutUnlockingIsNotShownAgain) {
     service.setLocked(true);
-    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
     service.completePrompt(false);
     settle();
-    EXPECT_EQ(store.lookup(key).status, Status::Locked);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
     settle();
     EXPECT_EQ(service.calls(u"Prompt"_s), 1);
 }
 
 TEST_F(SecretServiceFaults, AReportOfUnlockingIsNoNewsWhenTheSecretWasRead) {
     service.setHasItem(true);
-    EXPECT_EQ(store.lookup(key).status, Status::Found);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Found);
     QSignalSpy readable(&store, &SecretStore::readable);
     service.setLocked(false);
     settle();

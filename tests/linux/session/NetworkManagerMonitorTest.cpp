@@ -16,7 +16,7 @@ namespace {
 
 const QString networkManager = u"org.freedesktop.NetworkManager"_s;
 
-void announce(QDBusConnection sender, uint state) {
+void announceConnectivity(QDBusConnection sender, uint state) {
     auto signal = QDBusMessage::createSignal(
         u"/org/freedesktop/NetworkManager"_s, networkManager, u"StateChanged"_s);
     signal.setArguments({state});
@@ -36,15 +36,15 @@ protected:
 TEST_F(NetworkManagerMonitorTest, TellsOfConnectionsOnly) {
     ASSERT_TRUE(manager.registerService(networkManager));
     for (const uint state : {20U, 40U, 50U, 60U, 70U})
-        announce(manager, state);
+        announceConnectivity(manager, state);
     ASSERT_TRUE(QTest::qWaitFor([this] { return cameUp.count() >= 2; }));
     EXPECT_EQ(cameUp.count(), 2);
 }
 
 TEST_F(NetworkManagerMonitorTest, IgnoresOtherSenders) {
     ASSERT_TRUE(manager.registerService(networkManager));
-    announce(bus.connect(), 70);
-    announce(manager, 70); // comes second, so the other one has had its chance
+    announceConnectivity(bus.connect(), 70);
+    announceConnectivity(manager, 70); // comes second, so the other one has had its chance
     ASSERT_TRUE(cameUp.wait());
     EXPECT_EQ(cameUp.count(), 1);
 }

@@ -22,7 +22,7 @@ namespace {
 const QString itemPath = u"/StatusNotifierItem"_s;
 const QString itemInterface = u"org.kde.StatusNotifierItem"_s;
 const QString menuPath = u"/MenuBar"_s;
-const QString menuInterface = u"com.canonical.dbusmenu"_s;
+const QString dbusMenuInterface = u"com.canonical.dbusmenu"_s;
 
 StatusItemContent content() {
     return {
@@ -85,7 +85,7 @@ TEST_F(LinuxStatusItemTest, DrawsTheSymbolInTheSizesOfPanels) {
 TEST_F(LinuxStatusItemTest, SendsNothingWhenNothingChanged) {
     m_item.show(content());
     m_probe.listen(itemPath, itemInterface);
-    m_probe.listen(menuPath, menuInterface);
+    m_probe.listen(menuPath, dbusMenuInterface);
     m_probe.listen(itemPath, u"org.freedesktop.DBus.Properties"_s);
     m_item.show(content());
     EXPECT_THAT(m_probe.signalNames(), ElementsAre());
@@ -156,7 +156,7 @@ TEST_F(LinuxStatusItemTest, HandsTheTokenToAPressOrACommand) {
     m_probe.call(itemPath, itemInterface, provide, {u"first"_s});
     m_probe.call(itemPath, itemInterface, u"Activate"_s, {3, 4});
     m_probe.call(itemPath, itemInterface, provide, {u"second"_s});
-    m_probe.call(menuPath, menuInterface, u"Event"_s, {1, u"clicked"_s, data, uint(0)});
+    m_probe.call(menuPath, dbusMenuInterface, u"Event"_s, {1, u"clicked"_s, data, uint(0)});
 
     ASSERT_EQ(activated.size(), 1);
     EXPECT_EQ(activated.at(0).at(0).toPoint(), QPoint(3, 4));

@@ -16,26 +16,26 @@ using testing::UnorderedElementsAre;
 namespace lumora {
 namespace {
 
-const QString path = u"/StatusNotifierItem"_s;
-const QString itemInterface = u"org.kde.StatusNotifierItem"_s;
+const QString notifierPath = u"/StatusNotifierItem"_s;
+const QString notifierInterface = u"org.kde.StatusNotifierItem"_s;
 
 class StatusNotifierItemTest : public testing::Test {
 protected:
     StatusNotifierItemTest() {
-        m_probe.listen(path, itemInterface);
-        m_probe.listen(path, u"org.freedesktop.DBus.Properties"_s);
+        m_probe.listen(notifierPath, notifierInterface);
+        m_probe.listen(notifierPath, u"org.freedesktop.DBus.Properties"_s);
         m_item.setContent(m_content);
         m_probe.forget();
     }
 
     QVariant property(const char* name) {
-        return m_probe.property(path, itemInterface, QString::fromLatin1(name));
+        return m_probe.property(notifierPath, notifierInterface, QString::fromLatin1(name));
     }
 
     StatusToolTip toolTip() { return qdbus_cast<StatusToolTip>(property("ToolTip")); }
 
     QDBusMessage call(const QString& method, const QVariantList& arguments) {
-        return m_probe.call(path, itemInterface, method, arguments);
+        return m_probe.call(notifierPath, notifierInterface, method, arguments);
     }
 
     tests::PrivateBus m_bus;
@@ -66,7 +66,7 @@ TEST_F(StatusNotifierItemTest, SaysWhatItIs) {
 }
 
 TEST_F(StatusNotifierItemTest, AnswersAllPropertiesAtOnce) {
-    const QVariantMap all = m_probe.allProperties(path, itemInterface);
+    const QVariantMap all = m_probe.allProperties(notifierPath, notifierInterface);
     for (auto [name, value] : all.asKeyValueRange())
         EXPECT_TRUE(property(name.toLatin1().constData()).isValid()) << name.toStdString();
     EXPECT_EQ(all.value(u"Id"_s), u"lumora"_s);
@@ -83,7 +83,7 @@ TEST_F(StatusNotifierItemTest, HasNoLabelPropertyWithoutText) {
 
         EXPECT_FALSE(property("XAyatanaLabel").isValid());
         EXPECT_FALSE(property("XAyatanaLabelGuide").isValid());
-        const QVariantMap all = m_probe.allProperties(path, itemInterface);
+        const QVariantMap all = m_probe.allProperties(notifierPath, notifierInterface);
         EXPECT_FALSE(all.contains(u"XAyatanaLabel"_s));
         EXPECT_FALSE(all.contains(u"XAyatanaLabelGuide"_s));
         EXPECT_TRUE(all.contains(u"Title"_s));
@@ -99,7 +99,7 @@ TEST_F(StatusNotifierItemTest, TellsThatTheLabelChanged) {
         m_probe.signalsNamed(u"XAyatanaNewLabel"_s),
         ElementsAre(QVariantList{u"Standup · 11m"_s, u"Standup · 11m"_s}));
     const QVariantList change = m_probe.signalsNamed(u"PropertiesChanged"_s).value(0);
-    EXPECT_EQ(change.at(0), itemInterface);
+    EXPECT_EQ(change.at(0), notifierInterface);
     EXPECT_EQ(
         qdbus_cast<QVariantMap>(change.at(1)), (QVariantMap{
                                                    {u"XAyatanaLabel"_s, u"Standup · 11m"_s},
@@ -232,18 +232,18 @@ TEST_F(StatusNotifierItemTest, RefusesWhatItDoesNotKnow) {
     EXPECT_EQ(call(u"Explode"_s, {}).type(), QDBusMessage::ErrorMessage);
     EXPECT_EQ(call(u"Activate"_s, {u"left"_s}).type(), QDBusMessage::ErrorMessage);
     EXPECT_EQ(
-        m_probe.call(path, u"org.example.Other"_s, u"Activate"_s, {1, 2}).type(),
+        m_probe.call(notifierPath, u"org.example.Other"_s, u"Activate"_s, {1, 2}).type(),
         QDBusMessage::ErrorMessage);
     EXPECT_FALSE(property("Colour").isValid());
     const QString properties = u"org.freedesktop.DBus.Properties"_s;
     EXPECT_EQ(
-        m_probe.call(path, properties, u"GetAll"_s, {u"org.example.Other"_s}).type(),
+        m_probe.call(notifierPath, properties, u"GetAll"_s, {u"org.example.Other"_s}).type(),
         QDBusMessage::ErrorMessage);
     EXPECT_EQ(
         m_probe
             .call(
-                path, properties, u"Set"_s,
-                {itemInterface, u"Title"_s, QVariant::fromValue(QDBusVariant(u"mine"_s))})
+                notifierPath, properties, u"Set"_s,
+                {notifierInterface, u"Title"_s, QVariant::fromValue(QDBusVariant(u"mine"_s))})
             .errorName(),
         u"org.freedesktop.DBus.Error.PropertyReadOnly"_s);
     EXPECT_EQ(property("Title"), u"Lumora: Standup"_s);
@@ -251,9 +251,9 @@ TEST_F(StatusNotifierItemTest, RefusesWhatItDoesNotKnow) {
 }
 
 TEST_F(StatusNotifierItemTest, DescribesItselfCompletely) {
-    QStringList described = m_probe.introspect(path, itemInterface);
+    QStringList described = m_probe.introspect(notifierPath, notifierInterface);
 
-    QStringList expected = m_probe.allProperties(path, itemInterface).keys();
+    QStringList expected = m_probe.allProperties(notifierPath, notifierInterface).keys();
     expected +=
         {u"Activate"_s,
          u"SecondaryActivate"_s,
@@ -276,9 +276,9 @@ TEST_F(StatusNotifierItemTest, LeavesTheBusWhenItEnds) {
     tests::BusProbe probe(m_bus.connect(), second.baseService());
     {
         const StatusNotifierItem item(second);
-        EXPECT_TRUE(probe.property(other, itemInterface, u"Id"_s).isValid());
+        EXPECT_TRUE(probe.property(other, notifierInterface, u"Id"_s).isValid());
     }
-    EXPECT_FALSE(probe.property(other, itemInterface, u"Id"_s).isValid());
+    EXPECT_FALSE(probe.property(other, notifierInterface, u"Id"_s).isValid());
 }
 
 } // namespace

@@ -16,21 +16,21 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const Instant now = at("2025-03-04T09:00:00Z");
+const Instant morning = at("2025-03-04T09:00:00Z");
 
 BriefEvent meeting(const QString& title, std::chrono::minutes in) {
-    return makeEvent({.title = title, .start = now + in, .end = now + in + 30min});
+    return makeEvent({.title = title, .start = morning + in, .end = morning + in + 30min});
 }
 
 BriefEvent linked(const QString& url) {
-    return makeEvent({.start = now + 10min, .end = now + 40min, .meetingUrl = url});
+    return makeEvent({.start = morning + 10min, .end = morning + 40min, .meetingUrl = url});
 }
 
 class EventsBodyTest : public testing::Test {
 protected:
     EventsBodyTest() { m_body.show(); }
 
-    void render(const std::vector<BriefEvent>& events, Instant when = now) {
+    void render(const std::vector<BriefEvent>& events, Instant when = morning) {
         const Briefing briefing = makeBriefing(events);
         m_body.render(briefing, PanelTexts::upcomingEvents(briefing, when), when);
         settle();
@@ -156,15 +156,15 @@ TEST_F(EventsBodyTest, OnlyTheButtonOfAnEventReacts) {
 TEST_F(EventsBodyTest, TheButtonOfALaterMeetingIsSecondary) {
     BriefEvent later = linked(u"https://meet.example/b"_s);
     later.title = u"Later"_s;
-    later.start = now + 3h;
-    later.end = now + 4h;
+    later.start = morning + 3h;
+    later.end = morning + 4h;
     render({linked(u"https://meet.example/a"_s), later});
     EXPECT_EQ(
         rows().at(1)->joinButton()->content().items.front().style.color, ColorRole::Secondary);
 }
 
 TEST_F(EventsBodyTest, WithoutAUsableLinkThereIsNoButton) {
-    std::vector<BriefEvent> events{makeEvent({.title = u"None"_s, .start = now + 1h})};
+    std::vector<BriefEvent> events{makeEvent({.title = u"None"_s, .start = morning + 1h})};
     for (const QString& url : {u""_s, u"http://["_s, u"https://exa mple.org/%zz:::"_s})
         events.push_back(linked(url));
     render(events);

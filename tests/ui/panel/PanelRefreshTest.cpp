@@ -36,7 +36,7 @@ private:
     QStringList m_events;
 };
 
-Briefing fullDay() {
+Briefing eventfulDay() {
     const Instant now = FakeClock::defaultStart;
     Briefing briefing = makeBriefing({
         makeEvent(
@@ -68,7 +68,7 @@ class PanelRefreshTest : public testing::Test {
 protected:
     PanelRefreshTest() {
         m_panel.lastUpdated = m_panel.clock.now();
-        m_panel.show(fullDay());
+        m_panel.show(eventfulDay());
     }
 
     void expectUntouchedByTheSameAgain() {
@@ -152,7 +152,7 @@ TEST_F(PanelRefreshTest, TheHalfTypedThoughtSurvivesRefreshesAndFailures) {
     QTest::keyClicks(edit, u"half a tho"_s);
     const int cursor = edit->textCursor().position();
 
-    Briefing other = fullDay();
+    Briefing other = eventfulDay();
     other.eventsToday.clear();
     m_panel.show(other);
     m_panel.state = LoadState::failed(u"Token rejected (401)"_s);
@@ -172,7 +172,7 @@ TEST_F(PanelRefreshTest, TheHalfTypedThoughtSurvivesRefreshesAndFailures) {
 
 TEST_F(PanelRefreshTest, ABriefingOfOddTextsBreaksNothing) {
     const QString endless = QString(10'240, u'"') + u'\n';
-    Briefing odd = fullDay();
+    Briefing odd = eventfulDay();
     for (const QString& text : {u""_s, u"a\nb"_s, u"\"'<&\\"_s, endless}) {
         odd.eventsToday.push_back(makeEvent({.title = text, .location = text, .meetingUrl = text}));
         odd.eventsToday.push_back(odd.eventsToday.back());
@@ -197,6 +197,6 @@ TEST_F(PanelRefreshTest, ABriefingOfOddTextsBreaksNothing) {
     EXPECT_FALSE(painted(m_panel.view).isNull());
     expectUntouchedByTheSameAgain();
 
-    m_panel.show(fullDay());
+    m_panel.show(eventfulDay());
     EXPECT_EQ(m_panel.view.findChildren<ActionRow*>().size(), 3);
 }

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "support/SettingsHarness.h"
+#include "support/ViewHarness.h"
 #include "ui/settings/FormButton.h"
 #include "ui/settings/FormField.h"
 #include "ui/settings/FormText.h"
 #include "ui/settings/SettingsWindow.h"
-#include "support/SettingsHarness.h"
-#include "support/ViewHarness.h"
 
 #include <QAccessible>
 #include <QTest>

@@ -28,8 +28,9 @@ namespace lumora::tests {
 namespace {
 
 const QRect display(0, 0, 1000, 800);
-const PlacementScreen topBar{.geometry = display, .available = display.adjusted(0, 30, 0, 0)};
-const PlacementScreen bottomBar{.geometry = display, .available = display.adjusted(0, 0, 0, -40)};
+const PlacementScreen windowTopBar{.geometry = display, .available = display.adjusted(0, 30, 0, 0)};
+const PlacementScreen windowBottomBar{
+    .geometry = display, .available = display.adjusted(0, 0, 0, -40)};
 const AnchorEvidence topItem{.pointer = QPoint(500, 15)};
 const AnchorEvidence bottomItem{.pointer = QPoint(500, 790)};
 
@@ -116,7 +117,7 @@ protected:
     ThemeSource themes{Theme(ColorScheme::Light, QFont())};
     SwitchedCompositing compositing{false};
     FakeClock clock;
-    PlacementScreen screen = topBar;
+    PlacementScreen screen = windowTopBar;
     QWidget other;
     Content* content = nullptr;
     std::unique_ptr<PanelWindow> window;
@@ -137,7 +138,7 @@ TEST_F(PanelWindowTest, OpensUnderATopBarWithABorder) {
 }
 
 TEST_F(PanelWindowTest, OpensAboveABottomBar) {
-    screen = bottomBar;
+    screen = windowBottomBar;
     open(bottomItem);
     EXPECT_EQ(window->panelGeometry(), QRect(339, 458, 322, 302));
 }
@@ -162,7 +163,7 @@ TEST_F(PanelWindowTest, HeightFollowsTheContentUnderATopBar) {
 }
 
 TEST_F(PanelWindowTest, HeightFollowsTheContentAboveABottomBar) {
-    screen = bottomBar;
+    screen = windowBottomBar;
     open(bottomItem);
     const QRect windowBefore = window->geometry();
     for (const int height : {301, 450, 100, 300}) {
@@ -174,7 +175,7 @@ TEST_F(PanelWindowTest, HeightFollowsTheContentAboveABottomBar) {
 }
 
 TEST_F(PanelWindowTest, FollowsAFoldStepByStepWithTheEdgeAtTheBarInPlace) {
-    screen = bottomBar;
+    screen = windowBottomBar;
     auto* folded = new QWidget;
     auto* rows = new QWidget;
     rows->setFixedHeight(200);

@@ -1,4 +1,4 @@
-#include "briefing/DecodeError.h"
+#include "briefing/json/DecodeError.h"
 
 using namespace Qt::Literals::StringLiterals;
 

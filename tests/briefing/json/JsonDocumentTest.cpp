@@ -1,4 +1,4 @@
-#include "briefing/JsonNumbers.h"
+#include "briefing/json/JsonDocument.h"
 
 #include <gtest/gtest.h>
 

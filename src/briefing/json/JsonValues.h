@@ -1,15 +1,15 @@
 #pragma once
 
-// Private to the decoders of this floor, like JsonDocument.h.
-
-#include "briefing/DecodeError.h"
-#include "briefing/Instant.h"
+#include "briefing/json/DecodeError.h"
 
 #include <QString>
 
 #include <simdjson.h>
 
 namespace lumora {
+
+/// The JSON library's text as one of the toolkit's.
+QString toQString(std::string_view utf8);
 
 // Each of these reads one JSON value into `out`. False when the value is of another kind; `error`
 // then describes the fault, with a path that starts at this value.
@@ -22,9 +22,6 @@ bool readValue(simdjson::dom::element value, qint64& out, DecodeError& error);
 
 /// Any number.
 bool readValue(simdjson::dom::element value, double& out, DecodeError& error);
-
-/// An internet date-time.
-bool readValue(simdjson::dom::element value, Instant& out, DecodeError& error);
 
 /// Describes that `value` is not `wanted` ("a string"). Always false.
 bool wrongKind(simdjson::dom::element value, QLatin1StringView wanted, DecodeError& error);

@@ -1,8 +1,7 @@
 #pragma once
 
-// Private to the decoders of this floor, like JsonDocument.h.
-
-#include "briefing/JsonValues.h"
+#include "briefing/json/JsonDocument.h"
+#include "briefing/json/JsonValues.h"
 
 #include <algorithm>
 #include <array>
@@ -99,6 +98,19 @@ bool readValue(simdjson::dom::element value, Record& out, DecodeError& error) {
             return (readField(field, index++) && ...);
         },
         JsonSchema<Record>::fields);
+}
+
+/// Reads the record that the JSON text `bytes` is; the error names the first fault.
+template <JsonRecord Record>
+tl::expected<Record, DecodeError> decodeJson(QByteArrayView bytes) {
+    const JsonDocument document(bytes);
+    if (!document.root())
+        return tl::unexpected(document.root().error());
+    tl::expected<Record, DecodeError> record;
+    DecodeError error;
+    if (!readValue(*document.root(), *record, error))
+        record = tl::unexpected(std::move(error));
+    return record;
 }
 
 } // namespace lumora

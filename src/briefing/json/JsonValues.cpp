@@ -1,6 +1,4 @@
-#include "briefing/JsonValues.h"
-
-#include "briefing/InternetDateTime.h"
+#include "briefing/json/JsonValues.h"
 
 #include <cmath>
 
@@ -32,10 +30,6 @@ QLatin1StringView kindOf(element value) {
     return "something else"_L1;
 }
 
-QString toQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
 bool notAnInteger(double number, DecodeError& error) {
     error.description = std::trunc(number) == number
                             ? u"Integer beyond 64 bits"_s
@@ -44,6 +38,10 @@ bool notAnInteger(double number, DecodeError& error) {
 }
 
 } // namespace
+
+QString toQString(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
 
 bool readValue(element value, QString& out, DecodeError& error) {
     std::string_view text;
@@ -75,19 +73,6 @@ bool readValue(element value, qint64& out, DecodeError& error) {
 
 bool readValue(element value, double& out, DecodeError& error) {
     return value.get(out) == simdjson::SUCCESS || wrongKind(value, "a number"_L1, error);
-}
-
-bool readValue(element value, Instant& out, DecodeError& error) {
-    std::string_view text;
-    if (value.get(text) != simdjson::SUCCESS)
-        return wrongKind(value, "a string"_L1, error);
-    const auto instant = parseInternetDateTime(text);
-    if (!instant) {
-        error.description = "Bad date: "_L1 + toQString(text);
-        return false;
-    }
-    out = *instant;
-    return true;
 }
 
 bool wrongKind(element value, QLatin1StringView wanted, DecodeError& error) {

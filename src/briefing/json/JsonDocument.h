@@ -1,9 +1,8 @@
 #pragma once
 
-// Private to the decoders of this floor: the JSON library shows through here and nowhere else.
+#include "briefing/json/DecodeError.h"
 
-#include "briefing/DecodeError.h"
-
+#include <QByteArray>
 #include <QByteArrayView>
 
 #include <simdjson.h>
@@ -27,5 +26,9 @@ public:
 private:
     tl::expected<simdjson::dom::element, DecodeError> m_root;
 };
+
+/// `json` with every integer literal that fits neither a signed nor an unsigned 64-bit integer
+/// written as a float ("e0" appended). Texts inside quotation marks stay as they are.
+QByteArray withHugeIntegersAsFloats(QByteArrayView json);
 
 } // namespace lumora
