@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/panel/BriefingView.h"
+#include "ui/rows/SpokenRole.h"
 
 namespace lumora {
 
@@ -11,7 +12,7 @@ class PanelPlaceholder;
 
 /// The drop-down panel's content: header, briefing or placeholder, capture field, footer. It shows
 /// the values it is given and reports what the user wants; it knows nothing of where it is shown.
-class MenuBarView : public QWidget {
+class MenuBarView : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

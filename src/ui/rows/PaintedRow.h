@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/rows/RowLayout.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QMargins>
@@ -10,7 +11,7 @@ namespace lumora {
 
 /// A row of texts and symbols that is only looked at. One widget however many items it has, so
 /// that long lists stay cheap.
-class PaintedRow : public QWidget {
+class PaintedRow : public QWidget, public SpokenAs<SpokenRole::Text> {
     Q_OBJECT
 
 public:
