@@ -16,9 +16,6 @@ class MenuBarView : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:
-    /// The panel's width in points.
-    static constexpr int panelWidth = 320;
-
     explicit MenuBarView(const BriefingView::Surroundings& surroundings, QWidget* parent = nullptr);
 
     /// Shows `values`; what did not change is not touched.

@@ -30,9 +30,6 @@ class PanelWindow : public QWidget, public SpokenAs<SpokenRole::Window> {
     Q_OBJECT
 
 public:
-    /// The width of the content in points.
-    static constexpr int contentWidth = 320;
-
     /// What the window depends on; all of it outlives the window.
     struct Surroundings {
         const ThemeSource& themes;
