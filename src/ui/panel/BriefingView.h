@@ -1,13 +1,16 @@
 #pragma once
 
+#include "briefing/LoadState.h"
 #include "platform/Clock.h"
 #include "platform/Preferences.h"
-#include "ui/panel/PanelValues.h"
 #include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QUrl>
 #include <QWidget>
+
+#include <optional>
+#include <set>
 
 class QVBoxLayout;
 
@@ -19,6 +22,18 @@ class ErrorBanner;
 class EventsBody;
 class PaintedRow;
 class SpendingSection;
+
+/// What the panel is rendered from: the application's state at one moment.
+struct PanelValues {
+    const LoadState& state;
+    const std::optional<Briefing>& lastGood;
+    std::optional<Instant> lastUpdated; ///< when `lastGood` was stored
+    const std::set<QString>& pending;   ///< keys of the actions in flight
+    const std::optional<QString>& actionError;
+    bool isConfigured = true; ///< there is an endpoint and a token
+    bool hasDashboard = false;
+    Instant now; ///< the time that the rows are laid out for
+};
 
 /// The briefing's part of the panel: banners, sections and the focus line.
 class BriefingView : public QWidget, public SpokenAs<SpokenRole::Group> {

@@ -4,7 +4,6 @@
 #include "ui/access/FocusRing.h"
 #include "ui/access/ReadingOrder.h"
 #include "ui/panel/CaptureField.h"
-#include "ui/panel/Divider.h"
 #include "ui/panel/PanelFooter.h"
 #include "ui/panel/PanelPlaceholder.h"
 #include "ui/panel/RowContents.h"
@@ -13,6 +12,7 @@
 #include "ui/theme/PanelMetrics.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
@@ -23,6 +23,25 @@ namespace {
 
 constexpr QMargins headerPadding{12, 10, 12, 10};
 const QString captureAction = u"capture"_s;
+
+/// A line one point high between two parts of the panel.
+class Divider final : public QWidget {
+public:
+    Divider(const ThemeSource& themes, QWidget* parent)
+        : QWidget(parent)
+        , m_themes(themes) {
+        setFixedHeight(1);
+        connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter(this).fillRect(rect(), m_themes.theme().color(ColorRole::Divider));
+    }
+
+private:
+    const ThemeSource& m_themes;
+};
 
 bool canTakeFocus(const QWidget& leaf) {
     return leaf.isVisible() && leaf.isEnabled() && !isDecoration(leaf);

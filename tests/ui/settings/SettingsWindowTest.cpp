@@ -1,7 +1,7 @@
 #include "ui/settings/SettingsWindow.h"
 
-#include "ui/settings/FormLabel.h"
 #include "ui/settings/FormPicker.h"
+#include "ui/settings/FormText.h"
 #include "ui/settings/SettingsView.h"
 #include "ui/settings/SettingsWindowFixture.h"
 
