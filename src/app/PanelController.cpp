@@ -28,8 +28,8 @@ AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
 
 } // namespace
 
-PanelController::PanelController(Surroundings surroundings)
-    : m_with(std::move(surroundings))
+PanelController::PanelController(Dependencies dependencies)
+    : m_with(std::move(dependencies))
     , m_themes(m_with.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP")) {
     speakWidgets();
     connect(&m_with.state, &AppState::changed, this, [this] {
@@ -69,7 +69,7 @@ PanelWindow& PanelController::window() {
     if (!m_window) {
         m_view = new MenuBarView({m_themes.themes(), m_with.preferences, m_with.clock});
         m_window = std::make_unique<PanelWindow>(
-            m_view, PanelWindow::Surroundings{
+            m_view, PanelWindow::Dependencies{
                         .themes = m_themes.themes(),
                         .compositing = m_with.compositing,
                         .clock = m_with.clock,

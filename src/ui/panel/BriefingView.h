@@ -41,13 +41,13 @@ class BriefingView : public QWidget, public SpokenAs<SpokenRole::Group> {
 
 public:
     /// What the view works with. Everything must outlive it.
-    struct Surroundings {
+    struct Dependencies {
         const ThemeSource& themes;
         Preferences& preferences; ///< remembers which sections are folded
         Clock& clock;
     };
 
-    explicit BriefingView(const Surroundings& surroundings, QWidget* parent = nullptr);
+    explicit BriefingView(const Dependencies& dependencies, QWidget* parent = nullptr);
 
     /// Shows `values`, whose briefing must be there.
     void render(const PanelValues& values);
@@ -68,7 +68,7 @@ private:
     void reveal(std::optional<Instant> at);
     void renderSpending();
 
-    Surroundings m_with;
+    Dependencies m_with;
     ErrorBanner* m_failure;
     ErrorBanner* m_actionError;
     EventsBody* m_eventsBody;

@@ -18,7 +18,7 @@ namespace lumora {
 
 namespace {
 
-constexpr std::size_t mostRows = 10;
+constexpr std::size_t maximumRows = 10;
 constexpr int eventsSpacing = 6;
 constexpr int eventSpacing = 8;
 
@@ -69,7 +69,7 @@ EventsBody::EventsBody(const ThemeSource& themes, QWidget* parent)
 void EventsBody::render(
     const Briefing& briefing, const std::vector<BriefEvent>& upcoming, Instant now) {
     const std::vector<BriefEvent> shown(
-        upcoming.cbegin(), upcoming.cbegin() + qsizetype(std::min(upcoming.size(), mostRows)));
+        upcoming.cbegin(), upcoming.cbegin() + qsizetype(std::min(upcoming.size(), maximumRows)));
     const auto next = nextMeeting(briefing, now, backgroundThreshold);
     const auto make = [this] {
         auto* row = new EventRow(m_themes, this);

@@ -63,14 +63,14 @@ findStop(const QWidgetList& leaves, qsizetype from, int step, bool (*wanted)(con
 
 } // namespace
 
-MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget* parent)
+MenuBarView::MenuBarView(const BriefingView::Dependencies& dependencies, QWidget* parent)
     : QWidget(parent)
-    , m_header(new PaintedRow(surroundings.themes, headerPadding, this))
-    , m_placeholder(new PanelPlaceholder(surroundings.themes, this))
-    , m_briefing(new BriefingView(surroundings, this))
-    , m_capture(new CaptureField(surroundings.themes, surroundings.clock, this))
-    , m_footer(new PanelFooter(surroundings.themes, this))
-    , m_ring(new FocusRing(surroundings.themes, this)) {
+    , m_header(new PaintedRow(dependencies.themes, headerPadding, this))
+    , m_placeholder(new PanelPlaceholder(dependencies.themes, this))
+    , m_briefing(new BriefingView(dependencies, this))
+    , m_capture(new CaptureField(dependencies.themes, dependencies.clock, this))
+    , m_footer(new PanelFooter(dependencies.themes, this))
+    , m_ring(new FocusRing(dependencies.themes, this)) {
     setFixedWidth(PanelMetrics::width);
     // Where the keyboard is when the panel opens: nothing happens there, and it is read first.
     m_header->setFocusPolicy(Qt::TabFocus);
@@ -79,12 +79,12 @@ MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(m_header);
-    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(new Divider(dependencies.themes, this));
     layout->addWidget(m_placeholder);
     layout->addWidget(m_briefing);
-    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(new Divider(dependencies.themes, this));
     layout->addWidget(m_capture);
-    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(new Divider(dependencies.themes, this));
     layout->addWidget(m_footer);
     m_briefing->hide();
     m_ring->raise();

@@ -14,7 +14,7 @@ namespace lumora {
 namespace {
 
 constexpr double endless = 1e6;
-constexpr std::size_t mostCharacters = 600; // of one run
+constexpr std::size_t maximumCharacters = 600; // of one run
 
 /// A monospaced font that looks as large as `font` beside it.
 QFont codeFont(const QFont& font) {
@@ -59,8 +59,8 @@ void FormText::applyTheme() {
 void FormText::setRuns(const QList<TextRun>& runs) {
     QList<TextRun> cut = runs;
     for (TextRun& run : cut) {
-        if (std::size_t(run.text.size()) > mostCharacters)
-            run.text = shortened(run.text, mostCharacters);
+        if (std::size_t(run.text.size()) > maximumCharacters)
+            run.text = shortened(run.text, maximumCharacters);
     }
     if (m_runs == cut)
         return;

@@ -31,7 +31,7 @@ class PanelWindow : public QWidget, public SpokenAs<SpokenRole::Window> {
 
 public:
     /// What the window depends on; all of it outlives the window.
-    struct Surroundings {
+    struct Dependencies {
         const ThemeSource& themes;
         const Compositing& compositing;
         const Clock& clock;
@@ -40,7 +40,7 @@ public:
     };
 
     /// Takes `content`.
-    PanelWindow(QWidget* content, const Surroundings& surroundings);
+    PanelWindow(QWidget* content, const Dependencies& dependencies);
 
     /// What a press on the status item does: opens or closes the panel. A press that has just
     /// closed it, by taking the focus away, does not open it again.
@@ -78,9 +78,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    bool isRounded() const { return m_around.compositing.isActive(); }
+    bool isRounded() const { return m_with.compositing.isActive(); }
 
-    bool hasShadow() const { return isRounded() && m_around.placesWindows; }
+    bool hasShadow() const { return isRounded() && m_with.placesWindows; }
 
     int borderWidth() const { return isRounded() ? 0 : 1; }
 
@@ -92,7 +92,7 @@ private:
     void followScreens();
     void onDeactivated();
 
-    Surroundings m_around;
+    Dependencies m_with;
     PanelScroller* m_scroller;
     PanelShadow m_shadow;
     std::optional<QPoint> m_lastGoodAnchor; ///< in points
