@@ -77,9 +77,9 @@ private:
 };
 
 /// The rows of the habits, in the briefing's order.
-std::vector<ActionRowValue> habitRows(const Habits& habits);
+[[nodiscard]] std::vector<ActionRowValue> habitRows(const Habits& habits);
 
 /// The rows of the chores, in the briefing's order.
-std::vector<ActionRowValue> choreRows(const Chores& chores);
+[[nodiscard]] std::vector<ActionRowValue> choreRows(const Chores& chores);
 
 } // namespace lumora

@@ -22,6 +22,6 @@ public:
 
 /// What assistive programs are told instead of `event`, a change in a field whose text is masked:
 /// so many masked characters, as everybody sees it. Null when the event gives nothing away.
-std::unique_ptr<QAccessibleEvent> maskedEvent(QAccessibleEvent& event);
+[[nodiscard]] std::unique_ptr<QAccessibleEvent> maskedEvent(QAccessibleEvent& event);
 
 } // namespace lumora

@@ -44,9 +44,9 @@ public:
     PanelScroller(const ThemeSource& themes, QWidget* content, QWidget* parent);
 
     /// The height that the content asks for at `width`, in points.
-    int contentHeight(int width) const;
+    [[nodiscard]] int contentHeight(int width) const;
 
-    bool isScrollable() const;
+    [[nodiscard]] bool isScrollable() const;
 
     void scrollByPage(int pages);
 

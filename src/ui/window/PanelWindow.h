@@ -17,7 +17,7 @@ namespace lumora {
 class PanelScroller;
 
 /// The monitors of the desktop, the first one first.
-QList<PlacementScreen> desktopScreens();
+[[nodiscard]] QList<PlacementScreen> desktopScreens();
 
 /// The window that the panel's content drops down in. It stands against the bar with the status
 /// item, is as high as its content, and goes away when the user turns to something else.
@@ -55,7 +55,7 @@ public:
     QRect panelRect() const { return m_panel; }
 
     /// What the panel covers on the screen, in points.
-    QRect panelGeometry() const;
+    [[nodiscard]] QRect panelGeometry() const;
 
     void setVisible(bool visible) override;
 
