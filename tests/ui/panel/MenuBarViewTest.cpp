@@ -33,6 +33,34 @@ TEST_F(MenuBarViewTest, IsThreeHundredAndTwentyWideWhateverItShows) {
     m_panel.show(briefing);
     EXPECT_EQ(m_panel.view.width(), 320);
     EXPECT_EQ(m_panel.view.sizeHint().width(), 320);
+    EXPECT_EQ(cutOff(m_panel.view), "");
+}
+
+TEST_F(MenuBarViewTest, HasRoomForEverythingItShows) {
+    for (const double points : roomyFontSizes) {
+        m_panel.themes.setTheme(stillTheme(points));
+        m_panel.lastGood.reset();
+        for (const LoadState& state :
+             {LoadState::loading(), LoadState::failed(u"Not configured — open Settings"_s)}) {
+            m_panel.state = state;
+            m_panel.isConfigured = false;
+            m_panel.render();
+            EXPECT_EQ(cutOff(m_panel.view), "") << points;
+        }
+        m_panel.lastUpdated = m_panel.clock.now() - 50s;
+        m_panel.show(fullDay());
+        if (RowButton* reveal = buttonNamed(m_panel.view, u"Show month-to-date"_s))
+            QTest::mouseClick(reveal, Qt::LeftButton);
+        m_panel.actionError = u"A very long message "_s.repeated(12);
+        m_panel.render();
+        EXPECT_EQ(cutOff(m_panel.view), "") << points;
+        for (const QString& title : titles())
+            section(title)->setCollapsed(true);
+        m_panel.render();
+        EXPECT_EQ(cutOff(m_panel.view), "") << points;
+        for (const QString& title : titles())
+            section(title)->setCollapsed(false);
+    }
 }
 
 TEST_F(MenuBarViewTest, StacksItsPartsWithoutGaps) {
