@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "platform/Preferences.h"
 #include "ui/panel/PanelValues.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QUrl>
@@ -20,7 +21,7 @@ class PaintedRow;
 class SpendingSection;
 
 /// The briefing's part of the panel: banners, sections and the focus line.
-class BriefingView : public QWidget {
+class BriefingView : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:
