@@ -7,23 +7,33 @@
 #include "linux/notifications/DesktopNotificationCenter.h"
 #include "linux/preferences/ConfFilePreferences.h"
 #include "linux/secrets/LibsecretStore.h"
-#include "linux/session/DesktopUrlOpener.h"
 #include "linux/session/LogindWakeMonitor.h"
 #include "linux/session/NetworkManagerMonitor.h"
 #include "linux/session/WindowSystem.h"
 #include "linux/time/SystemClock.h"
 #include "linux/tray/LinuxStatusItem.h"
+#include "platform/ActivationToken.h"
 #include "platform/memory/MemoryLoginItems.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"
 
 #include <QDBusConnection>
+#include <QDesktopServices>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
 
 namespace {
+
+/// Opens addresses through the desktop's own handlers, never through a shell.
+class DesktopUrlOpener final : public UrlOpener {
+public:
+    bool open(const QUrl& url, const QByteArray& activationToken) override {
+        const ActivationTokenScope token(activationToken); // which the opened program inherits
+        return QDesktopServices::openUrl(url);
+    }
+};
 
 /// The portal states what the user has chosen; the window system's settings only hint at dark
 /// colours, but know the font.
