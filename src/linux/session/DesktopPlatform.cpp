@@ -1,6 +1,7 @@
 #include "linux/session/DesktopPlatform.h"
 
 #include "linux/appearance/JoinedAppearance.h"
+#include "linux/appearance/PanelToneMonitor.h"
 #include "linux/appearance/PortalAppearance.h"
 #include "linux/autostart/AutostartRegistry.h"
 #include "linux/http/QtHttpTransport.h"
@@ -35,14 +36,23 @@ public:
     }
 };
 
-/// The portal states what the user has chosen; the window system's settings only hint at dark
-/// colours, but know the font.
-std::unique_ptr<DesktopAppearance> makeAppearance() {
+/// Makes what there is to see of the desktop: its wishes for windows, and its place for symbols.
+void makeAppearances(PlatformFamily& family) {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    auto portal = std::make_unique<PortalAppearance>(bus);
+    // The family lets go of the status item, and with it of the bar, before the appearance.
+    auto bar = std::make_unique<PanelToneMonitor>(bus, desktop, *portal);
+
+    // The portal states what the user has chosen; the window system's settings only hint at dark
+    // colours, but know the font.
     std::vector<std::unique_ptr<DesktopAppearance>> sources;
-    sources.push_back(std::make_unique<PortalAppearance>(QDBusConnection::sessionBus()));
+    sources.push_back(std::move(portal));
     if (auto windowSystem = makeWindowSystemAppearance())
         sources.push_back(std::move(windowSystem));
-    return std::make_unique<JoinedAppearance>(std::move(sources));
+    family.appearance = std::make_unique<JoinedAppearance>(std::move(sources));
+    family.statusItem = std::make_unique<LinuxStatusItem>(
+        bus, std::move(bar), LinuxStatusItem::Options{.desktop = desktop});
 }
 
 /// What both desktops have in common: everything that remembers nothing.
@@ -55,11 +65,8 @@ PlatformFamily makeCommonPlatform() {
     family.urls = std::make_unique<DesktopUrlOpener>();
     family.notifications =
         std::make_unique<DesktopNotificationCenter>(QDBusConnection::sessionBus(), *family.clock);
-    family.appearance = makeAppearance();
     family.compositing = makeCompositing();
-    family.statusItem = std::make_unique<LinuxStatusItem>(
-        QDBusConnection::sessionBus(),
-        LinuxStatusItem::Options{.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")});
+    makeAppearances(family);
     return family;
 }
 
