@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/PreferenceKeys.h"
 #include "platform/Preferences.h"
 #include "ui/panel/PanelValues.h"
 #include "ui/rows/SpokenRole.h"
@@ -47,8 +48,8 @@ Q_SIGNALS:
     void spendingRefreshRequested();
 
 private:
-    CollapsibleSection*
-    addSection(const QString& title, const QString& symbol, const QString& key, QWidget* body);
+    CollapsibleSection* addSection(
+        const QString& title, const QString& symbol, const PreferenceKey<bool>& key, QWidget* body);
     void readFolding();
     void reveal(std::optional<Instant> at);
     void renderSpending();
