@@ -1,6 +1,5 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSecretStore.h"
-#include "platform/HttpFetch.h"
 #include "platform/linux/QtHttpTransport.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
