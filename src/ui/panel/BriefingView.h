@@ -2,6 +2,7 @@
 
 #include "briefing/LoadState.h"
 #include "platform/Clock.h"
+#include "platform/PreferenceKeys.h"
 #include "platform/Preferences.h"
 #include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
@@ -62,8 +63,8 @@ Q_SIGNALS:
     void spendingRefreshRequested();
 
 private:
-    CollapsibleSection*
-    addSection(const QString& title, const QString& symbol, const QString& key, QWidget* body);
+    CollapsibleSection* addSection(
+        const QString& title, const QString& symbol, const PreferenceKey<bool>& key, QWidget* body);
     void readFolding();
     void reveal(std::optional<Instant> at);
     void renderSpending();

@@ -1,5 +1,6 @@
 #include "ui/panel/MenuBarView.h"
 
+#include "briefing/ActionKeys.h"
 #include "texts/Formatters.h"
 #include "ui/access/FocusRing.h"
 #include "ui/access/ReadingOrder.h"
@@ -22,7 +23,6 @@ namespace lumora {
 namespace {
 
 constexpr QMargins headerPadding{12, 10, 12, 10};
-const QString captureAction = u"capture"_s;
 
 /// A line one point high between two parts of the panel.
 class Divider final : public QWidget {
@@ -104,7 +104,7 @@ void MenuBarView::render(const PanelValues& values) {
     m_briefing->setVisible(hasBriefing);
     m_placeholder->setVisible(!hasBriefing);
 
-    m_capture->setPending(values.pending.contains(captureAction));
+    m_capture->setPending(values.pending.contains(ActionKeys::capture));
     m_footer->setDashboardAvailable(values.hasDashboard);
 }
 
