@@ -5,7 +5,7 @@
 #include "fakes/FakeNotificationCenter.h"
 #include "fakes/FakeStatusItem.h"
 #include "fakes/RecordingUrlOpener.h"
-#include "linux/commands/CommandAddress.h"
+#include "linux/commands/CommandServer.h"
 #include "platform/memory/MemoryLoginItems.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"

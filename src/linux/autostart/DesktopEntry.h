@@ -47,4 +47,12 @@ private:
     qsizetype m_end = 1; ///< behind the last line of the group that is not blank
 };
 
+/// The value of a desktop entry's "Exec" that starts `program`, quoted so that every character of
+/// its path arrives.
+QString execLineFor(const QString& program);
+
+/// The program that a desktop entry's "Exec" starts, as it is named there; empty when the line
+/// names none or its quotes do not match.
+QString programOf(const QString& execLine);
+
 } // namespace lumora

@@ -1,6 +1,5 @@
 #include "linux/commands/CommandServer.h"
 
-#include "linux/commands/CommandAddress.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>
