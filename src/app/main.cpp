@@ -6,6 +6,7 @@
 #include "linux/session/StartupEnvironment.h"
 #include "linux/session/TerminationSignals.h"
 #include "platform/ActivationToken.h"
+#include "platform/AppStorageBacked.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -102,7 +103,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
         const auto address = demoService.start(run.scenario);
         if (!address)
             return complain(address.error().sentence, address.error().exitCode);
-        family.preferences->setValue(u"endpointURL"_s, address->endpoint);
+        storePreference(*family.preferences, PreferenceKeys::endpointURL, address->endpoint);
         KeychainService(*family.secrets).setToken(address->token);
     }
 

@@ -32,7 +32,7 @@ LinuxStatusItem::LinuxStatusItem(
     connect(&m_tray, &XEmbedItem::activated, this, [this](QPoint position) {
         Q_EMIT activated(position, {});
     });
-    connect(&m_tray, &XEmbedItem::chosen, this, [this](const QString& command) {
+    connect(&m_tray, &XEmbedItem::chosen, this, [this](MenuCommand command) {
         Q_EMIT commandChosen(command, {});
     });
     connect(&m_tray, &XEmbedItem::shown, this, &StatusItem::shown);

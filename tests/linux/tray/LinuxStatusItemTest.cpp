@@ -32,7 +32,7 @@ StatusItemContent content() {
         .title = u"Lumora"_s,
         .toolTipTitle = u"Lumora"_s,
         .toolTipBody = u"Standup in 12 minutes"_s,
-        .menu = {{StatusMenuRow::Kind::Action, u"open"_s, u"Open Lumora"_s}}};
+        .menu = {{StatusMenuRow::Kind::Action, MenuCommand::Open, u"Open Lumora"_s}}};
 }
 
 class LinuxStatusItemTest : public testing::Test {
@@ -177,7 +177,7 @@ TEST_F(LinuxStatusItemTest, HandsTheTokenToAPressOrACommand) {
     EXPECT_EQ(activated.at(0).at(0).toPoint(), QPoint(3, 4));
     EXPECT_EQ(activated.at(0).at(1).toByteArray(), "first");
     ASSERT_EQ(commands.size(), 1);
-    EXPECT_EQ(commands.at(0).at(0), u"open"_s);
+    EXPECT_EQ(commands.at(0).at(0).value<MenuCommand>(), MenuCommand::Open);
     EXPECT_EQ(commands.at(0).at(1).toByteArray(), "second");
 }
 
