@@ -46,7 +46,7 @@ public:
 
     /// Takes the program's name and answers from then on; false when another process has it.
     /// Without a bus nobody can ask and nobody can be in the way, so that counts as taken.
-    bool claim();
+    [[nodiscard]] bool claim();
 
     // The methods of the D-Bus interface.
     QString Status();
