@@ -1,6 +1,5 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSecretStore.h"
-#include "linux/http/HttpFetch.h"
 #include "linux/http/QtHttpTransport.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
