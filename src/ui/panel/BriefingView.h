@@ -4,6 +4,7 @@
 #include "platform/PreferenceKeys.h"
 #include "platform/Preferences.h"
 #include "ui/panel/PanelValues.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QUrl>
@@ -21,7 +22,7 @@ class PaintedRow;
 class SpendingSection;
 
 /// The briefing's part of the panel: banners, sections and the focus line.
-class BriefingView : public QWidget {
+class BriefingView : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:
