@@ -98,8 +98,7 @@ private:
     void storeToken();
     void becameReadable();
     void announce();
-    QCoro::Task<> runTest();
-    QCoro::Task<> applyNotifications();
+    [[nodiscard]] QCoro::Task<> runTest();
 
     Collaborators m_with;
     bool m_shown = false;
