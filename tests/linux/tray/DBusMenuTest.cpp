@@ -231,7 +231,7 @@ TEST_F(DBusMenuTest, RowsWithTheSameCommandAreStillTwoRows) {
 }
 
 TEST_F(DBusMenuTest, ShowsLabelsLiterally) {
-    m_menu.setRows({{Kind::Action, u"x"_s, u"a_b__c\n<i>&"_s}});
+    m_menu.setRows({{Kind::Action, MenuCommand::Open, u"a_b__c\n<i>&"_s}});
     EXPECT_EQ(layout().root.children.at(0).properties.value(u"label"_s), u"a__b____c <i>&"_s);
 }
 
