@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Patience.h"
+
 #include <QHash>
 #include <QHostAddress>
 #include <QTcpSocket>
@@ -39,14 +41,14 @@ public:
         if (!m_token.isEmpty())
             exchange->write("X-Api-Key: " + m_token + "\r\n");
         exchange->write("Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
-        while (exchange->bytesToWrite() > 0 && exchange->waitForBytesWritten(kPatience)) {
+        while (exchange->bytesToWrite() > 0 && exchange->waitForBytesWritten(patience)) {
         }
         return exchange;
     }
 
     /// Waits for the answer to a request; absent: there was none, or not a whole one.
     static std::optional<DemoReply> end(const Exchange& exchange) {
-        while (exchange->waitForReadyRead(kPatience)) {
+        while (exchange->waitForReadyRead(patience)) {
         }
         const auto received = exchange->readAll();
         const auto headSize = received.indexOf("\r\n\r\n");
@@ -72,8 +74,6 @@ public:
     }
 
 private:
-    static constexpr int kPatience = 10'000;
-
     quint16 m_port;
     QByteArray m_token;
 };

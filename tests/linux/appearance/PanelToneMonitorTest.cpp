@@ -1,5 +1,6 @@
 #include "linux/appearance/PanelToneMonitor.h"
 
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QApplication>
@@ -14,6 +15,9 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
+
+using tests::patience;
+
 namespace {
 
 /// A settings portal with one setting.
@@ -133,12 +137,12 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsThePortal) {
     PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s);
     QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 
     portal.change(u"org.example.other"_s, 2); // somebody else's setting
     portal.change(u"org.freedesktop.appearance"_s, 2);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
     EXPECT_EQ(changed.size(), 2);
 }
@@ -147,7 +151,7 @@ TEST_F(PanelToneMonitorTest, ReadsAPortalThatComesLater) {
     PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s);
     QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
     const ColorSchemePortal portal(m_bus.connect(), 1);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 }
 
@@ -156,18 +160,18 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsXfcesPanel) {
     PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s);
     QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Light); // the panel's default is dark
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
 
     xfconf.change(u"xfwm4"_s, true); // another program's setting
     xfconf.change(u"xfce4-panel"_s, true);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 
     xfconf.change(u"xfce4-panel"_s, false);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     xfconf.remove();
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
     EXPECT_EQ(changed.size(), 4);
 }
@@ -177,7 +181,7 @@ TEST_F(PanelToneMonitorTest, AsksXfceNothingOnOtherDesktops) {
     const ColorSchemePortal portal(m_bus.connect(), 1);
     PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s);
     QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
-    ASSERT_TRUE(changed.wait()); // by the portal
+    ASSERT_TRUE(changed.wait(patience)); // by the portal
     EXPECT_EQ(changed.size(), 1);
 }
 
