@@ -72,5 +72,5 @@ function(lumora_tests)
     target_compile_options(${name} PRIVATE -Wno-subobject-linkage)
     target_precompile_headers(${name} REUSE_FROM lumora_test_support)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${folder}: "
-        PROPERTIES TIMEOUT 120)
+        PROPERTIES TIMEOUT 300)
 endfunction()

@@ -11,7 +11,7 @@ lumora=build/release/bin/lumora
 start_service() {
     start service "${lumora%/*}/lumora-demo-service"
     service=$started
-    wait_until 10 read_address || die "the demo's service did not start, see $desktop_log/"
+    wait_until read_address || die "the demo's service did not start, see $desktop_log/"
 }
 
 read_address() {
@@ -27,8 +27,8 @@ configure_lumora() {
     start keyring run_listening "$work/password" \
         gnome-keyring-daemon --unlock --foreground --components=secrets
     # Asked any sooner, the bus would start a second one, which asks for a password.
-    wait_until 10 keyring_runs || die "the keyring did not start, see $desktop_log/"
-    wait_until 10 store_token || die "the keyring took no token, see $desktop_log/"
+    wait_until keyring_runs || die "the keyring did not start, see $desktop_log/"
+    wait_until store_token || die "the keyring took no token, see $desktop_log/"
 }
 
 keyring_runs() {
@@ -45,7 +45,8 @@ store_token() {
 ask_service() {
     local path=$1
     shift
-    curl -fsS -m 5 -H "X-Api-Key: $token" "$@" "${endpoint%/api/briefing}$path"
+    # shellcheck disable=SC2154 # lib.sh sets it
+    curl -fsS -m "$patience" -H "X-Api-Key: $token" "$@" "${endpoint%/api/briefing}$path"
 }
 
 # briefing_has FILTER, inbox_has FILTER: whether the jq filter holds for what the service has.
@@ -58,11 +59,11 @@ have_scenario() { ask_service /control -d "{\"scenario\":\"$1\"}" >/dev/null; }
 # start_lumora [ARGUMENT...]: starts it and waits for its place in the status area; its pid is in
 # $program.
 start_lumora() {
-    wait_until 5 status_area_is_empty || die "the status area is not empty"
+    wait_until status_area_is_empty || die "the status area is not empty"
     # The invented day's dollars are at home there.
     start lumora env LC_ALL=en_US.UTF-8 QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 "$lumora" "$@"
     program=$started
-    wait_until 15 status_area_has_item || die "nothing came up in the status area within 15 s"
+    wait_until status_area_has_item || die "nothing came up in the status area"
 }
 
 # status_json: what the running program says of itself; fails when nothing runs.
@@ -72,16 +73,22 @@ in_countdown() { status_json | jq -e '.mode == "countdown"' >/dev/null; }
 
 quit_lumora() {
     "$lumora" quit || die "lumora quit failed"
-    wait_until 10 has_ended "$program" || die "lumora still ran 10 s after lumora quit"
+    wait_until has_ended "$program" || die "lumora still runs after lumora quit"
 }
 
 # on_screen NAME...: all of these are to be seen in the panel, see script/find-on-screen.
 on_screen() { script/find-on-screen "$@" &>"$desktop_log/find-on-screen.log"; }
-off_screen() { ! on_screen "$1"; }
+
+# off_screen NAME: it is not to be seen, which is more than that it could not be found out.
+off_screen() {
+    local status=0
+    on_screen "$1" || status=$?
+    ((status == 3))
+}
 
 # comes_up NAME, goes_away NAME: waits for that, or ends the script.
-comes_up() { wait_until 10 on_screen "$1" || fail "the panel does not come to show \"$1\""; }
-goes_away() { wait_until 10 off_screen "$1" || fail "the panel still shows \"$1\""; }
+comes_up() { wait_until on_screen "$1" || fail "the panel does not come to show \"$1\""; }
+goes_away() { wait_until off_screen "$1" || fail "the panel still shows \"$1\""; }
 
 # fail REASON: ends the script and leaves a picture of how it came to that.
 fail() {
@@ -100,12 +107,20 @@ locate() {
     WIDTH=$((WIDTH * desktop_scale)) HEIGHT=$((HEIGHT * desktop_scale))
 }
 
-# point_at NAME: takes the pointer to the middle of a part of the panel.
+# point_at NAME: takes the pointer to the middle of a part of the panel, once it stays in its place.
 point_at() {
     local X Y WIDTH HEIGHT
     comes_up "$1"
-    locate "$1" || fail "\"$1\" went away again"
+    wait_until rests "$1" || fail "\"$1\" does not come to rest"
     xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2))
+}
+
+# rests NAME: locates it, and finds it in the same place again.
+rests() {
+    local before
+    locate "$1" || return 1
+    before="$X $Y $WIDTH $HEIGHT"
+    locate "$1" && [[ "$X $Y $WIDTH $HEIGHT" == "$before" ]]
 }
 
 # click_on NAME: a left click there.
@@ -127,13 +142,7 @@ take_panel() {
 take_settled_panel() {
     park_pointer
     comes_up panel
-    take_panel "$1" || fail "there is no panel to be seen"
-    wait_until 5 panel_is_settled "$1" || fail "the panel does not come to rest"
-}
-
-panel_is_settled() {
-    mv "$1" "$work/panel-before.png"
-    take_panel "$1" && look_alike "$1" "$work/panel-before.png"
+    take_settled "$1" take_panel || fail "the panel does not come to rest"
 }
 
 # show_loading FOLDER: the panel before the first briefing, which a service that stands still keeps
@@ -141,7 +150,7 @@ panel_is_settled() {
 show_loading() {
     kill -STOP "$service"
     start_lumora
-    open_panel || fail "a click on the item opened no panel within 10 s"
+    open_panel || fail "a click on the item opened no panel"
     comes_up "Loading…"
     take_panel "$1/panel-loading.png" || fail "there is no panel to be seen"
     kill -CONT "$service"
@@ -153,22 +162,22 @@ toggle_habit() {
         fail "the habit is done already"
     click_on "Read twenty pages, not done"
     comes_up "Read twenty pages, done"
-    briefing_has '.habits.items[] | select(.id == "read") | .done' ||
+    wait_until briefing_has '.habits.items[] | select(.id == "read") | .done' ||
         fail "the service does not know that the habit is done"
 }
 
 mark_chore_done() {
     click_on "Descale the kettle"
     goes_away "Descale the kettle"
-    briefing_has '.chores.top | all(.id != "kettle")' ||
+    wait_until briefing_has '.chores.top | all(.id != "kettle")' ||
         fail "the service does not know that the chore is done"
 }
 
-# fold_section: the preferences have it at once.
+# fold_section: the preferences have it, too.
 fold_section() {
     click_on "Habits"
     goes_away "Read twenty pages"
-    grep -qx 'section.collapsed.habits=true' "$XDG_CONFIG_HOME/lumora/lumora.conf" ||
+    wait_until grep -qx 'section.collapsed.habits=true' "$XDG_CONFIG_HOME/lumora/lumora.conf" ||
         fail "the folded section is not in the preferences"
 }
 
@@ -181,7 +190,7 @@ capture_thought() {
     click_on "Capture a thought"
     xdotool type "A bell for the bicycle"
     xdotool key Return
-    wait_until 10 inbox_has 'any(.text == "A bell for the bicycle")' ||
+    wait_until inbox_has 'any(.text == "A bell for the bicycle")' ||
         fail "the thought did not reach the inbox"
 }
 
@@ -195,9 +204,9 @@ change_colours() {
     take_picture "$work/bar-before.png" "$bar"
     take_picture "$work/corner-before.png" "$corner"
     "$1"
-    wait_until 5 has_changed "$work/corner-before.png" "$corner" ||
+    wait_until has_changed "$work/corner-before.png" "$corner" ||
         fail "the panel does not follow the desktop's colours"
-    wait_until 5 has_changed "$work/bar-before.png" "$bar" ||
+    wait_until has_changed "$work/bar-before.png" "$bar" ||
         fail "the bar does not follow the desktop's colours"
 }
 
@@ -231,8 +240,8 @@ drive_panel() {
 # show_at_single_scale FOLDER: the panel where a point is a pixel, in light and in dark.
 show_at_single_scale() {
     start_lumora --demo
-    wait_until 10 in_countdown || fail "no countdown within 10 s"
-    open_panel || fail "a click on the label opened no panel within 10 s"
+    wait_until in_countdown || fail "no countdown"
+    open_panel || fail "a click on the label opened no panel"
     take_settled_panel "$1/panel-light.png"
     change_colours go_dark
     take_settled_panel "$1/panel-dark.png"

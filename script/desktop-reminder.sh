@@ -39,25 +39,39 @@ start_notification_server() {
     timeout = 0
 SETTINGS
     start dunst dunst
-    wait_until 10 server_answers || die "dunst did not start, see $desktop_log/"
+    wait_until server_answers || die "dunst did not start, see $desktop_log/"
 }
 
 server_answers() { dunstctl is-paused &>"$desktop_log/dunstctl.log"; }
 
 reminder_is_shown() { (($(dunstctl count displayed 2>"$desktop_log/dunstctl.log") > 0)); }
 
+# lead_time: how far ahead something must be for lumora to be told of it in time, in seconds: some
+# times as long as telling it takes now.
+lead_time() {
+    local start=$EPOCHSECONDS
+    "$lumora" refresh || return 1
+    echo $((5 + 4 * (EPOCHSECONDS - start)))
+}
+
+take_reminder() {
+    take_picture "$1" "$((440 * desktop_scale))x$((130 * desktop_scale))+$((
+        ${desktop_size%x*} - 440 * desktop_scale))+0"
+}
+
 # show_reminder FOLDER: the day is moved to five minutes and a few seconds before a meeting.
 show_reminder() {
-    local day
+    local lead day below="300x60+$((${desktop_size%x*} - 340))+$((60 * desktop_scale))"
     start_lumora
-    day=$(date -u -d '7 minutes ago 5 seconds' +%FT%TZ) # the meeting is in its minute 12
+    park_pointer
+    take_picture "$work/no-reminder.png" "$below"
+    lead=$(lead_time) || fail "the day could not be fetched"
+    day=$(date -u -d "7 minutes ago $lead seconds" +%FT%TZ) # the meeting is in its minute 12
     ask_service /control -d "{\"scenario\":\"busy\",\"dayFrom\":\"$day\"}" >/dev/null
     "$lumora" refresh || fail "the day could not be fetched"
-    park_pointer
-    wait_until 15 reminder_is_shown || fail "no reminder within 15 s"
-    sleep 0.5 # until the label and the notification are drawn
-    take_picture "$1/reminder.png" "$((440 * desktop_scale))x$((130 * desktop_scale))+$((
-        ${desktop_size%x*} - 440 * desktop_scale))+0"
+    wait_until reminder_is_shown || fail "no reminder came"
+    wait_until has_changed "$work/no-reminder.png" "$below" || fail "the reminder is not drawn"
+    take_settled "$1/reminder.png" take_reminder || fail "the reminder does not come to rest"
     dunstctl close-all
     quit_lumora
 }

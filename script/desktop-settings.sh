@@ -20,10 +20,15 @@ settings_are_gone() { ! find_settings; }
 # open_settings: opens them and puts the window into the middle of the screen.
 open_settings() {
     "$lumora" settings || fail "lumora settings failed"
-    wait_until 10 find_settings || fail "the settings did not open"
+    wait_until find_settings || fail "the settings did not open"
     xdotool windowmove --sync "$settings_window" $((430 * desktop_scale)) $((100 * desktop_scale))
-    xdotool windowfocus --sync "$settings_window"
+    wait_until focus_settings || fail "the settings do not get the focus"
     park_pointer
+}
+
+focus_settings() {
+    xdotool windowfocus "$settings_window"
+    has_focus "$settings_window"
 }
 
 # enter MNEMONIC TEXT: goes to a field of the settings by its key and replaces what is in it.
@@ -39,10 +44,10 @@ test_connection() {
 }
 
 # take_settings FILE: a picture of the window with its frame and some desktop around, once nothing
-# moves in it any more.
+# moves in it any more: not even a text cursor, because a control without one gets the focus.
 take_settings() {
-    take_settings_now "$1" || fail "there are no settings to be seen"
-    wait_until 5 settings_are_settled "$1" || fail "the settings do not come to rest"
+    xdotool key alt+v
+    take_settled "$1" take_settings_now || fail "the settings do not come to rest"
 }
 
 take_settings_now() {
@@ -53,16 +58,11 @@ take_settings_now() {
         Y - around - title))"
 }
 
-settings_are_settled() {
-    mv "$1" "$work/settings-before.png"
-    take_settings_now "$1" && look_alike "$1" "$work/settings-before.png"
-}
-
 # change_settings_colours COMMAND: changes light and dark and waits until the window has followed.
 change_settings_colours() {
     take_settings_now "$work/settings-other.png"
     "$1"
-    wait_until 5 settings_have_changed || fail "the settings do not follow the desktop's colours"
+    wait_until settings_have_changed || fail "the settings do not follow the desktop's colours"
 }
 
 settings_have_changed() {
@@ -79,8 +79,7 @@ drive_settings() {
     enter e "$endpoint"
     enter a "$token"
     test_connection "✓ "
-    wait_until 10 in_countdown || fail "the label shows nothing of the briefing"
-    xdotool key Tab # away from the button
+    wait_until in_countdown || fail "the label shows nothing of the briefing"
     take_settings "$1/settings-light.png"
     change_settings_colours go_dark
     take_settings "$1/settings-dark.png"
@@ -91,6 +90,6 @@ drive_settings() {
     enter e "$endpoint"
     test_connection "✓ "
     xdotool key Escape
-    wait_until 10 settings_are_gone || fail "Escape did not close the settings"
+    wait_until settings_are_gone || fail "Escape did not close the settings"
     quit_lumora
 }

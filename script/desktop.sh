@@ -49,7 +49,7 @@ start_desktop() {
     start_settings
     start openbox openbox --sm-disable
     start picom picom --config /dev/null --backend xrender
-    wait_until 10 compositor_runs || die "the compositor did not start, see $desktop_log/"
+    wait_until compositor_runs || die "the compositor did not start, see $desktop_log/"
     start_panel
 }
 
@@ -58,7 +58,7 @@ end_desktop() {
     local i
     for ((i = ${#desktop_pids[@]} - 1; i >= 0; --i)); do
         kill "${desktop_pids[i]}" 2>/dev/null || true
-        wait_until 5 has_ended "${desktop_pids[i]}" || kill -KILL "${desktop_pids[i]}" || true
+        patience=5 wait_until has_ended "${desktop_pids[i]}" || kill -KILL "${desktop_pids[i]}" || true
     done
     desktop_pids=()
     rm -rf "$work"
@@ -79,10 +79,12 @@ use_private_home() {
 }
 
 start_x_server() {
+    local never=3600000
     # The server picks a free display by itself and says which.
     start xvfb run_with_answer "$work/display" \
-        Xvfb -displayfd 3 -screen 0 "${desktop_size}x24" -dpi 96 -noreset -nolisten tcp
-    wait_until 15 test -s "$work/display" || die "the X server did not start, see $desktop_log/"
+        Xvfb -displayfd 3 -screen 0 "${desktop_size}x24" -dpi 96 -noreset -nolisten tcp \
+        -ardelay "$never" # or a busy machine, late with the release of a key, types it twice
+    wait_until test -s "$work/display" || die "the X server did not start, see $desktop_log/"
     DISPLAY=:$(<"$work/display")
     export DISPLAY
     convert -size "$desktop_size" gradient:'#7f97ba-#a892b2' "$work/wallpaper.png"
@@ -92,7 +94,7 @@ start_x_server() {
 start_session_bus() {
     start bus run_with_answer "$work/bus" \
         dbus-daemon --session --nofork --nosyslog --print-address=3
-    wait_until 10 test -s "$work/bus" || die "the session bus did not start, see $desktop_log/"
+    wait_until test -s "$work/bus" || die "the session bus did not start, see $desktop_log/"
     DBUS_SESSION_BUS_ADDRESS=$(<"$work/bus")
     export DBUS_SESSION_BUS_ADDRESS
 }
@@ -171,7 +173,7 @@ KEYS
 button, sn-item label { padding: 0 10px; }
 STYLE
     start mate-panel mate-panel
-    wait_until 30 find_status_area || die "the panel showed no status area, see $desktop_log/"
+    wait_until find_status_area || die "the panel showed no status area, see $desktop_log/"
 }
 
 # status_area_is_empty: there is one colour in it.
@@ -219,9 +221,8 @@ open_menu() {
     below="200x100+$X+$((Y + HEIGHT + 8))"
     take_picture "$work/below-before.png" "$below"
     xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 3
-    wait_until 10 has_changed "$work/below-before.png" "$below" || return 1
+    wait_until has_changed "$work/below-before.png" "$below" || return 1
     park_pointer
-    sleep 0.5
 }
 
 # park_pointer: takes the pointer to where it is over nothing.
@@ -235,18 +236,23 @@ find_panel() {
 
 panel_is_gone() { ! find_panel; }
 
-# open_panel: a left click on the item, then the pointer out of the way; waits for the panel.
+# has_focus WINDOW: what is typed goes there.
+has_focus() { [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" ]]; }
+
+# open_panel: a left click on the item, then the pointer out of the way; waits for the panel and
+# until what is typed goes there.
 open_panel() {
     local X Y WIDTH HEIGHT
     locate_status_area || return 1
     xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 1
-    wait_until 10 find_panel || return 1
+    wait_until find_panel || return 1
     park_pointer
+    wait_until has_focus "$panel"
 }
 
 close_panel() {
     xdotool key Escape
-    wait_until 10 panel_is_gone
+    wait_until panel_is_gone
 }
 
 # close_menu: waits until the desktop below the bar looks as before it was opened.
@@ -255,7 +261,7 @@ close_menu() {
     locate_status_area || return 1
     below="200x100+$X+$((Y + HEIGHT + 8))"
     xdotool key Escape
-    wait_until 10 is_unchanged "$work/below-before.png" "$below"
+    wait_until is_unchanged "$work/below-before.png" "$below"
 }
 
 # has_changed FILE GEOMETRY: the part of the screen no longer looks as it does in the picture.
@@ -263,7 +269,22 @@ has_changed() {
     take_picture "$work/part-now.png" "$2" && ! look_alike "$1" "$work/part-now.png"
 }
 
-is_unchanged() { ! has_changed "$@"; }
+is_unchanged() { take_picture "$work/part-now.png" "$2" && look_alike "$1" "$work/part-now.png"; }
 
 # look_alike FILE FILE: both pictures have the same pixels, whatever else their files hold.
 look_alike() { [[ $(identify -format '%#' "$1") == "$(identify -format '%#' "$2")" ]]; }
+
+# take_settled FILE COMMAND...: has the command, which gets the file as its argument, take the
+# picture until it looks the same three times in a row; fails when it never does.
+take_settled() {
+    "${@:2}" "$1" && wait_until looks_settled "$@"
+}
+
+looks_settled() {
+    local turn
+    for turn in second third; do
+        mv "$1" "$work/$turn-before.png"
+        sleep 0.2
+        "${@:2}" "$1" && look_alike "$1" "$work/$turn-before.png" || return 1
+    done
+}

@@ -40,10 +40,13 @@ log_file() {
     printf 'build/log/%s.log' "$1"
 }
 
-# wait_until SECONDS COMMAND...: polls until the command succeeds; fails when the time is up.
+# How long to wait for what has to come, in seconds: far longer than it takes on the busiest of
+# machines. Only what fails waits so long.
+patience=60
+
+# wait_until COMMAND...: polls until the command succeeds; fails when the patience is over.
 wait_until() {
-    local end=$((SECONDS + $1))
-    shift
+    local end=$((SECONDS + patience))
     until "$@"; do
         if ((SECONDS >= end)); then
             return 1

@@ -9,6 +9,7 @@
 #include "platform/memory/MemoryLoginItems.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 #include "support/ScopedEnvironment.h"
 #include "support/StateHarness.h"
@@ -242,7 +243,7 @@ TEST_F(LumobarAppTest, MayEndWhileItAsksForPermission) {
 TEST_F(LumobarAppTest, MayEndWhileSomebodyWaitsForARefresh) {
     begin();
     const auto refresh = command(u"Refresh"_s);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return transport->requests().size() == 2; }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return transport->requests().size() == 2; }, patience));
     end();
     EXPECT_FALSE(refresh.isFinished());
 }

@@ -4,6 +4,7 @@
 #include "fakes/RecordingUrlOpener.h"
 #include "fakes/SwitchedCompositing.h"
 #include "state/Ticker.h"
+#include "support/Patience.h"
 #include "support/StateHarness.h"
 #include "support/WrittenTexts.h"
 #include "ui/panel/CaptureField.h"
@@ -154,7 +155,7 @@ TEST_F(PanelControllerTest, AReopenedPanelPaintsNoAmountOfAnEndedReveal) {
 
     const PaintWitness witness(*window);
     open();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return witness.paints > 0; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return witness.paints > 0; }, patience));
     EXPECT_EQ(witness.withAmount, 0);
 }
 

@@ -1,6 +1,7 @@
 #include "app/ThemeFollower.h"
 
 #include "fakes/FakeAppearance.h"
+#include "support/Patience.h"
 
 #include <QApplication>
 #include <QSignalSpy>
@@ -78,7 +79,7 @@ TEST_F(ThemeFollowerTest, TakesTheDesktopsFontForTheWholeProgram) {
 TEST_F(ThemeFollowerTest, FollowsTheDesktopsFont) {
     const ThemeFollower follower(desktop, u"XFCE"_s);
     desktop.setWishes({.font = lato});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bodyFamily(follower) == u"Lato"_s; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bodyFamily(follower) == u"Lato"_s; }, patience));
 }
 
 TEST_F(ThemeFollowerTest, LeavesTheFontToDesktopsThatSetItThemselves) {

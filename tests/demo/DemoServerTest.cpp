@@ -1,6 +1,7 @@
 #include "demo/DemoServer.h"
 
 #include "demo/DemoService.h"
+#include "support/Patience.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -15,12 +16,13 @@
 
 using namespace Qt::Literals::StringLiterals;
 using namespace lumora;
+using namespace lumora::tests;
 using namespace std::chrono_literals;
 
 namespace {
 
-/// Far less than a slow answer takes.
-constexpr int kServerAtOnce = 2000;
+/// Less than the server waits for a client that is silent.
+constexpr int kServerAtOnce = 8000;
 
 class DemoServerTest : public testing::Test {
 protected:
@@ -29,7 +31,7 @@ protected:
     std::unique_ptr<DemoServer> server;
     quint16 port = 0;
 
-    void serve(DemoScenario scenario, std::chrono::seconds patience = 10s) {
+    void serve(DemoScenario scenario, std::chrono::seconds clientPatience = 10s) {
         const auto source = [this] {
             ++timesRead;
             timesRead.notify_all();
@@ -37,7 +39,7 @@ protected:
         };
         service =
             std::make_unique<DemoService>(scenario, "key", DemoClock(source), QTimeZone::utc());
-        server = std::make_unique<DemoServer>(*service, patience);
+        server = std::make_unique<DemoServer>(*service, clientPatience);
         const auto bound = server->start(0);
         ASSERT_TRUE(bound) << bound.error().toStdString();
         port = *bound;
@@ -117,7 +119,7 @@ TEST_F(DemoServerTest, WhatIsNotHttpIsRefused) {
     QTcpSocket socket;
     socket.connectToHost(u"127.0.0.1"_s, port);
     socket.write("BREW /pot COFFEE/1.0\r\n\r\n");
-    ASSERT_TRUE(socket.waitForDisconnected(kServerAtOnce) || socket.bytesAvailable() > 0);
+    ASSERT_TRUE(socket.waitForDisconnected(patience) || socket.bytesAvailable() > 0);
     EXPECT_TRUE(socket.readAll().startsWith("HTTP/1.1 400 "));
 }
 
@@ -141,7 +143,7 @@ TEST_F(DemoServerTest, BreakingOffSendsNoBody) {
     QTcpSocket socket;
     socket.connectToHost(u"127.0.0.1"_s, port);
     socket.write("GET /api/briefing HTTP/1.1\r\nHost: localhost\r\nX-Api-Key: key\r\n\r\n");
-    ASSERT_TRUE(socket.waitForDisconnected(kServerAtOnce));
+    ASSERT_TRUE(socket.waitForDisconnected(patience));
     EXPECT_TRUE(socket.readAll().endsWith("\r\n\r\n"));
     EXPECT_EQ(client().Get("/api/briefing")->status, 200);
 }
@@ -182,16 +184,16 @@ TEST_F(DemoServerTest, StopsWithASilentClientConnected) {
     serve(DemoScenario::Busy, 1s);
     QTcpSocket silent;
     silent.connectToHost(u"127.0.0.1"_s, port);
-    ASSERT_TRUE(silent.waitForConnected());
+    ASSERT_TRUE(silent.waitForConnected(patience));
     QTcpSocket halfway;
     halfway.connectToHost(u"127.0.0.1"_s, port);
     halfway.write("GET /api/bri");
-    ASSERT_TRUE(halfway.waitForBytesWritten());
+    ASSERT_TRUE(halfway.waitForBytesWritten(patience));
     EXPECT_EQ(client().Get("/api/briefing")->status, 200);
     EXPECT_TRUE(stopsAtOnce());
     EXPECT_TRUE(
         silent.state() == QAbstractSocket::UnconnectedState ||
-        silent.waitForDisconnected(kServerAtOnce));
+        silent.waitForDisconnected(patience));
 }
 
 TEST_F(DemoServerTest, StopsRightAfterTheStart) {

@@ -1,5 +1,7 @@
 #include "e2e/AccessibleTree.h"
 
+#include "support/Patience.h"
+
 #include <QDBusArgument>
 #include <QDBusVariant>
 #include <QTest>
@@ -16,7 +18,6 @@ namespace lumora::tests {
 
 namespace {
 
-constexpr int treePatience = 30'000; // milliseconds
 const QString connectionName = u"accessibility"_s;
 const QString launcherPath = u"/usr/libexec/at-spi-bus-launcher"_s;
 const QString registry = u"org.a11y.atspi.Registry"_s;
@@ -113,7 +114,7 @@ AccessibleTree::AccessibleTree(ProgramHarness& lumora)
                       .toString();
         return address.startsWith("unix:"_L1);
     };
-    if (!m_launcher.waitForStarted() || !QTest::qWaitFor(answers, treePatience))
+    if (!m_launcher.waitForStarted(patience) || !QTest::qWaitFor(answers, patience))
         throw std::runtime_error("no accessibility service: is at-spi2-core installed?");
     m_bus = QDBusConnection::connectToBus(address, connectionName);
 }
@@ -122,7 +123,7 @@ AccessibleTree::~AccessibleTree() {
     m_lumora.end(); // no program survives its display
     QDBusConnection::disconnectFromBus(connectionName);
     m_launcher.terminate();
-    m_launcher.waitForFinished();
+    m_launcher.waitForFinished(patience);
 }
 
 QDBusMessage AccessibleTree::call(
@@ -131,7 +132,7 @@ QDBusMessage AccessibleTree::call(
     QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
     message.setArguments(arguments);
     // A tree is hundreds of calls, none of which the program needs the test's help for.
-    return m_bus.call(message, QDBus::Block, treePatience);
+    return m_bus.call(message, QDBus::Block, patience);
 }
 
 QString
@@ -211,7 +212,7 @@ testing::AssertionResult AccessibleTree::comesToBe(
         seen = window(title);
         return seen.exists() && wanted(seen);
     };
-    if (QTest::qWaitFor(matches, treePatience))
+    if (QTest::qWaitFor(matches, patience))
         return testing::AssertionSuccess();
     return testing::AssertionFailure()
            << (seen.exists() ? "last read:\n" + seen.spoken().toStdString() : "no such window");

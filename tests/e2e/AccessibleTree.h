@@ -58,8 +58,7 @@ public:
     /// The program's window of that title as it is now; one that does not exist when it has none.
     AccessibleNode window(const QString& title);
 
-    /// Reads that window again and again until it is as `wanted`. Fails, with what was read last,
-    /// after half a minute.
+    /// Reads that window again and again until it is as `wanted`. Fails with what was read last.
     testing::AssertionResult
     comesToBe(const QString& title, const std::function<bool(const AccessibleNode&)>& wanted);
 

@@ -1,4 +1,5 @@
 #include "e2e/ConfiguredProgram.h"
+#include "support/Patience.h"
 
 #include <QTest>
 
@@ -22,7 +23,7 @@ public:
 
     ~KeyringEavesdropper() {
         m_monitor.kill();
-        m_monitor.waitForFinished();
+        m_monitor.waitForFinished(patience);
     }
 
     KeyringEavesdropper(const KeyringEavesdropper&) = delete;
@@ -35,7 +36,7 @@ public:
                 m_heard += m_monitor.readAllStandardOutput();
                 return m_heard.contains(words);
             },
-            20'000);
+            patience);
     }
 
     /// How many calls there were so far.
@@ -56,12 +57,12 @@ protected:
                 children = childrenOf(lumora.program().processId());
                 return children.size() == 1;
             },
-            20'000);
+            patience);
         return children.value(0);
     }
 
     static bool ends(qint64 process) {
-        return QTest::qWaitFor([process] { return !isAlive(process); }, 20'000);
+        return QTest::qWaitFor([process] { return !isAlive(process); }, patience);
     }
 
     ProgramHarness lumora;

@@ -1,5 +1,6 @@
 #include "e2e/ConfiguredProgram.h"
 #include "support/FakeWatcher.h"
+#include "support/Patience.h"
 #include "support/ScriptedServer.h"
 
 #include <QTest>
@@ -21,7 +22,7 @@ protected:
     }
 
     bool getsRequests(int count) {
-        return QTest::qWaitFor([&] { return server.requests().size() >= count; }, 20'000);
+        return QTest::qWaitFor([&] { return server.requests().size() >= count; }, patience);
     }
 
     void expectCleanEnd() {

@@ -1,4 +1,5 @@
 #include "e2e/ConfiguredProgram.h"
+#include "support/Patience.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -25,7 +26,7 @@ protected:
     /// absent one is invalid.
     bool labelBecomes(const QVariant& text) {
         return QTest::qWaitFor(
-            [&] { return lumora.itemProperty(u"XAyatanaLabel"_s) == text; }, 20'000);
+            [&] { return lumora.itemProperty(u"XAyatanaLabel"_s) == text; }, patience);
     }
 };
 

@@ -1,5 +1,6 @@
 #include "e2e/AccessibleTree.h"
 #include "e2e/ConfiguredProgram.h"
+#include "support/Patience.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -107,7 +108,7 @@ protected:
         environment.insert(u"DISPLAY"_s, QString::fromLatin1(tree.display()));
         tool.setProcessEnvironment(environment);
         tool.start(u"xdotool"_s, {u"key"_s, key});
-        ASSERT_TRUE(tool.waitForFinished());
+        ASSERT_TRUE(tool.waitForFinished(patience));
         ASSERT_EQ(tool.exitCode(), 0);
     }
 

@@ -1,6 +1,7 @@
 #include "e2e/AccessibleTree.h"
 #include "e2e/ConfiguredProgram.h"
 #include "e2e/XDesktop.h"
+#include "support/Patience.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -117,7 +118,7 @@ TEST_F(PanelDriving, AThoughtAndReturnReachTheInbox) {
     desktop.type(u"A bell for the bicycle"_s);
     desktop.press(u"Return"_s);
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return service.inbox() == QStringList(u"A bell for the bicycle"_s); }, 20'000));
+        [&] { return service.inbox() == QStringList(u"A bell for the bicycle"_s); }, patience));
     EXPECT_TRUE(tree.comesToBe(panelTitle, [](const AccessibleNode& panel) {
         return shownNode(panel, u"Capture a thought"_s).text.isEmpty();
     }));

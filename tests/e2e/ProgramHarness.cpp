@@ -1,5 +1,7 @@
 #include "e2e/ProgramHarness.h"
 
+#include "support/Patience.h"
+
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
 #include <QDir>
@@ -20,7 +22,6 @@ namespace lumora::tests {
 
 namespace {
 
-constexpr int programPatience = 30'000; // milliseconds
 const QString programName = u"com.lumora.app"_s;
 
 /// What /proc tells about a process after its name, beginning with its state and its parent.
@@ -110,7 +111,7 @@ void ProgramHarness::start(const QStringList& arguments) {
     m_program = makeProcess();
     m_program->setArguments(arguments);
     m_program->start();
-    if (!m_program->waitForStarted())
+    if (!m_program->waitForStarted(patience))
         throw std::runtime_error("the program did not start");
 }
 
@@ -138,10 +139,10 @@ ProgramHarness::Outcome ProgramHarness::waitForEnd() {
 // The test may be the server, the watcher or the bus's other end: events have to get through.
 ProgramHarness::Outcome ProgramHarness::finish(QProcess& process) {
     const bool ended =
-        QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, programPatience);
+        QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, patience);
     if (!ended) {
         process.kill();
-        process.waitForFinished();
+        process.waitForFinished(patience);
     }
     const bool normal = ended && process.exitStatus() == QProcess::NormalExit;
     return {
@@ -166,7 +167,7 @@ testing::AssertionResult ProgramHarness::comesToShow(const QJsonObject& expected
             return shown.contains(key) && shown.value(key) == expected.value(key);
         });
     };
-    if (QTest::qWaitFor(matches, programPatience))
+    if (QTest::qWaitFor(matches, patience))
         return testing::AssertionSuccess();
     return testing::AssertionFailure() << "expected " << compact(expected).toStdString()
                                        << " within " << compact(shown).toStdString();

@@ -1,5 +1,7 @@
 #include "e2e/ServiceProcess.h"
 
+#include "support/Patience.h"
+
 #include <QJsonArray>
 #include <QNetworkReply>
 #include <QTest>
@@ -50,7 +52,7 @@ QStringList ServiceProcess::inbox() {
 
 void ServiceProcess::stop() {
     m_process.kill();
-    m_process.waitForFinished();
+    m_process.waitForFinished(patience);
 }
 
 void ServiceProcess::restart() {
@@ -62,7 +64,7 @@ void ServiceProcess::start() {
     m_process.start(
         QStringLiteral(LUMORA_DEMO_SERVICE),
         {u"--port"_s, QString::number(m_port), u"--token"_s, QString::fromLatin1(token())});
-    const bool listens = QTest::qWaitFor([this] { return m_process.canReadLine(); }, 20'000);
+    const bool listens = QTest::qWaitFor([this] { return m_process.canReadLine(); }, patience);
     const QUrl address(QString::fromUtf8(m_process.readLine()).section(u' ', 1).trimmed());
     if (!listens || address.port() <= 0)
         throw std::runtime_error("the demo's service did not start");
@@ -77,7 +79,7 @@ QNetworkRequest ServiceProcess::request(const QString& path) const {
 
 QJsonDocument ServiceProcess::complete(QNetworkReply* reply) {
     const std::unique_ptr<QNetworkReply> owner(reply);
-    if (!QTest::qWaitFor([reply] { return reply->isFinished(); }, 20'000) ||
+    if (!QTest::qWaitFor([reply] { return reply->isFinished(); }, patience) ||
         reply->error() != QNetworkReply::NoError)
         throw std::runtime_error(reply->errorString().toStdString());
     return QJsonDocument::fromJson(reply->readAll());

@@ -1,5 +1,6 @@
 #include "e2e/AccessibleTree.h"
 #include "e2e/ConfiguredProgram.h"
+#include "support/Patience.h"
 #include "support/ScriptedServer.h"
 #include "support/TestCertificates.h"
 
@@ -69,7 +70,7 @@ protected:
         environment.insert(u"DISPLAY"_s, QString::fromLatin1(tree.display()));
         tool.setProcessEnvironment(environment);
         tool.start(u"xdotool"_s, arguments);
-        EXPECT_TRUE(tool.waitForFinished());
+        EXPECT_TRUE(tool.waitForFinished(patience));
         EXPECT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
         return tool.readAllStandardOutput();
     }
@@ -135,8 +136,8 @@ TEST_F(Settings, LeadANewUserToALoadedLabel) {
     EXPECT_FALSE(heard.contains(u'y')) << heard.toStdString();
 
     xdotool({u"key"_s, u"Escape"_s});
-    EXPECT_TRUE(
-        QTest::qWaitFor([this] { return !tree.window(settingsTitle).has(u"showing"_s); }, 20'000));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return !tree.window(settingsTitle).has(u"showing"_s); }, patience));
     QCoreApplication::processEvents();
     EXPECT_FALSE(listener.heard.join(QString()).contains(token));
 }
@@ -184,7 +185,7 @@ TEST_F(Settings, HaveTheProgramStartAtLogin) {
     };
     ASSERT_TRUE(entries().isEmpty());
     xdotool({u"key"_s, u"alt+l"_s});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return entries().size() == 1; }, 20'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return entries().size() == 1; }, patience));
     QFile entry(entries().first());
     ASSERT_TRUE(entry.open(QFile::ReadOnly));
     EXPECT_TRUE(entry.readAll().contains("\nExec=" + lumora.program().program().toUtf8() + '\n'));
@@ -193,7 +194,7 @@ TEST_F(Settings, HaveTheProgramStartAtLogin) {
     };
     EXPECT_TRUE(tree.comesToBe(settingsTitle, isOn));
     xdotool({u"key"_s, u"alt+l"_s});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return entries().isEmpty(); }, 20'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return entries().isEmpty(); }, patience));
 }
 
 TEST_F(Settings, FollowTheFile) {

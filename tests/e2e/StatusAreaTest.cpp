@@ -1,6 +1,7 @@
 #include "e2e/ConfiguredProgram.h"
 #include "support/FakeWatcher.h"
 #include "support/Fixtures.h"
+#include "support/Patience.h"
 #include "support/ScriptedServer.h"
 
 #include <QDBusMessage>
@@ -27,7 +28,7 @@ protected:
     }
 
     bool registers() {
-        return QTest::qWaitFor([this] { return !watcher->registered().isEmpty(); }, 20'000);
+        return QTest::qWaitFor([this] { return !watcher->registered().isEmpty(); }, patience);
     }
 
     static void announceSleep(QDBusConnection manager, bool goingToSleep) {
@@ -108,7 +109,7 @@ TEST_F(StatusArea, FetchesOnceWhenTheMachineWakes) {
 
     announceSleep(manager, true);
     announceSleep(manager, false);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return server.requests().size() > 1; }, 20'000));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return server.requests().size() > 1; }, patience));
     // Whatever else the waking might have asked for goes out before this one.
     ASSERT_EQ(lumora.run({u"refresh"_s}).exitCode, 0);
     EXPECT_EQ(server.requests().size(), 3);

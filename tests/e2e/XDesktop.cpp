@@ -1,5 +1,7 @@
 #include "e2e/XDesktop.h"
 
+#include "support/Patience.h"
+
 #include <QRect>
 #include <QRegularExpression>
 #include <QTest>
@@ -16,8 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace lumora::tests {
 
 namespace {
-
-constexpr int desktopPatience = 20'000; // milliseconds
 
 const QString otherTitle = u"Somebody else"_s;
 constexpr QRect otherPlace(60, 300, 300, 200);
@@ -40,7 +40,7 @@ XDesktop::XDesktop(const QByteArray& display)
 
 XDesktop::~XDesktop() {
     m_windowManager.terminate();
-    m_windowManager.waitForFinished();
+    m_windowManager.waitForFinished(patience);
 }
 
 void XDesktop::startWindowManager() {
@@ -49,7 +49,7 @@ void XDesktop::startWindowManager() {
     // A test that is killed takes it along.
     m_windowManager.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_windowManager.start(u"openbox"_s, {u"--sm-disable"_s});
-    if (!m_windowManager.waitForStarted())
+    if (!m_windowManager.waitForStarted(patience))
         throw std::runtime_error("openbox did not start");
 }
 
@@ -69,7 +69,7 @@ void XDesktop::openOtherWindow() {
         return !xdotool({u"get_desktop"_s}).isEmpty() &&
                m_windowManager.state() == QProcess::Running;
     };
-    if (!QTest::qWaitFor(managed, desktopPatience))
+    if (!QTest::qWaitFor(managed, patience))
         throw std::runtime_error("no window manager came up");
     xcb_map_window(connection, window);
     xcb_flush(connection);
@@ -82,7 +82,7 @@ QStringList XDesktop::xdotool(const QStringList& arguments) {
     tool.setProcessEnvironment(m_environment);
     tool.setStandardErrorFile(QProcess::nullDevice());
     tool.start(u"xdotool"_s, arguments);
-    if (!tool.waitForFinished(desktopPatience))
+    if (!tool.waitForFinished(patience))
         throw std::runtime_error("xdotool did not end");
     return QString::fromUtf8(tool.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
 }
@@ -97,11 +97,11 @@ qsizetype XDesktop::windows(const QString& title) {
 }
 
 bool XDesktop::shows(const QString& title) {
-    return QTest::qWaitFor([&] { return windows(title) == 1; }, desktopPatience);
+    return QTest::qWaitFor([&] { return windows(title) == 1; }, patience);
 }
 
 bool XDesktop::hides(const QString& title) {
-    return QTest::qWaitFor([&] { return windows(title) == 0; }, desktopPatience);
+    return QTest::qWaitFor([&] { return windows(title) == 0; }, patience);
 }
 
 bool XDesktop::focuses(const QString& title) {
@@ -109,7 +109,7 @@ bool XDesktop::focuses(const QString& title) {
         const QStringList found = visible(title);
         return found.size() == 1 && xdotool({u"getwindowfocus"_s}) == found;
     };
-    return QTest::qWaitFor(isFocused, desktopPatience);
+    return QTest::qWaitFor(isFocused, patience);
 }
 
 QStringList XDesktop::windowClass(const QString& title) {

@@ -4,6 +4,7 @@
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 #include "support/Fixtures.h"
+#include "support/Patience.h"
 #include "support/ScriptedServer.h"
 
 #include <QTest>
@@ -29,7 +30,7 @@ protected:
                 clock.advance(1s);
             return task.isReady();
         };
-        if (!QTest::qWaitFor(isReady, 10'000))
+        if (!QTest::qWaitFor(isReady, patience))
             throw std::runtime_error("the fetch did not complete");
         return task.operator co_await().await_resume();
     }

@@ -2,6 +2,7 @@
 #include "demo/DemoService.h"
 #include "linux/http/QtHttpTransport.h"
 #include "service/LumoAction.h"
+#include "support/Patience.h"
 #include "support/StateHarness.h"
 
 #include <QJsonArray>
@@ -44,7 +45,7 @@ protected:
 
     template <typename Condition>
     static bool eventually(Condition condition) {
-        return QTest::qWaitFor(condition, 10'000);
+        return QTest::qWaitFor(condition, patience);
     }
 
     /// The same, with time passing during waits.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Patience.h"
+
 #include <QCoroTask>
 #include <QTest>
 
@@ -7,11 +9,11 @@
 
 namespace lumora::tests {
 
-/// Runs the event loop until `task` has completed, and hands its value over. Throws after ten
-/// seconds.
+/// Runs the event loop until `task` has completed, and hands its value over. Throws when
+/// the patience is over.
 template <typename Value>
 Value awaitValue(QCoro::Task<Value> task) {
-    if (!QTest::qWaitFor([&task] { return task.isReady(); }, 10'000))
+    if (!QTest::qWaitFor([&task] { return task.isReady(); }, patience))
         throw std::runtime_error("the task did not complete");
     return task.operator co_await().await_resume();
 }

@@ -1,5 +1,7 @@
 #include "support/BusProbe.h"
 
+#include "support/Patience.h"
+
 #include <QDBusArgument>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
@@ -21,7 +23,7 @@ QDBusMessage BusProbe::call(
     message.setArguments(arguments);
     const QDBusPendingCallWatcher pending(m_bus.asyncCall(message));
     // Caller and callee share this thread: waiting has to let events through.
-    (void)QTest::qWaitFor([&] { return pending.isFinished(); }, 20'000);
+    (void)QTest::qWaitFor([&] { return pending.isFinished(); }, patience);
     return pending.reply();
 }
 

@@ -1,5 +1,7 @@
 #include "support/NotificationDaemon.h"
 
+#include "support/Patience.h"
+
 #include <QDBusConnectionInterface>
 #include <QFile>
 #include <QTest>
@@ -15,7 +17,6 @@ namespace lumora::tests {
 
 namespace {
 
-constexpr int longEnough = 20'000; // milliseconds
 constexpr QChar fieldEnd(0x1f);
 
 // At the top left corner, where a test finds it, and for as long as a slow test needs.
@@ -68,14 +69,15 @@ NotificationDaemon::~NotificationDaemon() {
 
 void NotificationDaemon::start() {
     m_daemon.start(u"dunst"_s, {u"-config"_s, m_folder.filePath(u"dunstrc"_s)});
-    if (!m_daemon.waitForStarted() || !QTest::qWaitFor([this] { return isOnTheBus(); }, longEnough))
+    if (!m_daemon.waitForStarted(patience) ||
+        !QTest::qWaitFor([this] { return isOnTheBus(); }, patience))
         throw std::runtime_error("dunst did not start");
 }
 
 void NotificationDaemon::kill() {
     m_daemon.kill();
-    m_daemon.waitForFinished();
-    if (!QTest::qWaitFor([this] { return !isOnTheBus(); }, longEnough))
+    m_daemon.waitForFinished(patience);
+    if (!QTest::qWaitFor([this] { return !isOnTheBus(); }, patience))
         throw std::runtime_error("dunst did not end");
 }
 
@@ -98,7 +100,7 @@ void NotificationDaemon::click() const {
             const QStringList wanted{u"search"_s, u"--onlyvisible"_s, u"--class"_s, u"Dunst"_s};
             return !runTool(u"xdotool"_s, wanted).isEmpty();
         },
-        longEnough);
+        patience);
     if (!visible)
         throw std::runtime_error("no notification can be seen");
     runTool(u"xdotool"_s, {u"mousemove"_s, u"40"_s, u"15"_s, u"click"_s, u"1"_s});
@@ -112,7 +114,7 @@ QByteArray NotificationDaemon::runTool(const QString& program, const QStringList
     QProcess tool;
     tool.setProcessEnvironment(m_environment);
     tool.start(program, arguments);
-    tool.waitForFinished();
+    tool.waitForFinished(patience);
     return tool.readAllStandardOutput();
 }
 

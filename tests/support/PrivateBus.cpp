@@ -1,5 +1,7 @@
 #include "support/PrivateBus.h"
 
+#include "support/Patience.h"
+
 #include <QTemporaryFile>
 
 #include <sys/prctl.h>
@@ -43,7 +45,7 @@ PrivateBus::PrivateBus() {
     m_daemon.start(
         u"dbus-daemon"_s, {u"--config-file=%1"_s.arg(configuration.fileName()), u"--nofork"_s,
                            u"--print-address"_s, u"--nopidfile"_s});
-    if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
+    if (!m_daemon.waitForStarted(patience) || !m_daemon.waitForReadyRead(patience))
         throw std::runtime_error("dbus-daemon did not start");
     m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
 }
@@ -62,7 +64,7 @@ QDBusConnection PrivateBus::connect() {
 
 void PrivateBus::kill() {
     m_daemon.kill();
-    m_daemon.waitForFinished();
+    m_daemon.waitForFinished(patience);
 }
 
 } // namespace lumora::tests

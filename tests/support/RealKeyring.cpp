@@ -1,5 +1,6 @@
 #include "support/RealKeyring.h"
 
+#include "support/Patience.h"
 #include "support/WireSecret.h"
 
 #include <QDBusConnectionInterface>
@@ -83,19 +84,19 @@ void RealKeyring::start(const QStringList& arguments, const QByteArray& input) {
     m_daemon.write(input);
     m_daemon.closeWriteChannel();
     const bool isThere =
-        m_daemon.waitForStarted() &&
+        m_daemon.waitForStarted(patience) &&
         QTest::qWaitFor(
             [this] {
                 return m_connection.interface()->isServiceRegistered(keyringService).value();
             },
-            20000);
+            patience);
     if (!isThere)
         throw std::runtime_error("gnome-keyring-daemon did not start");
 }
 
 void RealKeyring::kill() {
     m_daemon.kill();
-    m_daemon.waitForFinished();
+    m_daemon.waitForFinished(patience);
 }
 
 void RealKeyring::lock() {
@@ -121,7 +122,7 @@ bool RealKeyring::secretTool(const QStringList& arguments, const QByteArray& inp
     tool.start(u"secret-tool"_s, arguments);
     tool.write(input);
     tool.closeWriteChannel();
-    const bool ended = tool.waitForFinished();
+    const bool ended = tool.waitForFinished(patience);
     m_output = tool.readAllStandardOutput();
     return ended && tool.exitStatus() == QProcess::NormalExit && tool.exitCode() == 0;
 }

@@ -1,5 +1,7 @@
 #include "support/TestCertificates.h"
 
+#include "support/Patience.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -18,7 +20,7 @@ void openssl(const QString& arguments, const QString& folder) {
     QProcess process;
     process.setWorkingDirectory(folder);
     process.start(u"openssl"_s, arguments.split(u' '));
-    if (!process.waitForFinished() || process.exitCode() != 0)
+    if (!process.waitForFinished(patience) || process.exitCode() != 0)
         throw std::runtime_error(process.readAllStandardError().toStdString());
 }
 

@@ -9,18 +9,13 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace lumora {
 
 namespace {
-
-// One change by a program is a burst of events.
-constexpr auto settlingTime = 30ms;
 
 constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
 

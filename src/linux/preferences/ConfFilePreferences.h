@@ -6,6 +6,8 @@
 #include <QFileSystemWatcher>
 #include <QTimer>
 
+#include <chrono>
+
 namespace lumora {
 
 /// The preferences in an INI file that people and other programs may edit. A file that cannot be
@@ -14,6 +16,10 @@ class ConfFilePreferences final : public Preferences {
     Q_OBJECT
 
 public:
+    /// How long it lets other programs' changes gather before it tells of them: one change is a
+    /// burst of events.
+    static constexpr std::chrono::milliseconds settlingTime{30};
+
     /// The file's place in the user's configuration folder: $XDG_CONFIG_HOME, or ~/.config where
     /// that is unset, empty or relative.
     static QString defaultPath();

@@ -8,14 +8,10 @@
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace lumora {
 
 namespace {
-
-// One change makes a burst of signals, and a service that dies again at once is not worth asking.
-constexpr auto settlingTime = 50ms;
 
 QString pathOf(gpointer proxy) {
     return QString::fromUtf8(g_dbus_proxy_get_object_path(G_DBUS_PROXY(proxy)));

@@ -26,6 +26,10 @@ public:
     /// and one after the other, stays below two seconds.
     static constexpr std::chrono::milliseconds defaultTimeout{900};
 
+    /// How long it lets news gather before it tells of them. One change makes a burst of signals,
+    /// and a service that dies again at once is not worth asking.
+    static constexpr std::chrono::milliseconds settlingTime{50};
+
     /// The address of the user's session bus; empty when there is none. Starts none.
     static QString sessionBusAddress();
 

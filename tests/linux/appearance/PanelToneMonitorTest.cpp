@@ -3,6 +3,7 @@
 #include "fakes/FakeAppearance.h"
 #include "fakes/FakePortal.h"
 #include "linux/appearance/PortalAppearance.h"
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QApplication>
@@ -17,6 +18,9 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
+
+using tests::patience;
+
 namespace {
 
 /// Xfce's settings with the panel's dark mode alone.
@@ -147,12 +151,12 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsThePortal) {
     PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, appearance);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 
     portal.change(u"org.example.other"_s, u"color-scheme"_s, 2U); // somebody else's setting
     portal.change(portalGroup, u"color-scheme"_s, 2U);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
     EXPECT_EQ(changed.size(), 2);
 }
@@ -162,7 +166,7 @@ TEST_F(PanelToneMonitorTest, ReadsAPortalThatComesLater) {
     PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, appearance);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     const tests::FakePortal portal(m_bus.connect(), {{portalGroup + u" color-scheme"_s, 1U}});
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 }
 
@@ -171,18 +175,18 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsXfcesPanel) {
     PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Light); // the panel's default is dark
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
 
     xfconf.change(u"xfwm4"_s, true); // another program's setting
     xfconf.change(u"xfce4-panel"_s, true);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 
     xfconf.change(u"xfce4-panel"_s, false);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     xfconf.remove();
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
     EXPECT_EQ(changed.size(), 4);
 }
@@ -192,11 +196,11 @@ TEST_F(PanelToneMonitorTest, FollowsXfcesPanelBeforeThePreference) {
     FakeXfconf xfconf(m_bus.connect(), false);
     PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
 
     xfconf.change(u"xfce4-panel"_s, true);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
     m_wishes.setWishes({.colorScheme = Preference::Dark});
     m_wishes.setWishes({.colorScheme = Preference::Light});
@@ -207,7 +211,7 @@ TEST_F(PanelToneMonitorTest, ReadsXfcesPanelWhenItComesLater) {
     PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     const FakeXfconf xfconf(m_bus.connect(), false);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
 }
 
@@ -217,7 +221,7 @@ TEST_F(PanelToneMonitorTest, AsksXfceNothingOnOtherDesktops) {
     const PortalAppearance appearance(m_bus.connect());
     PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s, appearance);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
-    ASSERT_TRUE(changed.wait()); // by the portal
+    ASSERT_TRUE(changed.wait(patience)); // by the portal
     EXPECT_EQ(changed.size(), 1);
 }
 

@@ -1,6 +1,7 @@
 #include "linux/appearance/PortalAppearance.h"
 
 #include "fakes/FakePortal.h"
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QSignalSpy>
@@ -25,10 +26,11 @@ protected:
         PrivateBus bus;
         FakePortal portal(bus.connect(), settings);
         const PortalAppearance appearance(bus.connect());
-        EXPECT_TRUE(QTest::qWaitFor([&] { return portal.reads == 4; }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return portal.reads == 4; }, patience));
         // It comes after all the answers.
         portal.change(common, u"color-scheme"_s, 1U);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.colorScheme().has_value(); }));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return appearance.colorScheme().has_value(); }, patience));
         return appearance.wishes().animations;
     }
 
@@ -65,10 +67,10 @@ TEST_F(PortalAppearanceTest, FollowsChanges) {
     FakePortal portal(m_bus.connect(), {{common + u" color-scheme"_s, 1U}});
     PortalAppearance appearance(m_bus.connect());
     QSignalSpy changed(&appearance, &DesktopAppearance::changed);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
 
     portal.change(gnome, u"enable-animations"_s, false);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(appearance.wishes().animations, false);
     EXPECT_EQ(appearance.colorScheme(), DesktopAppearance::Preference::Dark);
 
@@ -77,10 +79,10 @@ TEST_F(PortalAppearanceTest, FollowsChanges) {
     portal.change(gnome, u"enable-animations"_s, true);
     portal.change(gnome, u"font-name"_s, u"Inter 11"_s);
     portal.change(common, u"color-scheme"_s, 2U);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(appearance.wishes().animations, false);
     portal.change(plasma, u"AnimationDurationFactor"_s, u"1"_s);
-    ASSERT_TRUE(changed.wait());
+    ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(appearance.wishes().animations, std::nullopt);
     EXPECT_EQ(appearance.colorScheme(), DesktopAppearance::Preference::Light);
 }

@@ -2,6 +2,7 @@
 
 #include "linux/appearance/X11Client.h"
 #include "linux/appearance/XSettingsBytes.h"
+#include "support/Patience.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -80,10 +81,12 @@ TEST_F(X11AppearanceTest, KeepsTheWishesBetweenTwoManagers) {
     const X11Appearance appearance(connection.get());
     first.reset();
     // The server notices the end of a connection in its own time.
-    ASSERT_TRUE(QTest::qWaitFor([&] {
-        deliverEvents();
-        return !xSettingsAreManaged();
-    }));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            deliverEvents();
+            return !xSettingsAreManaged();
+        },
+        patience));
     EXPECT_EQ(fontOf(appearance), QStringLiteral("Inter"));
     auto second = startSettings(display.name());
     deliverEvents();

@@ -1,6 +1,7 @@
 #include "linux/appearance/X11Compositing.h"
 
 #include "linux/appearance/X11Client.h"
+#include "support/Patience.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -33,10 +34,12 @@ TEST_F(X11CompositingTest, FollowsAManagerThatStartsAndEnds) {
         EXPECT_EQ(changed.count(), 1);
     }
     // The server notices the end of a connection in its own time.
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        deliverEvents();
-        return !compositing.isActive();
-    }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            deliverEvents();
+            return !compositing.isActive();
+        },
+        patience));
     EXPECT_EQ(changed.count(), 2);
 }
 

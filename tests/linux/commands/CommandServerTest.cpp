@@ -1,5 +1,6 @@
 #include "linux/commands/CommandServer.h"
 
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>
@@ -38,7 +39,7 @@ protected:
     }
 
     static QString answer(const QDBusPendingCall& pending) {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }, patience));
         return QDBusPendingReply<QString>(pending).value();
     }
 
@@ -61,7 +62,7 @@ TEST_F(CommandServerTest, ARefreshAnswersWhenItHasEnded) {
     CommandServer server(handlers(), bus.connect());
     ASSERT_TRUE(server.claim());
     const auto pending = call(u"Refresh"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return bool(finishRefresh); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bool(finishRefresh); }, patience));
     EXPECT_FALSE(pending.isFinished());
     finishRefresh(u"Server error (503)"_s);
     EXPECT_EQ(answer(pending), u"Server error (503)"_s);
@@ -96,7 +97,7 @@ TEST_F(CommandServerTest, AnswersNobodyBeforeItIsTheRunningOne) {
     CommandServer server(handlers(), serverBus);
     const auto quit = client.asyncCall(QDBusMessage::createMethodCall(
         serverBus.baseService(), commandPath, commandInterface, u"Quit"_s));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return quit.isFinished(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return quit.isFinished(); }, patience));
     EXPECT_EQ(QDBusPendingReply<>(quit).error().type(), QDBusError::UnknownObject);
     EXPECT_EQ(quits, 0);
 }

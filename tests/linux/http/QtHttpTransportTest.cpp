@@ -1,4 +1,5 @@
 #include "linux/http/HttpFetch.h"
+#include "support/Patience.h"
 #include "support/ScriptedServer.h"
 
 #include <gtest/gtest.h>
@@ -190,9 +191,9 @@ TEST(QtHttpTransport, ExchangesOverlap) {
         [&waiting](QTcpSocket& connection, const QByteArray&) { waiting += &connection; });
     QtHttpTransport transport;
     auto first = transport.exchange(get(server.url(u"/first"_s)));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return waiting.size() == 1; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return waiting.size() == 1; }, patience));
     auto second = transport.exchange(get(server.url(u"/second"_s)));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return waiting.size() == 2; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return waiting.size() == 2; }, patience));
     waiting[1]->write(ScriptedServer::answer("200 OK", "2"));
     EXPECT_EQ(summary(awaitValue(std::move(second))), "200 2");
     EXPECT_FALSE(first.isReady());
@@ -207,7 +208,7 @@ TEST(QtHttpTransport, DestructionEndsWhatIsUnderWay) {
     {
         QtHttpTransport transport;
         first = transport.exchange(get(server.url(u"/"_s)));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requests().isEmpty(); }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requests().isEmpty(); }, patience));
         second = transport.exchange(get(server.url(u"/"_s))); // not even begun
     }
     ASSERT_TRUE(first->isReady());
@@ -230,6 +231,6 @@ TEST(QtHttpTransport, WhoWaitsForAnAnswerMayDestroyTheTransport) {
     ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "x")));
     auto transport = std::make_unique<QtHttpTransport>();
     const auto task = destroyWhenAnswered(&transport, get(server.url(u"/"_s)));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return transport == nullptr; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return transport == nullptr; }, patience));
     EXPECT_TRUE(task.isReady());
 }

@@ -3,6 +3,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeNotificationServer.h"
 #include "support/Await.h"
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QSignalSpy>
@@ -37,7 +38,7 @@ protected:
     }
 
     bool showsCount(qsizetype count) {
-        return QTest::qWaitFor([&] { return desktop->shown.size() == count; }, 10'000);
+        return QTest::qWaitFor([&] { return desktop->shown.size() == count; }, patience);
     }
 
     PrivateBus bus;
@@ -67,7 +68,7 @@ TEST_F(DesktopNotificationCenterTest, TellsWhenARefusalWouldBeNoneAnyLonger) {
     const QSignalSpy authorizable(&*center, &NotificationCenter::authorizable);
     EXPECT_FALSE(asksForPermission());
     startServer();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return authorizable.size() == 1; }, 10'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return authorizable.size() == 1; }, patience));
     EXPECT_TRUE(asksForPermission());
 
     desktop.reset();
@@ -80,10 +81,10 @@ TEST_F(DesktopNotificationCenterTest, AServerThatDiesWhileItIsAskedRefuses) {
     startServer();
     desktop->hold(u"GetCapabilities"_s);
     const auto question = center->requestAuthorization();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->capabilityCalls == 1; }, 10'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->capabilityCalls == 1; }, patience));
     EXPECT_FALSE(question.isReady());
     desktop.reset();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return question.isReady(); }, 10'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return question.isReady(); }, patience));
 }
 
 TEST_F(DesktopNotificationCenterTest, ASlowServerHoldsNothingElseUp) {
@@ -94,7 +95,7 @@ TEST_F(DesktopNotificationCenterTest, ASlowServerHoldsNothingElseUp) {
     EXPECT_EQ(pending(), QStringList{u"a"_s});
     EXPECT_FALSE(question.isReady());
     desktop->release();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return question.isReady(); }, 10'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return question.isReady(); }, patience));
 }
 
 TEST_F(DesktopNotificationCenterTest, MayEndWhileSomebodyWaitsForPermission) {
@@ -118,7 +119,7 @@ TEST_F(DesktopNotificationCenterTest, ShowsARequestAtItsTimeAndPassesTheReaction
 
     Q_EMIT desktop->ActivationToken(1, u"token"_s);
     Q_EMIT desktop->ActionInvoked(1, u"default"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return responded.size() == 1; }, 10'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return responded.size() == 1; }, patience));
     const QVariantMap expected{{u"meetingUrl"_s, u"https://meet.example/a"_s}};
     EXPECT_EQ(responded[0][0].toMap(), expected);
     EXPECT_EQ(responded[0][1].toByteArray(), QByteArray("token"));

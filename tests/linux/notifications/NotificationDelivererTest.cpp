@@ -3,6 +3,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeNotificationServer.h"
 #include "support/BusProbe.h"
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QSignalSpy>
@@ -49,7 +50,7 @@ protected:
     void settle() const { settle(desktop ? desktop->bus() : other); }
 
     bool showsCount(qsizetype count) {
-        return QTest::qWaitFor([&] { return desktop->shown.size() == count; }, 10'000);
+        return QTest::qWaitFor([&] { return desktop->shown.size() == count; }, patience);
     }
 
     /// Delivers, and waits until the deliverer has heard that it is shown.
@@ -268,7 +269,7 @@ TEST_F(NotificationDelivererTest, WhatADyingServerWasAskedToShowIsShownByTheNext
 TEST_F(NotificationDelivererTest, AServerThatDiesBeforeItIsAskedLosesNothing) {
     startServer(u"GetCapabilities"_s);
     deliverer.deliver(request(u"a"_s));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->capabilityCalls == 1; }, 10'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->capabilityCalls == 1; }, patience));
     desktop.reset();
     startServer();
     EXPECT_TRUE(showsCount(1));
@@ -309,7 +310,7 @@ TEST_F(NotificationDelivererTest, AServerThatIsNotReadyYetIsAskedAgain) {
     desktop->refuse(2);
     deliverer.deliver(request(u"a"_s));
     for (int refusal = 1; refusal <= 2; ++refusal) {
-        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->notifyCalls == refusal; }, 10'000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->notifyCalls == refusal; }, patience));
         settle();
         clock.advance(30s);
     }
@@ -321,7 +322,7 @@ TEST_F(NotificationDelivererTest, AServerThatRefusesForGoodIsAskedFiveTimes) {
     desktop->refuse(100);
     deliverer.deliver(request(u"a"_s));
     for (int refusal = 1; refusal <= 5; ++refusal) {
-        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->notifyCalls == refusal; }, 10'000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->notifyCalls == refusal; }, patience));
         settle();
         clock.advance(30s);
     }
@@ -335,7 +336,7 @@ TEST_F(NotificationDelivererTest, WhatAServerRefusedIsTriedAgainWithTheNext) {
     startServer();
     desktop->refuse(1);
     deliverer.deliver(request(u"a"_s));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->notifyCalls == 1; }, 10'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop->notifyCalls == 1; }, patience));
     settle();
     deliverer.deliver(request(u"b"_s));
     EXPECT_TRUE(showsCount(2));
@@ -379,7 +380,7 @@ TEST_F(NotificationDelivererTest, OutlivesTheBus) {
     startServer();
     deliverAndConfirm(u"a"_s);
     bus.kill();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !connection.isConnected(); }, 10'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !connection.isConnected(); }, patience));
     deliverer.deliver(request(u"b"_s));
     QCoreApplication::processEvents();
     EXPECT_EQ(desktop->shown.size(), 1);

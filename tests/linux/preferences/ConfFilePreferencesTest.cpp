@@ -1,5 +1,7 @@
 #include "linux/preferences/ConfFilePreferences.h"
 
+#include "support/Patience.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
@@ -11,6 +13,7 @@
 #include <unistd.h>
 
 using namespace lumora;
+using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -54,7 +57,7 @@ protected:
         environment.insert(u"F"_s, path);
         process.setProcessEnvironment(environment);
         process.start(u"sh"_s, {u"-ec"_s, command});
-        ASSERT_TRUE(process.waitForFinished());
+        ASSERT_TRUE(process.waitForFinished(patience));
         ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
     }
 
@@ -66,14 +69,14 @@ protected:
 class ConfFileWatching : public ConfFilePreferencesTest {
 protected:
     /// Lets everything that is still on its way arrive.
-    void settle() { QTest::qWait(150); }
+    void settle() { outlastTimers(ConfFilePreferences::settlingTime); }
 
     /// Whether one change by another program is told of, and only one, after the command has run.
     bool isToldOf(const QString& command) {
         QSignalSpy changed(&store, &Preferences::changed);
         const QSignalSpy changedElsewhere(&store, &Preferences::changedElsewhere);
         shell(command);
-        const bool told = changed.count() > 0 || changed.wait();
+        const bool told = changed.count() > 0 || changed.wait(patience);
         settle();
         return told && changed.count() == 1 && changedElsewhere.count() == 1;
     }

@@ -1,5 +1,6 @@
 #include "linux/session/LogindWakeMonitor.h"
 
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>
@@ -27,7 +28,8 @@ class LogindWakeMonitorTest : public testing::Test {
 protected:
     PrivateBus bus;
     QDBusConnection manager = bus.connect();
-    LogindWakeMonitor monitor{[this] { return bus.connect(); }};
+    QDBusConnection listening = bus.connect();
+    LogindWakeMonitor monitor{[this] { return listening; }};
     QSignalSpy woke{&monitor, &WakeMonitor::woke};
 };
 
@@ -37,20 +39,20 @@ TEST_F(LogindWakeMonitorTest, TellsOfWakingOnly) {
     ASSERT_TRUE(manager.registerService(logind));
     announce(manager, true);
     announce(manager, false);
-    ASSERT_TRUE(woke.wait());
+    ASSERT_TRUE(woke.wait(patience));
     EXPECT_EQ(woke.count(), 1);
 }
 
 TEST_F(LogindWakeMonitorTest, HearsALogindThatWasRestarted) {
     ASSERT_TRUE(manager.registerService(logind));
     announce(manager, false);
-    ASSERT_TRUE(woke.wait());
+    ASSERT_TRUE(woke.wait(patience));
     ASSERT_TRUE(manager.unregisterService(logind));
 
     QDBusConnection successor = bus.connect();
     ASSERT_TRUE(successor.registerService(logind));
     announce(successor, false);
-    ASSERT_TRUE(woke.wait());
+    ASSERT_TRUE(woke.wait(patience));
     EXPECT_EQ(woke.count(), 2);
 }
 
@@ -58,19 +60,22 @@ TEST_F(LogindWakeMonitorTest, IgnoresOtherSenders) {
     ASSERT_TRUE(manager.registerService(logind));
     announce(bus.connect(), false);
     announce(manager, false); // comes second, so the other one has had its chance
-    ASSERT_TRUE(woke.wait());
+    ASSERT_TRUE(woke.wait(patience));
     EXPECT_EQ(woke.count(), 1);
 }
 
 TEST(LogindWakeMonitorWithoutBus, StaysSilent) {
     LogindWakeMonitor monitor([] { return QDBusConnection(u"no such connection"_s); });
     QSignalSpy woke(&monitor, &WakeMonitor::woke);
-    EXPECT_FALSE(woke.wait(50));
+    drainEvents();
+    EXPECT_EQ(woke.count(), 0);
 }
 
 TEST_F(LogindWakeMonitorTest, OutlivesTheBus) {
     bus.kill();
-    EXPECT_FALSE(woke.wait(50));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !listening.isConnected(); }, patience));
+    drainEvents();
+    EXPECT_EQ(woke.count(), 0);
 }
 
 TEST(LogindWakeMonitorWithoutListener, LeavesTheBusAlone) {

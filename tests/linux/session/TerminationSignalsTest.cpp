@@ -1,5 +1,7 @@
 #include "linux/session/TerminationSignals.h"
 
+#include "support/Patience.h"
+
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -7,13 +9,14 @@
 #include <csignal>
 
 using namespace lumora;
+using namespace lumora::tests;
 
 TEST(TerminationSignals, TellsOfEachSignalThatAsksForTheEnd) {
     TerminationSignals signalsOfTheProcess;
     QSignalSpy requested(&signalsOfTheProcess, &TerminationSignals::requested);
     for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
         ASSERT_EQ(std::raise(number), 0);
-        EXPECT_TRUE(requested.wait()) << number;
+        EXPECT_TRUE(requested.wait(patience)) << number;
     }
     EXPECT_EQ(requested.count(), 3);
 }
@@ -25,7 +28,7 @@ TEST(TerminationSignals, LeavesAnIgnoredSignalIgnored) {
         QSignalSpy requested(&signalsOfTheProcess, &TerminationSignals::requested);
         ASSERT_EQ(std::raise(SIGHUP), 0);
         ASSERT_EQ(std::raise(SIGTERM), 0); // comes second, so the other one has had its chance
-        ASSERT_TRUE(requested.wait());
+        ASSERT_TRUE(requested.wait(patience));
         EXPECT_EQ(requested.count(), 1);
     }
     EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);

@@ -4,6 +4,7 @@
 #include "linux/tray/BusNames.h"
 #include "support/BusProbe.h"
 #include "support/FakeWatcher.h"
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusServiceWatcher>
@@ -20,6 +21,9 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 namespace lumora {
+
+using tests::patience;
+
 namespace {
 
 StatusItemContent content() {
@@ -40,7 +44,7 @@ protected:
 
     bool becomesAvailable(bool available) {
         return QTest::qWaitFor(
-            [&] { return m_item.unavailableReason().isEmpty() == available; }, 10'000);
+            [&] { return m_item.unavailableReason().isEmpty() == available; }, patience);
     }
 
     PrivateBus m_bus;
@@ -60,7 +64,7 @@ TEST_F(LinuxStatusItemTest, RegistersWithTheFirstContent) {
     const auto panel = watcher();
     m_item.show(content());
     EXPECT_FALSE(m_item.unavailableReason().isEmpty());
-    ASSERT_TRUE(m_shown.wait());
+    ASSERT_TRUE(m_shown.wait(patience));
     m_item.show(content());
 
     EXPECT_EQ(m_item.unavailableReason(), QString());
@@ -111,12 +115,12 @@ TEST_F(LinuxStatusItemTest, SendsNothingWhenNothingChanged) {
 TEST_F(LinuxStatusItemTest, ComesBackWithARestartedWatcher) {
     auto first = watcher();
     m_item.show(content());
-    ASSERT_TRUE(m_shown.wait());
+    ASSERT_TRUE(m_shown.wait(patience));
     first.reset();
     EXPECT_TRUE(becomesAvailable(false));
 
     const auto second = watcher();
-    EXPECT_TRUE(m_shown.wait());
+    EXPECT_TRUE(m_shown.wait(patience));
     EXPECT_EQ(second->registered(), QStringList{m_connection.baseService()});
     EXPECT_EQ(m_item.unavailableReason(), QString());
 }
@@ -124,15 +128,19 @@ TEST_F(LinuxStatusItemTest, ComesBackWithARestartedWatcher) {
 TEST_F(LinuxStatusItemTest, SaysWhyItIsNowhere) {
     EXPECT_EQ(m_item.unavailableReason(), u"No status area: none has been found yet"_s);
     m_item.show(content());
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        return m_item.unavailableReason() ==
-               u"No status area: the desktop has neither status items nor a system tray"_s;
-    }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return m_item.unavailableReason() ==
+                   u"No status area: the desktop has neither status items nor a system tray"_s;
+        },
+        patience));
     const auto hostless = watcher(false);
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        return m_item.unavailableReason() ==
-               u"No status area: the desktop keeps status items, but nothing shows them"_s;
-    }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return m_item.unavailableReason() ==
+                   u"No status area: the desktop keeps status items, but nothing shows them"_s;
+        },
+        patience));
 
     LinuxStatusItem alone{QDBusConnection(u"none"_s), std::make_unique<FakeBar>(), {}};
     alone.show(content());
@@ -143,18 +151,18 @@ TEST_F(LinuxStatusItemTest, SaysWhyItIsNowhere) {
 TEST_F(LinuxStatusItemTest, GoesToAnOldTrayWhileThereIsNoWatcher) {
     m_trayExists = true;
     m_item.show(content());
-    ASSERT_TRUE(m_shown.wait());
+    ASSERT_TRUE(m_shown.wait(patience));
     EXPECT_EQ(m_item.unavailableReason(), QString());
 
     auto panel = watcher();
-    ASSERT_TRUE(m_shown.wait());
+    ASSERT_TRUE(m_shown.wait(patience));
     m_trayExists = false;
     EXPECT_EQ(m_item.unavailableReason(), QString());
 
     panel.reset();
     EXPECT_TRUE(becomesAvailable(false));
     m_trayExists = true;
-    EXPECT_TRUE(m_shown.wait());
+    EXPECT_TRUE(m_shown.wait(patience));
     EXPECT_EQ(m_item.unavailableReason(), QString());
 }
 
@@ -189,7 +197,7 @@ TEST_F(LinuxStatusItemTest, AppearsAnewOnMateWhenTheTextGoes) {
     QSignalSpy shown(&item, &StatusItem::shown);
     StatusItemContent next = content();
     item.show(next);
-    ASSERT_TRUE(shown.wait());
+    ASSERT_TRUE(shown.wait(patience));
     next.text = u"Standup · 11m"_s;
     item.show(next);
     ASSERT_EQ(panel->registered().size(), 1);
@@ -199,8 +207,8 @@ TEST_F(LinuxStatusItemTest, AppearsAnewOnMateWhenTheTextGoes) {
     QSignalSpy oldGone(&old, &QDBusServiceWatcher::serviceUnregistered);
     next.text.reset();
     item.show(next);
-    EXPECT_TRUE(oldGone.wait());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return panel->registered().size() == 2; }));
+    EXPECT_TRUE(oldGone.wait(patience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return panel->registered().size() == 2; }, patience));
     BusProbe probe(m_bus.connect(), panel->registered().last());
     EXPECT_FALSE(probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s).isValid());
     EXPECT_EQ(probe.property(itemPath, itemInterface, u"Title"_s), u"Lumora"_s);
@@ -208,7 +216,7 @@ TEST_F(LinuxStatusItemTest, AppearsAnewOnMateWhenTheTextGoes) {
         qdbus_cast<QList<IconPixmap>>(probe.property(itemPath, itemInterface, u"IconPixmap"_s))
             .size(),
         6);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return item.unavailableReason().isEmpty(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return item.unavailableReason().isEmpty(); }, patience));
     EXPECT_NE(panel->registered().first(), panel->registered().last());
 }
 

@@ -1,6 +1,7 @@
 #include "linux/tray/StatusNotifierRegistration.h"
 
 #include "support/FakeWatcher.h"
+#include "support/Patience.h"
 #include "support/PrivateBus.h"
 
 #include <QTest>
@@ -12,6 +13,9 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
+
+using tests::patience;
+
 namespace {
 
 using State = StatusNotifierRegistration::State;
@@ -23,7 +27,7 @@ protected:
     }
 
     bool becomes(State state) {
-        return QTest::qWaitFor([&] { return m_registration.state() == state; }, 10'000);
+        return QTest::qWaitFor([&] { return m_registration.state() == state; }, patience);
     }
 
     QStringList once() const { return {m_connection.baseService()}; }
@@ -91,12 +95,12 @@ TEST_F(StatusNotifierRegistrationTest, GivesUpOnAWatcherThatNeverAgrees) {
     auto stubborn = watcher();
     stubborn->refuse(100);
     m_registration.start();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return stubborn->refused() == 5; }, 10'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stubborn->refused() == 5; }, patience));
     EXPECT_EQ(m_registration.state(), State::NotShown);
 
     // News of a host is a reason to ask once more, and another watcher is another chance.
     stubborn->setHost(true);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return stubborn->refused() == 6; }, 10'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stubborn->refused() == 6; }, patience));
     stubborn.reset();
     const auto friendly = watcher();
     EXPECT_TRUE(becomes(State::Shown));
@@ -113,7 +117,7 @@ TEST_F(StatusNotifierRegistrationTest, SurvivesTheEndOfTheBus) {
     m_registration.start();
     ASSERT_TRUE(becomes(State::Shown));
     m_bus.kill();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !m_connection.isConnected(); }, 10'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !m_connection.isConnected(); }, patience));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "linux/tray/XEmbedItem.h"
 
+#include "support/Patience.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QPixmap>
@@ -14,6 +16,9 @@ using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace lumora {
+
+using tests::patience;
+
 namespace {
 
 class XEmbedItemTest : public testing::Test {
@@ -48,7 +53,7 @@ TEST_F(XEmbedItemTest, LeavesTheTrayAloneUntilItIsWanted) {
 
     m_item.setWanted(true);
     EXPECT_EQ(m_looks, 0); // not before the grace is over
-    EXPECT_TRUE(m_shown.wait());
+    EXPECT_TRUE(m_shown.wait(patience));
     EXPECT_TRUE(m_item.isShown());
 }
 
@@ -62,7 +67,7 @@ TEST_F(XEmbedItemTest, LeavesTheMenuAloneWhileItsRowsStay) {
         .menu = {{StatusMenuRow::Kind::Action, MenuCommand::Quit, u"Quit"_s}}};
     m_item.setContent(content);
     m_item.setWanted(true);
-    ASSERT_TRUE(m_shown.wait());
+    ASSERT_TRUE(m_shown.wait(patience));
     const auto rows = [] {
         QList<QPointer<QAction>> actions;
         for (QWidget* const widget : QApplication::topLevelWidgets()) {
@@ -87,23 +92,23 @@ TEST_F(XEmbedItemTest, LeavesTheMenuAloneWhileItsRowsStay) {
 TEST_F(XEmbedItemTest, AppearsWhenATrayDoes) {
     m_trayExists = false;
     m_item.setWanted(true);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return m_looks >= 2; }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_looks >= 2; }, patience));
     EXPECT_FALSE(m_item.isShown());
 
     m_trayExists = true;
-    EXPECT_TRUE(m_shown.wait());
+    EXPECT_TRUE(m_shown.wait(patience));
     EXPECT_TRUE(m_item.isShown());
 }
 
 TEST_F(XEmbedItemTest, GoesAndComesBack) {
     m_item.setWanted(true);
-    ASSERT_TRUE(m_shown.wait());
+    ASSERT_TRUE(m_shown.wait(patience));
     m_item.setWanted(true); // already there
     m_item.setWanted(false);
     EXPECT_FALSE(m_item.isShown());
 
     m_item.setWanted(true);
-    EXPECT_TRUE(m_shown.wait());
+    EXPECT_TRUE(m_shown.wait(patience));
     EXPECT_EQ(m_shown.size(), 2);
 }
 
@@ -114,7 +119,7 @@ TEST_F(XEmbedItemTest, StaysAwayWhenTheRealItemCameInTime) {
     later.setSingleShot(true);
     QSignalSpy due(&later, &QTimer::timeout);
     later.start(5);
-    ASSERT_TRUE(due.wait());
+    ASSERT_TRUE(due.wait(patience));
     EXPECT_EQ(m_looks, 0);
     EXPECT_EQ(m_shown.size(), 0);
 }

@@ -2,6 +2,7 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/SwitchedCompositing.h"
+#include "support/Patience.h"
 #include "ui/panel/FoldArea.h"
 #include "ui/theme/PanelMetrics.h"
 #include "ui/window/PanelScroller.h"
@@ -198,7 +199,7 @@ TEST_F(PanelWindowTest, FollowsAFoldStepByStepWithTheEdgeAtTheBarInPlace) {
         wrong += keepsEdge && fits ? 0 : 1;
     });
     fold->setCollapsed(true);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->panelGeometry().height() == 302; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->panelGeometry().height() == 302; }, patience));
     EXPECT_EQ(wrong, 0);
     EXPECT_GT(heights.size(), 1U);
 }
