@@ -29,8 +29,8 @@ AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
 
 } // namespace
 
-PanelController::PanelController(Surroundings surroundings)
-    : m_with(std::move(surroundings))
+PanelController::PanelController(Dependencies dependencies)
+    : m_with(std::move(dependencies))
     , m_themes(m_with.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP")) {
     speakWidgets();
     connect(&m_with.state, &AppState::changed, this, [this] {

@@ -66,7 +66,7 @@ protected:
     void start() {
         harness.start();
         ticker.emplace(harness.clock);
-        controller = std::make_unique<PanelController>(PanelController::Surroundings{
+        controller = std::make_unique<PanelController>(PanelController::Dependencies{
             .state = *harness.state,
             .ticker = *ticker,
             .preferences = harness.preferences,
