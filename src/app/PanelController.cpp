@@ -70,7 +70,7 @@ PanelWindow& PanelController::window() {
     if (!m_window) {
         m_view = new MenuBarView({m_themes.themes(), m_with.preferences, m_with.clock});
         m_window = std::make_unique<PanelWindow>(
-            m_view, PanelWindow::Surroundings{
+            m_view, PanelWindow::Dependencies{
                         .themes = m_themes.themes(),
                         .compositing = m_with.compositing,
                         .clock = m_with.clock,

@@ -5,7 +5,7 @@
 #include "fakes/FakeNotificationCenter.h"
 #include "fakes/FakeStatusItem.h"
 #include "fakes/RecordingUrlOpener.h"
-#include "linux/commands/CommandAddress.h"
+#include "linux/commands/CommandServer.h"
 #include "platform/memory/MemoryLoginItems.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"
@@ -52,7 +52,7 @@ protected:
         urls = keep(family.urls, std::make_unique<RecordingUrlOpener>());
         notifications = keep(family.notifications, std::make_unique<FakeNotificationCenter>());
         preferences = keep(family.preferences, std::make_unique<MemoryPreferences>());
-        family.preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
+        preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
         family.secrets = std::make_unique<MemorySecretStore>();
         EXPECT_TRUE(KeychainService(*family.secrets).setToken(u"t0ken"_s));
         family.loginItems = std::make_unique<MemoryLoginItems>();
