@@ -14,6 +14,7 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -104,7 +105,8 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
         if (!address)
             return complain(address.error().sentence, address.error().exitCode);
         storePreference(*family.preferences, PreferenceKeys::endpointURL, address->endpoint);
-        KeychainService(*family.secrets).setToken(address->token);
+        std::ignore =
+            KeychainService(*family.secrets).setToken(address->token); // memory takes everything
     }
 
     LumobarApp program(family);

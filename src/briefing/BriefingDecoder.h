@@ -13,6 +13,6 @@ namespace lumora {
 /// of the wrong type or a bad date anywhere fails the whole document, and the error names the first
 /// fault in the order of the records' fields. Unknown members are ignored; of members with the same
 /// name the last one counts. Any byte string gives one or the other.
-tl::expected<Briefing, DecodeError> decodeBriefing(QByteArrayView bytes);
+[[nodiscard]] tl::expected<Briefing, DecodeError> decodeBriefing(QByteArrayView bytes);
 
 } // namespace lumora

@@ -17,6 +17,6 @@ struct CssColor {
 
 /// Reads a six-digit hexadecimal colour code, with or without a leading "#" and blanks around it;
 /// absent for anything else.
-std::optional<CssColor> parseCssColor(QStringView text);
+[[nodiscard]] std::optional<CssColor> parseCssColor(QStringView text);
 
 } // namespace lumora

@@ -25,15 +25,15 @@ public:
 
     void expect(char c) { m_failed |= take() != c; }
 
-    /// A number of exactly `digits` digits between `least` and `most`.
-    int number(int digits, int least, int most) {
+    /// A number of exactly `digits` digits between `minimum` and `maximum`.
+    int number(int digits, int minimum, int maximum) {
         int value = 0;
         for (int i = 0; i < digits; ++i) {
             const char c = take();
             m_failed |= !isDigit(c);
             value = value * 10 + (c - '0');
         }
-        m_failed |= value < least || value > most;
+        m_failed |= value < minimum || value > maximum;
         return value;
     }
 

@@ -11,6 +11,6 @@ namespace lumora {
 /// the seconds (those beyond microseconds are cut) and a mandatory zone, 'Z' or "±hh:mm". The
 /// letters are capitals, the date must exist, and there are no leap seconds. Absent for any other
 /// text.
-std::optional<Instant> parseInternetDateTime(std::string_view text);
+[[nodiscard]] std::optional<Instant> parseInternetDateTime(std::string_view text);
 
 } // namespace lumora

@@ -15,6 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+const QString meetingUrlKey = u"meetingUrl"_s;
 constexpr auto leadMinutes = std::chrono::duration_cast<std::chrono::minutes>(reminderLead).count();
 
 bool isReminded(const BriefEvent& event, Instant now) {
@@ -49,11 +50,16 @@ NotificationRequest reminderRequest(const BriefEvent& event, Instant now) {
         .fireTime = std::max<Instant>(*event.start - reminderLead, now + 1s),
     };
     if (event.meetingUrl) {
-        request.userInfo.insert(u"meetingUrl"_s, *event.meetingUrl);
+        request.userInfo.insert(meetingUrlKey, *event.meetingUrl);
         if (safeLink(*event.meetingUrl))
             request.button = u"Join"_s;
     }
     return request;
+}
+
+std::optional<QUrl> meetingLink(const QVariantMap& userInfo) {
+    const QVariant address = userInfo.value(meetingUrlKey);
+    return address.typeId() == QMetaType::QString ? safeLink(address.toString()) : std::nullopt;
 }
 
 QStringList

@@ -10,7 +10,7 @@ namespace lumora {
 
 /// The address that an endpoint text means: the text without its surrounding white space, parsed
 /// strictly. Nothing is added to it. invalidURL when nothing is left or it does not parse.
-tl::expected<QUrl, LumoError> parseEndpoint(const QString& endpoint);
+[[nodiscard]] tl::expected<QUrl, LumoError> parseEndpoint(const QString& endpoint);
 
 /// The endpoint text that actions go to: `endpoint` without its surrounding white space, then
 /// without the slashes at either end, plus "/action". A query or fragment stays where it is.
@@ -18,6 +18,6 @@ QString actionEndpoint(const QString& endpoint);
 
 /// Whether the token may be sent to `url`: over TLS, or to this very computer. A networkError that
 /// says so otherwise.
-tl::expected<void, LumoError> checkTokenMayGoTo(const QUrl& url);
+[[nodiscard]] tl::expected<void, LumoError> checkTokenMayGoTo(const QUrl& url);
 
 } // namespace lumora

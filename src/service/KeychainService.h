@@ -17,14 +17,14 @@ public:
 
     /// The token as stored; absent when there is none, it is empty or no UTF-8, or the store cannot
     /// be read.
-    std::optional<QString> getToken() const;
+    [[nodiscard]] std::optional<QString> getToken() const;
 
     /// Replaces the token by `token` without its surrounding white space; when nothing is left of
     /// it, deletes the token instead. False when the store refused.
-    bool setToken(const QString& token);
+    [[nodiscard]] bool setToken(const QString& token);
 
     /// Removes the token. True also when there was none.
-    bool deleteToken();
+    [[nodiscard]] bool deleteToken();
 
 private:
     SecretStore& m_store;

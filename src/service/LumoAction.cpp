@@ -1,5 +1,7 @@
 #include "service/LumoAction.h"
 
+#include "briefing/json/JsonRecord.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -21,6 +23,20 @@ LumoAction LumoAction::capture(const QString& text) {
 
 LumoAction LumoAction::spendingRefresh() {
     return LumoAction({{u"type"_s, u"spending.refresh"_s}});
+}
+
+template <>
+struct JsonSchema<ActionResult> {
+    static constexpr std::tuple fields{
+        JsonField<&ActionResult::ok>{"ok"},
+        JsonField<&ActionResult::queued>{"queued"},
+        JsonField<&ActionResult::reason>{"reason"},
+    };
+};
+
+ActionResult decodeActionResult(const QByteArray& body) {
+    const ActionResult taken{.ok = true, .queued = {}, .reason = {}};
+    return decodeJson<ActionResult>(body).value_or(taken);
 }
 
 } // namespace lumora

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "briefing/Briefing.h"
-#include "service/ActionResult.h"
 #include "service/LumoAction.h"
 #include "service/LumoError.h"
 

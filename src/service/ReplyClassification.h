@@ -7,10 +7,10 @@ namespace lumora {
 
 /// What an exchange amounts to: the body of a success (status 200 to 299), or the error that the
 /// status and body, or the transport's failure, stand for.
-tl::expected<QByteArray, LumoError> classifyOutcome(const HttpOutcome& outcome);
+[[nodiscard]] tl::expected<QByteArray, LumoError> classifyOutcome(const HttpOutcome& outcome);
 
 /// The server's message in an error body: the string member "error" of a JSON object, even when it
 /// is empty. Absent for anything else.
-std::optional<QString> errorMessage(const QByteArray& body);
+[[nodiscard]] std::optional<QString> errorMessage(const QByteArray& body);
 
 } // namespace lumora

@@ -49,8 +49,8 @@ std::optional<QUrl> siteRoot(const QString& endpoint) {
     return url;
 }
 
-AppState::AppState(const Collaborators& collaborators)
-    : m_with(collaborators) {
+AppState::AppState(const Dependencies& dependencies)
+    : m_with(dependencies) {
     startPolling();
     observeWake();
     connect(&m_with.secrets, &SecretStore::readable, this, &AppState::startPolling);

@@ -29,7 +29,7 @@ class AppState : public QObject {
 
 public:
     /// What the state works with. Everything must outlive it.
-    struct Collaborators {
+    struct Dependencies {
         Clock& clock;
         Preferences& preferences;
         SecretStore& secrets;
@@ -39,7 +39,7 @@ public:
         WakeMonitor& wake;
     };
 
-    explicit AppState(const Collaborators& collaborators);
+    explicit AppState(const Dependencies& dependencies);
 
     const LoadState& state() const { return m_state; }
 
@@ -72,7 +72,7 @@ public:
     bool isConfigured() const;
 
     /// The site that the endpoint belongs to; absent when the endpoint has no scheme or host.
-    std::optional<QUrl> dashboardURL() const;
+    [[nodiscard]] std::optional<QUrl> dashboardURL() const;
 
     /// Refreshes at once and then at the user's interval, counted from now.
     void startPolling();
@@ -104,12 +104,12 @@ private:
     void setState(LoadState state);
     void accept(Briefing briefing);
 
-    bool begin(const QString& key);
+    [[nodiscard]] bool begin(const QString& key);
     void finish(const QString& key);
     void finishFailed(const QString& key, const QString& message);
     [[nodiscard]] QCoro::Task<> awaitFreshSpending(std::optional<double> newerThan);
 
-    Collaborators m_with;
+    Dependencies m_with;
     LoadState m_state;
     std::optional<Briefing> m_lastGood;
     std::optional<Instant> m_lastUpdated;
@@ -122,6 +122,6 @@ private:
 std::chrono::seconds pollingInterval(qint64 minutes);
 
 /// Scheme, user, host and port of `endpoint`; absent when it has no scheme or no host.
-std::optional<QUrl> siteRoot(const QString& endpoint);
+[[nodiscard]] std::optional<QUrl> siteRoot(const QString& endpoint);
 
 } // namespace lumora

@@ -17,7 +17,7 @@ public:
     /// Has the program started at login, or no longer. Touches the registry only when there is
     /// something to change: turning on an enabled item and turning off one that was never
     /// registered succeed at once. A failure carries the registry's message.
-    tl::expected<void, QString> setEnabled(bool enabled);
+    [[nodiscard]] tl::expected<void, QString> setEnabled(bool enabled);
 
 private:
     LoginItemRegistry& m_registry;

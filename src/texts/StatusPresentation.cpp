@@ -3,8 +3,7 @@
 #include "briefing/MeetingSelection.h"
 #include "platform/UrlOpener.h"
 #include "texts/Formatters.h"
-#include "texts/SingleLine.h"
-#include "texts/TextShortening.h"
+#include "texts/PlainText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -26,10 +26,11 @@ struct StatusInputs {
 StatusItemContent statusItemContent(const StatusInputs& inputs);
 
 /// The meeting that the menu offers to join: the label's while it shows one, else the next.
-std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood, Instant now);
+[[nodiscard]] std::optional<BriefEvent>
+offeredMeeting(const std::optional<Briefing>& lastGood, Instant now);
 
 /// Where the meeting is joined; absent without a link, or when the link does not parse or is not
 /// safe to open.
-std::optional<QUrl> joinUrl(const BriefEvent& meeting);
+[[nodiscard]] std::optional<QUrl> joinUrl(const BriefEvent& meeting);
 
 } // namespace lumora

@@ -55,7 +55,7 @@ protected:
         preferences = keep(family.preferences, std::make_unique<MemoryPreferences>());
         preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
         family.secrets = std::make_unique<MemorySecretStore>();
-        KeychainService(*family.secrets).setToken(u"t0ken"_s);
+        EXPECT_TRUE(KeychainService(*family.secrets).setToken(u"t0ken"_s));
         family.loginItems = std::make_unique<MemoryLoginItems>();
         family.wake = std::make_unique<WakeMonitor>();
         network = keep(family.network, std::make_unique<NetworkMonitor>());

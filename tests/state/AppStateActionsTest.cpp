@@ -208,7 +208,7 @@ TEST_F(AppStateActionsTest, AnActionSucceedsEvenWhenTheRefreshAfterItFails) {
 }
 
 TEST_F(AppStateActionsTest, WithoutATokenAnActionFailsWithoutARequest) {
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     EXPECT_FALSE(awaitValue(toggle(u"read"_s)));
     EXPECT_EQ(state->actionError(), u"Endpoint URL or token not set"_s);
     EXPECT_TRUE(state->pending().empty());

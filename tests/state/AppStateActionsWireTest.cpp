@@ -37,9 +37,9 @@ protected:
         const auto port = server.start(0);
         ASSERT_TRUE(port) << qPrintable(port.error());
         preferences.setValue(u"endpointURL"_s, u" http://127.0.0.1:%1/api/briefing "_s.arg(*port));
-        keychain.setToken(u"key"_s);
-        state.emplace(AppState::Collaborators{
-            clock, preferences, secrets, keychain, client, reminders, wake});
+        EXPECT_TRUE(keychain.setToken(u"key"_s));
+        state.emplace(
+            AppState::Dependencies{clock, preferences, secrets, keychain, client, reminders, wake});
         ASSERT_TRUE(eventuallyInTime([this] { return state->state().isLoaded(); }));
     }
 

@@ -178,7 +178,7 @@ TEST_F(AppStateSpendingTest, RefreshesThatFailCountAndChangeNothingElse) {
     transport.prepare(FakeHttpTransport::answer(401));
     clock.advance(3s);
     EXPECT_TRUE(state->state().isFailed());
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     clock.advance(66s);
     EXPECT_EQ(refreshCount(), 1U);
     EXPECT_TRUE(task.isReady());

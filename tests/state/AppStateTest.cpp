@@ -46,7 +46,7 @@ TEST_F(AppStateTest, FetchesAsSoonAsItExists) {
 
 TEST_F(AppStateTest, StartsWithNothing) {
     state.emplace(
-        AppState::Collaborators{clock, preferences, secrets, keychain, service, reminders, wake});
+        AppState::Dependencies{clock, preferences, secrets, keychain, service, reminders, wake});
     EXPECT_TRUE(state->state().isIdle());
     EXPECT_FALSE(state->lastGood());
     EXPECT_FALSE(state->lastUpdated());
@@ -81,11 +81,11 @@ TEST_F(AppStateTest, ASuccessIsPublishedWithItsTimeAndThenHandedOn) {
 }
 
 TEST_F(AppStateTest, LoadingAndFailuresArePublished) {
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     start();
     const auto seen = watchStates();
     spawn(state->refresh());
-    keychain.setToken(u"t0ken"_s);
+    EXPECT_TRUE(keychain.setToken(u"t0ken"_s));
     spawn(state->refresh());
     transport.complete(0, FakeHttpTransport::answer(404));
     EXPECT_EQ(*seen, (std::vector{notConfigured, u"loading"_s, u"Server error (404)"_s}));
@@ -100,7 +100,7 @@ TEST_F(AppStateTest, AFailureIsPublishedEvenWithNothingToSay) {
 }
 
 TEST_F(AppStateTest, WithoutTokenNothingIsSent) {
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     start();
     EXPECT_EQ(failure(), notConfigured);
     EXPECT_EQ(requestCount(), 0U);
@@ -115,7 +115,7 @@ TEST_F(AppStateTest, AnEndpointOfSpacesIsNone) {
 
 TEST_F(AppStateTest, LosingTheConfigurationKeepsTheLastGoodBriefing) {
     startLoaded(1);
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     spawn(state->refresh());
     EXPECT_EQ(failure(), notConfigured);
     EXPECT_TRUE(state->lastGood());
@@ -123,9 +123,9 @@ TEST_F(AppStateTest, LosingTheConfigurationKeepsTheLastGoodBriefing) {
 }
 
 TEST_F(AppStateTest, TheNextTickTriesAgainWhenConfigurationCameLater) {
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     start();
-    keychain.setToken(u"t0ken"_s);
+    EXPECT_TRUE(keychain.setToken(u"t0ken"_s));
     clock.advance(10min);
     EXPECT_EQ(requestCount(), 1U);
 }

@@ -13,6 +13,8 @@
 
 #include <QCoreApplication>
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <optional>
 #include <vector>
@@ -32,12 +34,12 @@ public:
     StateHarness() {
         preferences.setValue(
             QStringLiteral("endpointURL"), QStringLiteral("https://day.example/api/briefing"));
-        keychain.setToken(QStringLiteral("t0ken"));
+        EXPECT_TRUE(keychain.setToken(QStringLiteral("t0ken")));
     }
 
     /// Makes the state and lets its first refresh begin.
     AppState& start() {
-        state.emplace(AppState::Collaborators{
+        state.emplace(AppState::Dependencies{
             .clock = clock,
             .preferences = preferences,
             .secrets = secrets,

@@ -2,6 +2,7 @@
 
 #include "support/Builders.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -10,6 +11,7 @@ using namespace lumora;
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
+using testing::ElementsAre;
 
 namespace {
 
@@ -43,7 +45,30 @@ void expectLabel(
     EXPECT_EQ(MenuBarLabel::text(mode), text);
 }
 
+std::vector<QString> all(QString (*property)(MenuBarAmbient)) {
+    std::vector<QString> result;
+    for (const auto ambient : menuBarAmbientCases)
+        result.push_back(property(ambient));
+    return result;
+}
+
 } // namespace
+
+TEST(MenuBarAmbient, CasesHaveRawValuesAndTitlesInOrder) {
+    EXPECT_THAT(all(rawValue), ElementsAre(u"habits"_s, u"focus"_s, u"chores"_s, u"none"_s));
+    EXPECT_THAT(
+        all(title), ElementsAre(u"Habit progress"_s, u"Focus %"_s, u"Chores due"_s, u"Nothing"_s));
+}
+
+TEST(MenuBarAmbient, RawValuesReadBack) {
+    for (const auto ambient : menuBarAmbientCases)
+        EXPECT_EQ(menuBarAmbientFromRaw(rawValue(ambient)), ambient);
+}
+
+TEST(MenuBarAmbient, AnyOtherTextIsHabits) {
+    for (const auto& raw : {u"weather"_s, u""_s, u"Focus"_s, u" focus"_s, u"chores "_s, QString()})
+        EXPECT_EQ(menuBarAmbientFromRaw(raw), MenuBarAmbient::Habits);
+}
 
 TEST(MenuBarLabel, LoadsUntilThereIsABriefing) {
     for (const auto& state : {LoadState(), LoadState::loading()})

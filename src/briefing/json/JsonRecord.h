@@ -36,8 +36,8 @@ bool readValue(simdjson::dom::element value, std::vector<Item>& out, DecodeError
     if (value.get(array) != simdjson::SUCCESS)
         return wrongKind(value, QLatin1StringView("an array"), error);
     // An array of millions of wrong items must not cost millions of records.
-    constexpr size_t mostReserved = 4096;
-    out.reserve(std::min(array.size(), mostReserved));
+    constexpr size_t maximumReserved = 4096;
+    out.reserve(std::min(array.size(), maximumReserved));
     for (const simdjson::dom::element item : array) {
         if (!readValue(item, out.emplace_back(), error)) {
             prependIndex(error, out.size() - 1);
@@ -81,7 +81,7 @@ auto collectMembers(simdjson::dom::object object) {
 }
 
 template <JsonRecord Record>
-bool readValue(simdjson::dom::element value, Record& out, DecodeError& error) {
+[[nodiscard]] bool readValue(simdjson::dom::element value, Record& out, DecodeError& error) {
     simdjson::dom::object object;
     if (value.get(object) != simdjson::SUCCESS)
         return wrongKind(value, QLatin1StringView("an object"), error);
@@ -102,7 +102,7 @@ bool readValue(simdjson::dom::element value, Record& out, DecodeError& error) {
 
 /// Reads the record that the JSON text `bytes` is; the error names the first fault.
 template <JsonRecord Record>
-tl::expected<Record, DecodeError> decodeJson(QByteArrayView bytes) {
+[[nodiscard]] tl::expected<Record, DecodeError> decodeJson(QByteArrayView bytes) {
     const JsonDocument document(bytes);
     if (!document.root())
         return tl::unexpected(document.root().error());

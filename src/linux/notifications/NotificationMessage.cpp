@@ -1,7 +1,6 @@
 #include "linux/notifications/NotificationMessage.h"
 
-#include "texts/SingleLine.h"
-#include "texts/StatusTexts.h"
+#include "texts/PlainText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

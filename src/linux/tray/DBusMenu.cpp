@@ -1,6 +1,6 @@
 #include "linux/tray/DBusMenu.h"
 
-#include "texts/SingleLine.h"
+#include "texts/PlainText.h"
 
 #include <algorithm>
 

@@ -1,7 +1,6 @@
 #include "linux/tray/StatusNotifierItem.h"
 
-#include "texts/SingleLine.h"
-#include "texts/StatusTexts.h"
+#include "texts/PlainText.h"
 
 #include <QDBusObjectPath>
 

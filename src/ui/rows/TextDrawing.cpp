@@ -1,6 +1,6 @@
 #include "ui/rows/TextDrawing.h"
 
-#include "texts/SingleLine.h"
+#include "texts/PlainText.h"
 
 #include <QCache>
 #include <QFontMetricsF>

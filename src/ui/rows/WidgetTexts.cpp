@@ -1,6 +1,6 @@
 #include "ui/rows/WidgetTexts.h"
 
-#include "texts/TextShortening.h"
+#include "texts/PlainText.h"
 
 #include <QTextDocument>
 #include <QWidget>

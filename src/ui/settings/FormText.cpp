@@ -1,6 +1,6 @@
 #include "ui/settings/FormText.h"
 
-#include "texts/TextShortening.h"
+#include "texts/PlainText.h"
 #include "ui/settings/FormPainting.h"
 
 #include <QAccessible>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "texts/MenuBarAmbient.h"
+#include "texts/MenuBarLabel.h"
 
 #include <QCoroTask>
 #include <QObject>

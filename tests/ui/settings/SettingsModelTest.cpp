@@ -38,11 +38,11 @@ TEST_F(SettingsModelTest, LoadsTheTokenEachTimeItAppears) {
     EXPECT_EQ(settings.token(), u"t0ken"_s);
     settings.disappear();
     EXPECT_EQ(settings.token(), QString());
-    keychain.setToken(u"another"_s);
+    EXPECT_TRUE(keychain.setToken(u"another"_s));
     settings.appear();
     EXPECT_EQ(settings.token(), u"another"_s);
     settings.disappear();
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     settings.appear();
     EXPECT_EQ(settings.token(), QString());
 }
@@ -101,7 +101,7 @@ TEST_F(SettingsModelTest, StoresALateTokenOnceTheKeyringIsUnlocked) {
     secrets.setRemoveFails(false);
     Q_EMIT secrets.readable();
     EXPECT_EQ(storedToken(), "new");
-    keychain.setToken(u"from elsewhere"_s);
+    EXPECT_TRUE(keychain.setToken(u"from elsewhere"_s));
     Q_EMIT secrets.readable();
     EXPECT_EQ(storedToken(), "from elsewhere");
 }
@@ -207,7 +207,7 @@ TEST_F(SettingsModelTest, TestsWhatIsStoredWhenTheFieldIsEmpty) {
 }
 
 TEST_F(SettingsModelTest, WithoutTokenOrEndpointTheTestFailsUnsent) {
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     SettingsModel& settings = open();
     settings.testConnection();
     settle();

@@ -127,10 +127,10 @@ TEST_F(SettingsViewTest, TheKeyboardStartsInWhatIsMissing) {
     show();
     EXPECT_EQ(window->focusWidget(), endpoint());
     endpoint()->setText(u"https://a"_s);
-    keychain.deleteToken();
+    EXPECT_TRUE(keychain.deleteToken());
     reopen();
     EXPECT_EQ(window->focusWidget(), token());
-    keychain.setToken(u"t"_s);
+    EXPECT_TRUE(keychain.setToken(u"t"_s));
     reopen();
     EXPECT_NE(window->focusWidget(), token());
     EXPECT_NE(window->focusWidget(), endpoint());

@@ -80,7 +80,7 @@ TEST_F(SettingsWindowTest, IsDrawnDarkToo) {
 // The token
 
 TEST_F(SettingsWindowTest, TheTokenIsMaskedAndCannotBeCopied) {
-    keychain.setToken(QString::fromLatin1(secret));
+    EXPECT_TRUE(keychain.setToken(QString::fromLatin1(secret)));
     show();
     EXPECT_EQ(token()->echoMode(), QLineEdit::Password);
     EXPECT_FALSE(token()->displayText().contains(QString::fromLatin1(secret)));
@@ -119,7 +119,7 @@ TEST_F(SettingsWindowTest, AClosedWindowHoldsNoToken) {
 }
 
 TEST_F(SettingsWindowTest, NobodyElseIsToldTheToken) {
-    keychain.setToken(QString::fromLatin1(secret));
+    EXPECT_TRUE(keychain.setToken(QString::fromLatin1(secret)));
     show();
     const auto widgets = window->findChildren<QWidget*>();
     for (QWidget* widget : widgets) {

@@ -1,9 +1,26 @@
-#include "texts/TextShortening.h"
+#include "texts/PlainText.h"
 
 #include <gtest/gtest.h>
 
 using namespace lumora;
 using namespace Qt::Literals::StringLiterals;
+
+TEST(SingleLine, HasNoControlCharacters) {
+    EXPECT_EQ(singleLine(u"a\nb\tc\u0007d\u2028e"_s), u"a b c d e"_s);
+    EXPECT_EQ(singleLine(u"Q&A <b> · 5m 🎉"_s), u"Q&A <b> · 5m 🎉"_s);
+    EXPECT_EQ(singleLine(QString(QChar(u'\0')) + u'x'), u" x"_s);
+}
+
+TEST(EscapedForMarkup, MarkupIsShownLiterally) {
+    EXPECT_EQ(escapedForMarkup(u"<b>Q&A</b>"_s), u"&lt;b&gt;Q&amp;A&lt;/b&gt;"_s);
+    EXPECT_EQ(escapedForMarkup(u"&lt;"_s), u"&amp;lt;"_s);
+    EXPECT_EQ(escapedForMarkup(u"\"it's\""_s), u"\"it's\""_s);
+}
+
+TEST(EscapedForMarkup, EscapingKeepsLinesApart) {
+    EXPECT_EQ(escapedForMarkup(u"a\nb\rc"_s), u"a\nb c"_s);
+    EXPECT_EQ(escapedForMarkup({}), QString());
+}
 
 TEST(TextShortening, SixteenCharactersStay) {
     EXPECT_EQ(shortTitle(u"Standup"_s), u"Standup"_s);
