@@ -131,27 +131,35 @@ void LumobarApp::refresh(const std::function<void(QString)>& done) {
     });
 }
 
-void LumobarApp::runCommand(const QString& command, const QByteArray& activationToken) {
-    if (command == StatusCommands::quit)
+void LumobarApp::runCommand(MenuCommand command, const QByteArray& activationToken) {
+    if (command == MenuCommand::Quit)
         QCoreApplication::quit();
-    else if (command == StatusCommands::open && m_session)
+    if (!m_session)
+        return;
+    switch (command) {
+    case MenuCommand::Open:
         m_session->panel.openFromMenu(activationToken);
-    else if (command == StatusCommands::join)
+        break;
+    case MenuCommand::Join:
         joinMeeting(activationToken);
-    else if (command == StatusCommands::settings)
-        openSettings(activationToken);
-    else if (command == StatusCommands::refresh && m_session)
+        break;
+    case MenuCommand::Refresh:
         m_session->state.refresh();
+        break;
+    case MenuCommand::Settings:
+        openSettings(activationToken);
+        break;
+    case MenuCommand::None:
+    case MenuCommand::Quit:
+        break;
+    }
 }
 
 void LumobarApp::openSettings(const QByteArray& activationToken) {
-    if (m_session)
-        m_session->settings.open(activationToken);
+    m_session->settings.open(activationToken);
 }
 
 void LumobarApp::joinMeeting(const QByteArray& activationToken) {
-    if (!m_session)
-        return;
     const auto meeting = offeredMeeting(m_session->state.lastGood(), m_session->ticker.now());
     const auto url = meeting ? joinUrl(*meeting) : std::nullopt;
     if (url)

@@ -49,7 +49,7 @@ StatusInputs StatusItemController::currentInputs() const {
         .state = m_state.state(),
         .lastUpdated = m_state.lastUpdated(),
         .menuBarAmbient =
-            AppStorageBacked(m_preferences, u"menuBarAmbient"_s, u"habits"_s).wrappedValue(),
+            AppStorageBacked(m_preferences, PreferenceKeys::menuBarAmbient).wrappedValue(),
         .now = m_ticker.now(),
     };
 }

@@ -5,6 +5,8 @@
 #include "linux/session/DesktopPlatform.h"
 #include "linux/session/StartupEnvironment.h"
 #include "linux/session/TerminationSignals.h"
+#include "platform/ActivationToken.h"
+#include "platform/AppStorageBacked.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -61,22 +63,16 @@ int outcome(const tl::expected<void, CommandClient::Failure>& answer) {
     return answer ? int(Success) : complain(answer.error());
 }
 
-/// What lets a window come to the front for the one who started this process; empty without.
-QByteArray activationToken() {
-    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
-    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
-}
-
 int runWindow(CommandClient& client, const WindowCommand& command) {
     switch (command.action) {
     case WindowCommand::Action::Toggle:
-        return outcome(client.toggle(activationToken()));
+        return outcome(client.toggle(inheritedActivationToken()));
     case WindowCommand::Action::Show:
-        return outcome(client.open(activationToken()));
+        return outcome(client.open(inheritedActivationToken()));
     case WindowCommand::Action::Hide:
         return outcome(client.hide());
     case WindowCommand::Action::Settings:
-        return outcome(client.openSettings(activationToken()));
+        return outcome(client.openSettings(inheritedActivationToken()));
     }
     Q_UNREACHABLE();
 }
@@ -89,7 +85,7 @@ int handOver(CommandClient& client, const RunCommand& run, const QByteArray& tok
 }
 
 int runProgram(int& argc, char** argv, const RunCommand& run) {
-    const QByteArray token = activationToken(); // the toolkit takes it out of the environment
+    const QByteArray token = inheritedActivationToken(); // as long as it is there
     std::optional<StartupEnvironment> startupEnvironment(std::in_place);
     QApplication application(argc, argv);
     startupEnvironment.reset();
@@ -107,7 +103,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
         const auto address = demoService.start(run.scenario);
         if (!address)
             return complain(address.error().sentence, address.error().exitCode);
-        family.preferences->setValue(u"endpointURL"_s, address->endpoint);
+        storePreference(*family.preferences, PreferenceKeys::endpointURL, address->endpoint);
         KeychainService(*family.secrets).setToken(address->token);
     }
 

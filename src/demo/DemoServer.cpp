@@ -1,138 +1,125 @@
 #include "demo/DemoServer.h"
 
-#include "demo/DemoConnection.h"
-#include "demo/DemoHttp.h"
 #include "demo/DemoService.h"
 
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <poll.h>
+#include <httplib.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
-#include <array>
 #include <cerrno>
+#include <condition_variable>
 #include <future>
+#include <mutex>
 #include <thread>
-#include <utility>
-#include <vector>
 
 namespace lumora {
 
 using namespace Qt::Literals::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto kPatience = 10s;
+constexpr auto kHost = "127.0.0.1";
+constexpr time_t kPatience = 1; ///< seconds for a client that sends nothing
+constexpr size_t kWorkers = 8;
+constexpr size_t kLargestBody = size_t(1024) * 1024;
 
-/// A socket that listens on the loopback address, or -1 and the reason in errno.
-int listenOn(quint16 port) {
-    const int listening = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    // Takes a port at once that was in use a moment ago, and not one that is.
+/// Unlike the library's own choice this does not share the port with another listener, so that a
+/// port in use is noticed.
+void setSocketOptions(int socket) {
     const int yes = 1;
-    ::setsockopt(listening, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (::bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-        ::listen(listening, SOMAXCONN) == 0)
-        return listening;
-    const int reason = errno;
-    ::close(listening);
-    errno = reason;
-    return -1;
-}
-
-quint16 portOf(int listening) {
-    sockaddr_in address{};
-    socklen_t size = sizeof address;
-    ::getsockname(listening, reinterpret_cast<sockaddr*>(&address), &size);
-    return ntohs(address.sin_port);
+    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
 }
 
 } // namespace
 
-/// One thread accepts connections, and each of these has one of its own for its one request.
+/// The HTTP library's server, one request per connection.
 class DemoServer::Listener {
 public:
     explicit Listener(DemoService& service)
         : m_service(service) {
-        if (::pipe2(m_stopPipe.data(), O_CLOEXEC) != 0)
-            qFatal("No pipe: errno %d", errno);
+        m_server.set_socket_options(setSocketOptions);
+        m_server.set_payload_max_length(kLargestBody);
+        m_server.set_keep_alive_max_count(1);
+        m_server.set_keep_alive_timeout(kPatience);
+        m_server.set_read_timeout(kPatience);
+        const auto handler = [this](const auto& request, auto& response) {
+            serve(request, response);
+        };
+        const std::string everything = ".*";
+        m_server.Get(everything, handler).Post(everything, handler).Put(everything, handler);
+        m_server.Patch(everything, handler).Delete(everything, handler);
+        m_server.Options(everything, handler);
+        m_server.set_error_handler([](const httplib::Request&, httplib::Response& response) {
+            if (response.body.empty())
+                response.set_content(R"({"error":"Not understood"})", "application/json");
+        });
     }
 
-    ~Listener() {
-        halt();
-        ::close(m_stopPipe[0]);
-    }
+    ~Listener() { halt(); }
 
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
 
-    /// Takes over the socket, which listens.
-    void run(int listening) {
-        m_thread = std::thread([this, listening] {
-            acceptFrom(listening);
-            ::close(listening);
-        });
+    /// The port, or -1.
+    int bindTo(quint16 port) {
+        if (port == 0)
+            return m_server.bind_to_any_port(kHost);
+        return m_server.bind_to_port(kHost, port) ? port : -1;
+    }
+
+    /// Returns once the server runs: before that, it ignores being told to stop.
+    void run() {
+        std::promise<void> running;
+        m_server.new_task_queue = [&running] {
+            running.set_value();
+            return new httplib::ThreadPool(kWorkers);
+        };
+        m_thread = std::thread([this] { m_server.listen_after_bind(); });
+        running.get_future().wait();
     }
 
     void halt() {
-        if (m_stopPipe[1] == -1)
-            return;
-        // The waits of every connection see the closed pipe.
-        ::close(std::exchange(m_stopPipe[1], -1));
+        {
+            const std::lock_guard lock(m_mutex);
+            m_stopping = true;
+        }
+        m_stopped.notify_all();
+        m_server.stop();
         if (m_thread.joinable())
             m_thread.join();
     }
 
 private:
-    /// Returns when the service stops, and every connection is closed.
-    void acceptFrom(int listening) {
-        std::vector<std::future<void>> served;
-        std::array<pollfd, 2> polled{
-            pollfd{.fd = listening, .events = POLLIN, .revents = 0},
-            pollfd{.fd = m_stopPipe[0], .events = POLLIN, .revents = 0}};
-        while (true) {
-            const int ready = ::poll(polled.data(), polled.size(), -1);
-            if (ready < 0)
-                continue;
-            if (polled[1].revents != 0)
-                return;
-            std::erase_if(served, [](const std::future<void>& connection) {
-                return connection.wait_for(0s) == std::future_status::ready;
-            });
-            const int socket = ::accept4(listening, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
-            if (socket >= 0)
-                served.push_back(std::async(std::launch::async, [this, socket] { serve(socket); }));
-        }
+    void serve(const httplib::Request& request, httplib::Response& response) {
+        const auto answer = m_service.answer({
+            .method = QByteArray::fromStdString(request.method),
+            .path = QByteArray::fromStdString(request.path),
+            .token = QByteArray::fromStdString(request.get_header_value("X-Api-Key")),
+            .body = QByteArray::fromStdString(request.body),
+        });
+        response.status = answer.status;
+        if (!answer.allow.isEmpty())
+            response.set_header("Allow", answer.allow.toStdString());
+        const std::string contentType = answer.contentType.toStdString();
+        if (answer.breakOff || !pause(answer.delay))
+            // A body that never comes: the library closes the connection behind the headers.
+            response.set_content_provider(
+                1, contentType, [](size_t, size_t, httplib::DataSink&) { return false; });
+        else
+            response.set_content(answer.body.toStdString(), contentType);
     }
 
-    void serve(int socket) {
-        DemoConnection connection(socket, m_stopPipe[0], kPatience);
-        QByteArray received;
-        auto request = demoRequestFrom(received);
-        while (request && !*request) {
-            const auto more = connection.read();
-            if (more.isEmpty())
-                return;
-            received += more;
-            request = demoRequestFrom(received);
-        }
-        const auto answer = request ? m_service.answer(**request) : demoRefusal(request.error());
-        if (answer.hangUp || !connection.pause(answer.delay))
-            return;
-        const bool withBody = !request || (*request)->method != "HEAD";
-        if (connection.write(demoResponse(answer, withBody)))
-            connection.finish();
+    /// Waits for `duration`; false: the server stops.
+    bool pause(std::chrono::milliseconds duration) {
+        std::unique_lock lock(m_mutex);
+        return !m_stopped.wait_for(lock, duration, [this] { return m_stopping; });
     }
 
     DemoService& m_service;
-    std::array<int, 2> m_stopPipe{-1, -1};
+    httplib::Server m_server;
     std::thread m_thread;
+    std::mutex m_mutex;
+    std::condition_variable m_stopped;
+    bool m_stopping = false;
 };
 
 DemoServer::DemoServer(DemoService& service)
@@ -141,14 +128,14 @@ DemoServer::DemoServer(DemoService& service)
 DemoServer::~DemoServer() = default;
 
 tl::expected<quint16, QString> DemoServer::start(quint16 port) {
-    const int listening = listenOn(port);
-    if (listening < 0) {
+    errno = 0;
+    const int bound = m_listener->bindTo(port);
+    if (bound < 0) {
         const auto reason = errno == EACCES ? u"not permitted"_s : u"already in use"_s;
         return tl::unexpected(u"Port %1 is %2"_s.arg(port).arg(reason));
     }
-    const auto bound = portOf(listening);
-    m_listener->run(listening);
-    return bound;
+    m_listener->run();
+    return static_cast<quint16>(bound);
 }
 
 void DemoServer::stop() {

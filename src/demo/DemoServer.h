@@ -22,7 +22,8 @@ public:
     /// connections from then on, or one sentence on why not. To be called once.
     tl::expected<quint16, QString> start(quint16 port);
 
-    /// Stops at once, also in the middle of an answer; open connections are closed.
+    /// Stops, also in the middle of an answer; a client that has not said all of its request yet is
+    /// waited for, a second at most.
     void stop();
 
 private:

@@ -109,7 +109,7 @@ DemoAnswer DemoService::answerApi(const DemoRequest& request) {
         case 0:
             return error(503, u"Out of order for a moment"_s);
         case 1:
-            return {.hangUp = true};
+            return {.breakOff = true};
         default:
             return usual();
         }

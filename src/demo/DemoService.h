@@ -28,7 +28,7 @@ struct DemoAnswer {
     QByteArray contentType = "application/json";
     QByteArray allow = {};              ///< the Allow header; empty: none
     std::chrono::milliseconds delay{0}; ///< how long to wait before answering
-    bool hangUp = false;                ///< close the connection instead of answering
+    bool breakOff = false;              ///< close the connection before the body
 };
 
 /// The demo service without its network: one day, its data, and what each request gets. Its day is

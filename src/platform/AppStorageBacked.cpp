@@ -1,11 +1,20 @@
 #include "platform/AppStorageBacked.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace lumora {
 
+namespace {
+
+const QString trueText = u"true"_s;
+const QString falseText = u"false"_s;
+
+} // namespace
+
 std::optional<bool> parsePreference(const QString& text, std::type_identity<bool>) {
-    if (text == u"true" || text == u"1")
+    if (text == trueText || text == u"1")
         return true;
-    if (text == u"false" || text == u"0")
+    if (text == falseText || text == u"0")
         return false;
     return std::nullopt;
 }
@@ -18,6 +27,18 @@ std::optional<qint64> parsePreference(const QString& text, std::type_identity<qi
 
 std::optional<QString> parsePreference(const QString& text, std::type_identity<QString>) {
     return text;
+}
+
+QString preferenceText(bool value) {
+    return value ? trueText : falseText;
+}
+
+QString preferenceText(qint64 value) {
+    return QString::number(value);
+}
+
+QString preferenceText(const QString& value) {
+    return value;
 }
 
 } // namespace lumora

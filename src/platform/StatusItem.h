@@ -9,13 +9,16 @@
 
 namespace lumora {
 
+/// What the rows of the status item's menu do.
+enum class MenuCommand { None, Open, Join, Refresh, Settings, Quit };
+
 /// A row of the status item's menu.
 struct StatusMenuRow {
     enum class Kind { Action, Text, Separator };
 
     Kind kind = Kind::Action;
-    QString command; ///< what `StatusItem::commandChosen` reports; empty unless an action
-    QString label;   ///< as shown; never holds markup or mnemonics
+    MenuCommand command = MenuCommand::None; ///< none unless an action
+    QString label;                           ///< as shown; never holds markup or mnemonics
 
     bool operator==(const StatusMenuRow&) const = default;
 };
@@ -50,7 +53,7 @@ Q_SIGNALS:
     void activated(QPoint position, QByteArray activationToken);
 
     /// A row of the menu was chosen.
-    void commandChosen(QString command, QByteArray activationToken);
+    void commandChosen(MenuCommand command, QByteArray activationToken);
 
     /// The item came to be shown in a status area.
     void shown();

@@ -12,7 +12,7 @@ NotificationService::NotificationService(
     NotificationCenter& center, const Preferences& preferences, const Clock& clock)
     : m_center(center)
     , m_clock(clock)
-    , m_enabled(preferences, u"notifyBeforeMeetings"_s, true) {}
+    , m_enabled(preferences, PreferenceKeys::notifyBeforeMeetings) {}
 
 QCoro::Task<> NotificationService::requestAuthorization() {
     if (!m_enabled.wrappedValue())

@@ -17,9 +17,6 @@ namespace lumora {
 
 namespace {
 
-const QString endpointKey = u"endpointURL"_s;
-const QString refreshMinutesKey = u"refreshMinutes"_s;
-constexpr qint64 defaultRefreshMinutes = 10;
 constexpr qint64 minutesPerYear = qint64(365) * 24 * 60;
 
 } // namespace
@@ -49,20 +46,19 @@ AppState::AppState(const Collaborators& collaborators)
 }
 
 QString AppState::endpointURL() const {
-    return AppStorageBacked(m_with.preferences, endpointKey, QString()).wrappedValue();
+    return AppStorageBacked(m_with.preferences, PreferenceKeys::endpointURL).wrappedValue();
 }
 
 void AppState::setEndpointURL(const QString& endpoint) {
-    m_with.preferences.setValue(endpointKey, endpoint);
+    storePreference(m_with.preferences, PreferenceKeys::endpointURL, endpoint);
 }
 
 qint64 AppState::refreshMinutes() const {
-    return AppStorageBacked(m_with.preferences, refreshMinutesKey, defaultRefreshMinutes)
-        .wrappedValue();
+    return AppStorageBacked(m_with.preferences, PreferenceKeys::refreshMinutes).wrappedValue();
 }
 
 void AppState::setRefreshMinutes(qint64 minutes) {
-    m_with.preferences.setValue(refreshMinutesKey, QString::number(minutes));
+    storePreference(m_with.preferences, PreferenceKeys::refreshMinutes, minutes);
 }
 
 bool AppState::isConfigured() const {

@@ -86,12 +86,13 @@ public:
     /// after a failure, at once.
     QCoro::Task<bool> perform(LumoAction action, QString key);
 
-    /// Puts `text` without its surrounding white space into the inbox, under the key "capture".
-    /// False when it is blank, another capture is in flight, or the service did not take it.
+    /// Puts `text` without its surrounding white space into the inbox, under the key
+    /// `ActionKeys::capture`. False when it is blank, another capture is in flight, or the service
+    /// did not take it.
     QCoro::Task<bool> capture(QString text);
 
-    /// Asks for new spending figures, under the key "spending", and completes when they are in
-    /// place, when the service declined, or when they have not come after about a minute.
+    /// Asks for new spending figures, under the key `ActionKeys::spending`, and completes when they
+    /// are in place, when the service declined, or when they have not come after about a minute.
     QCoro::Task<> refreshSpending();
 
 Q_SIGNALS:

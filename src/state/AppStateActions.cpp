@@ -1,5 +1,6 @@
 // What the user does with the briefing; the rest of the class is in AppState.cpp.
 
+#include "briefing/ActionKeys.h"
 #include "service/LumoService.h"
 #include "state/AppState.h"
 
@@ -73,12 +74,12 @@ QCoro::Task<bool> AppState::capture(QString text) {
     const QString trimmed = text.trimmed();
     if (trimmed.isEmpty())
         co_return false;
-    auto performing = perform(LumoAction::capture(trimmed), u"capture"_s);
+    auto performing = perform(LumoAction::capture(trimmed), ActionKeys::capture);
     co_return co_await performing;
 }
 
 QCoro::Task<> AppState::refreshSpending() {
-    const QString key = u"spending"_s;
+    const QString& key = ActionKeys::spending;
     if (!begin(key))
         co_return;
     const QPointer<AppState> self(this);

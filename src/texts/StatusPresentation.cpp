@@ -78,7 +78,7 @@ QString toolTipBody(const StatusInputs& inputs) {
     return lines.join(u'\n');
 }
 
-StatusMenuRow action(const QString& command, const QString& label) {
+StatusMenuRow action(MenuCommand command, const QString& label) {
     return {StatusMenuRow::Kind::Action, command, label};
 }
 
@@ -95,18 +95,18 @@ QList<StatusMenuRow> meetingRows(const StatusInputs& inputs) {
     const QString when = clockText(inputs, *meeting->start);
     QList<StatusMenuRow> rows{{StatusMenuRow::Kind::Text, {}, when + separator + title}};
     if (joinUrl(*meeting))
-        rows += action(StatusCommands::join, u"Join "_s + title);
+        rows += action(MenuCommand::Join, u"Join "_s + title);
     rows += rule();
     return rows;
 }
 
 QList<StatusMenuRow> menu(const StatusInputs& inputs) {
-    QList<StatusMenuRow> rows{action(StatusCommands::open, u"Open Lumora"_s), rule()};
+    QList<StatusMenuRow> rows{action(MenuCommand::Open, u"Open Lumora"_s), rule()};
     rows += meetingRows(inputs);
-    rows += action(StatusCommands::refresh, u"Refresh"_s);
-    rows += action(StatusCommands::settings, u"Settings"_s);
+    rows += action(MenuCommand::Refresh, u"Refresh"_s);
+    rows += action(MenuCommand::Settings, u"Settings"_s);
     rows += rule();
-    rows += action(StatusCommands::quit, u"Quit"_s);
+    rows += action(MenuCommand::Quit, u"Quit"_s);
     return rows;
 }
 

@@ -21,15 +21,6 @@ struct StatusInputs {
     QLocale locale = QLocale::system();
 };
 
-/// The commands that the status item's menu reports.
-namespace StatusCommands {
-inline const QString open = QStringLiteral("open");
-inline const QString join = QStringLiteral("join");
-inline const QString refresh = QStringLiteral("refresh");
-inline const QString settings = QStringLiteral("settings");
-inline const QString quit = QStringLiteral("quit");
-} // namespace StatusCommands
-
 /// Everything the status area shows: the label, a tooltip that says in full what the label
 /// shortens, and the menu for desktops that open one on a click.
 StatusItemContent statusItemContent(const StatusInputs& inputs);

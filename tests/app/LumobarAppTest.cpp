@@ -132,7 +132,7 @@ TEST_F(LumobarAppTest, StepsBackWhereAnotherProcessRuns) {
 
 TEST_F(LumobarAppTest, TheMenuRefreshes) {
     begin();
-    Q_EMIT item->commandChosen(u"refresh"_s, {});
+    Q_EMIT item->commandChosen(MenuCommand::Refresh, {});
     EXPECT_EQ(transport->requests().size(), 2U);
 }
 
@@ -177,7 +177,7 @@ TEST_F(LumobarAppTest, TheMenuOpensTheOneSettingsWindow) {
     };
     begin();
     for (int i = 0; i < 2; ++i) {
-        Q_EMIT item->commandChosen(u"settings"_s, {});
+        Q_EMIT item->commandChosen(MenuCommand::Settings, {});
         EXPECT_EQ(openSettingsWindows(), 1);
     }
     program.reset();

@@ -211,14 +211,14 @@ TEST_F(DemoServiceTest, OfThreeFlakyRequestsTheThirdSucceeds) {
     for (int round = 0; round < 3; ++round) {
         EXPECT_EQ(get("/api/briefing").status, 503);
         EXPECT_EQ(get("/api/briefing", "other").status, 401); // not one of the three
-        EXPECT_TRUE(get("/api/briefing").hangUp);
+        EXPECT_TRUE(get("/api/briefing").breakOff);
         EXPECT_EQ(get("/api/inbox").status, 200); // nor this
         const auto third = get("/api/briefing");
         EXPECT_EQ(third.status, 200);
-        EXPECT_FALSE(third.hangUp);
+        EXPECT_FALSE(third.breakOff);
     }
     EXPECT_EQ(act(toggle).status, 503);
-    EXPECT_TRUE(act(toggle).hangUp);
+    EXPECT_TRUE(act(toggle).breakOff);
     EXPECT_EQ(act(toggle).status, 200);
     control(R"({"scenario":"busy"})");
     EXPECT_EQ(briefing()[u"habits"_s][u"done"_s].toInteger(), 2);

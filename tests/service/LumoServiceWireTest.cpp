@@ -57,8 +57,8 @@ TEST_F(LumoServiceWireTest, FetchesABriefing) {
     EXPECT_EQ(briefing->date, u"2025-03-04"_s);
     ASSERT_EQ(server.requests().size(), 1);
     EXPECT_TRUE(server.requests()[0].startsWith("GET /api/briefing HTTP/1.1\r\n"));
-    EXPECT_TRUE(server.requests()[0].contains("\r\nX-Api-Key: T\r\n"));
-    EXPECT_TRUE(server.requests()[0].contains("\r\nAccept: application/json\r\n"));
+    EXPECT_EQ(header(server.requests()[0], "X-Api-Key"), "T");
+    EXPECT_EQ(header(server.requests()[0], "Accept"), "application/json");
     EXPECT_FALSE(server.requests()[0].toLower().contains("content-type"));
 }
 

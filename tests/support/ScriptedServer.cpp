@@ -91,4 +91,13 @@ void ScriptedServer::read(QTcpSocket& connection) {
     }
 }
 
+std::optional<QByteArray> header(const QByteArray& request, const QByteArray& name) {
+    const QByteArrayList lines = request.left(request.indexOf("\r\n\r\n")).split('\n');
+    for (const QByteArray& line : lines) {
+        if (line.toLower().startsWith(name.toLower() + ':'))
+            return line.mid(name.size() + 1).trimmed();
+    }
+    return std::nullopt;
+}
+
 } // namespace lumora::tests

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace lumora::tests {
 
@@ -51,5 +52,8 @@ private:
     QByteArrayList m_requests;
     int m_connectionCount = 0;
 };
+
+/// The value of the header line `name` in `request`; absent when there is no such line.
+std::optional<QByteArray> header(const QByteArray& request, const QByteArray& name);
 
 } // namespace lumora::tests

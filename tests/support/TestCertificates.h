@@ -12,7 +12,7 @@ class TestCertificates {
 public:
     enum class Server {
         Valid,
-        Expired, ///< since yesterday
+        Expired, ///< for years
     };
 
     explicit TestCertificates(Server server = Server::Valid);

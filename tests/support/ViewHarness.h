@@ -2,7 +2,6 @@
 
 #include "fakes/FakeClock.h"
 #include "platform/memory/MemoryPreferences.h"
-#include "support/ScopedEnvironment.h"
 #include "ui/access/SpokenWidgets.h"
 #include "ui/panel/MenuBarView.h"
 #include "ui/rows/PaintedRow.h"
@@ -99,9 +98,16 @@ inline void settle() {
     }
 }
 
-/// A theme source in the program's own colours.
+/// The theme in the program's own colours.
 inline Theme plainTheme(ColorScheme scheme = ColorScheme::Light) {
     return Theme(scheme, QApplication::font());
+}
+
+/// The same for a desktop on which nothing moves.
+inline Theme stillTheme() {
+    Theme theme = plainTheme();
+    theme.setAllowsMotion(false);
+    return theme;
 }
 
 /// The panel's content on the screen, rendered from values that the test sets. Nothing moves.
@@ -147,13 +153,9 @@ public:
         settle();
     }
 
-private:
-    ScopedEnvironment m_still{"LUMORA_STILL", "1"};
-
-public:
     FakeClock clock;
     MemoryPreferences preferences;
-    ThemeSource themes{plainTheme()};
+    ThemeSource themes{stillTheme()};
     LoadState state;
     std::optional<Briefing> lastGood;
     std::optional<Instant> lastUpdated;

@@ -27,6 +27,11 @@ QString money(double amount, const char* locale) {
     return Formatters::currency(amount, QLocale(QLatin1StringView(locale)));
 }
 
+/// Without the marks of direction that newer data of the same locale has in other places.
+QString unmarked(QString text) {
+    return text.remove(QChar(0x200f));
+}
+
 QString clockUtc(std::string_view instant, const char* locale = "en_US") {
     return Formatters::clock(at(instant), QTimeZone::utc(), QLocale(QLatin1StringView(locale)));
 }
@@ -130,8 +135,8 @@ TEST(Currency, FollowsTheLocale) {
     EXPECT_EQ(money(1234567, "ja_JP"), u"￥1,234,567"_s);
     EXPECT_EQ(money(1234.56, "hi_IN"), u"₹1,235"_s);
     EXPECT_EQ(money(1234567, "hi_IN"), u"₹12,34,567"_s);
-    EXPECT_EQ(money(1234.56, "ar_EG"), u"١٬٢٣٥\u00a0ج.م.\u200f"_s);
-    EXPECT_EQ(money(1234567, "ar_EG"), u"١٬٢٣٤٬٥٦٧\u00a0ج.م.\u200f"_s);
+    EXPECT_EQ(unmarked(money(1234.56, "ar_EG")), u"١٬٢٣٥\u00a0ج.م."_s);
+    EXPECT_EQ(unmarked(money(1234567, "ar_EG")), u"١٬٢٣٤٬٥٦٧\u00a0ج.م."_s);
 }
 
 TEST(Currency, ZeroHasNoSign) {
@@ -146,7 +151,7 @@ TEST(Currency, TheSignGoesBeforeTheText) {
     EXPECT_EQ(money(-1234.56, "de_DE"), u"-1.235\u00a0€"_s);
     EXPECT_EQ(money(-1234.56, "ja_JP"), u"-￥1,235"_s);
     EXPECT_EQ(money(-1234567, "hi_IN"), u"-₹12,34,567"_s);
-    EXPECT_EQ(money(-12, "ar_EG"), u"\u061c-١٢\u00a0ج.م.\u200f"_s);
+    EXPECT_EQ(unmarked(money(-12, "ar_EG")), u"\u061c-١٢\u00a0ج.م."_s);
 }
 
 TEST(Currency, IsDollarsWhereTheLocaleHasNone) {

@@ -129,7 +129,7 @@ TEST_F(StatusPresentationTest, TheMenuOffersTheNextMeeting) {
                       u"Open Lumora"_s, u"-"_s, u"11:05 am · Review"_s, u"Join Review"_s, u"-"_s,
                       u"Refresh"_s, u"Settings"_s, u"-"_s, u"Quit"_s}));
     EXPECT_EQ(content().menu[2].kind, StatusMenuRow::Kind::Text);
-    EXPECT_EQ(content().menu[3].command, StatusCommands::join);
+    EXPECT_EQ(content().menu[3].command, MenuCommand::Join);
 }
 
 TEST_F(StatusPresentationTest, WithoutALinkThereIsNothingToJoin) {

@@ -17,6 +17,17 @@ simdjson::dom::parser& parser() {
     return instance;
 }
 
+/// Whether the parser gave up over a number that it cannot hold, for which newer versions have a
+/// code of its own.
+template <typename Code>
+bool isOverNumber(Code code) {
+    if constexpr (requires { Code::BIGINT_ERROR; }) {
+        if (code == Code::BIGINT_ERROR)
+            return true;
+    }
+    return code == Code::NUMBER_ERROR;
+}
+
 QString describe(simdjson::error_code code) {
     switch (code) {
     case simdjson::EMPTY:
@@ -106,7 +117,7 @@ JsonDocument::JsonDocument(QByteArrayView bytes) {
     auto code = parse(bytes, root);
     // The parser refuses a whole text for one integer beyond 64 bits, even where nobody asks for
     // an integer.
-    if (code == simdjson::NUMBER_ERROR) {
+    if (isOverNumber(code)) {
         const QByteArray mended = withHugeIntegersAsFloats(bytes);
         code = parse(mended, root);
     }

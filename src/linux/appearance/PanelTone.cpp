@@ -47,8 +47,4 @@ bool isXfce(const QString& desktop) {
     return names(desktop, "XFCE"_L1);
 }
 
-QColor tintFor(SymbolTone tone) {
-    return tone == SymbolTone::Light ? QColor(0xf4, 0xf4, 0xf4) : QColor(0x2b, 0x2b, 0x2b);
-}
-
 } // namespace lumora

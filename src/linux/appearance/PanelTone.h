@@ -1,19 +1,13 @@
 #pragma once
 
+#include "platform/BarAppearance.h"
 #include "platform/DesktopAppearance.h"
 
-#include <QColor>
 #include <QString>
 
 #include <optional>
 
 namespace lumora {
-
-/// How bright a symbol has to be to stand out from the panel that it sits on.
-enum class SymbolTone {
-    Light, ///< for dark panels
-    Dark,  ///< for light panels
-};
 
 /// What can be known about the panel's colours.
 struct PanelEvidence {
@@ -32,8 +26,5 @@ SymbolTone toneFor(const PanelEvidence& evidence);
 
 /// Whether `desktop` (as in XDG_CURRENT_DESKTOP) names Xfce.
 bool isXfce(const QString& desktop);
-
-/// The colour that symbols of `tone` are drawn in.
-QColor tintFor(SymbolTone tone);
 
 } // namespace lumora

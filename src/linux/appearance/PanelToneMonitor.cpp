@@ -30,15 +30,16 @@ bool paletteIsDark() {
 } // namespace
 
 PanelToneMonitor::PanelToneMonitor(
-    const QDBusConnection& bus, const QString& desktop, QObject* parent)
-    : QObject(parent)
-    , m_bus(bus)
-    , m_portal(bus) {
-    m_evidence.desktop = desktop;
-    m_evidence.paletteIsDark = paletteIsDark();
+    const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& portal)
+    : m_bus(bus)
+    , m_evidence{
+          .desktop = desktop,
+          .portal = portal.colorScheme(),
+          .xfcePanelIsDark = {},
+          .paletteIsDark = paletteIsDark()} {
     qApp->installEventFilter(this);
-    connect(&m_portal, &DesktopAppearance::changed, this, [this] {
-        apply([this](PanelEvidence& evidence) { evidence.portal = m_portal.colorScheme(); });
+    connect(&portal, &DesktopAppearance::changed, this, [this, &portal] {
+        apply([&](PanelEvidence& evidence) { evidence.portal = portal.colorScheme(); });
     });
     if (m_bus.isConnected() && isXfce(desktop))
         watchXfce();

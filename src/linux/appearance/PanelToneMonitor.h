@@ -1,12 +1,11 @@
 #pragma once
 
 #include "linux/appearance/PanelTone.h"
-#include "linux/appearance/PortalAppearance.h"
+#include "platform/BarAppearance.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
-#include <QObject>
 
 #include <functional>
 
@@ -14,19 +13,18 @@ namespace lumora {
 
 /// Gathers what is known about the panel's colours, without waiting and without starting any
 /// service for it, and tells when the symbol's tone changes.
-class PanelToneMonitor final : public QObject {
+class PanelToneMonitor final : public BarAppearance {
     Q_OBJECT
 
 public:
-    /// `desktop` is the session's XDG_CURRENT_DESKTOP.
-    PanelToneMonitor(const QDBusConnection& bus, const QString& desktop, QObject* parent = nullptr);
+    /// `desktop` is the session's XDG_CURRENT_DESKTOP. `portal` says which colours the user has
+    /// chosen, and outlives the monitor.
+    PanelToneMonitor(
+        const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& portal);
 
-    SymbolTone tone() const { return toneFor(m_evidence); }
+    SymbolTone tone() const override { return toneFor(m_evidence); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
-
-Q_SIGNALS:
-    void toneChanged();
 
 private Q_SLOTS:
     void onXfceSetting(const QDBusMessage& change);
@@ -38,7 +36,6 @@ private:
     void apply(const std::function<void(PanelEvidence&)>& edit);
 
     QDBusConnection m_bus;
-    PortalAppearance m_portal;
     QDBusServiceWatcher m_services;
     PanelEvidence m_evidence;
 };

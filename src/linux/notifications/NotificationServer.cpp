@@ -13,11 +13,14 @@ namespace {
 const QString serverName = u"org.freedesktop.Notifications"_s;
 const QString serverPath = u"/org/freedesktop/Notifications"_s;
 
+// The bus itself answers at once.
+constexpr std::chrono::seconds askingPatience{25};
+
 QDBusMessage serverCall(const QString& service, const QString& method) {
     return QDBusMessage::createMethodCall(service, serverPath, serverName, method);
 }
 
-/// The notification that a signal or an answer is about; the sender is its server.
+/// The notification that a signal is about; the sender is its server.
 ShownNotification subject(const QDBusMessage& message) {
     return {.server = message.service(), .id = message.arguments().value(0).toUInt()};
 }
@@ -37,10 +40,20 @@ void NotificationServer::listen() {
     connect(
         &m_watch, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString& /*name*/, const QString& /*oldOwner*/, const QString& newOwner) {
+            m_owner = newOwner;
             Q_EMIT changed();
             if (!newOwner.isEmpty())
                 Q_EMIT appeared();
         });
+    // Answers do not say who gave them, in every version of Qt. This one comes before those of the
+    // server, and of a server that comes later the watch tells first.
+    auto call = QDBusMessage::createMethodCall(
+        u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
+        u"GetNameOwner"_s);
+    ask(call << serverName, askingPatience, [this](const QDBusMessage& answer) {
+        if (answer.type() == QDBusMessage::ReplyMessage)
+            m_owner = answer.arguments().value(0).toString();
+    });
     // The service is named, so that every signal comes once and from no other program.
     const auto connectTo = [this](const QString& signal, const char* slot) {
         m_bus.connect(serverName, serverPath, serverName, signal, this, slot);
@@ -54,11 +67,11 @@ void NotificationServer::askAbilities(
     std::chrono::milliseconds patience,
     const std::function<void(const std::optional<NotificationAbilities>&)>& onAnswer) {
     const auto call = serverCall(serverName, u"GetCapabilities"_s);
-    ask(call, patience, [onAnswer](const QDBusMessage& answer) {
+    ask(call, patience, [this, onAnswer](const QDBusMessage& answer) {
         if (answer.type() != QDBusMessage::ReplyMessage)
             return onAnswer(std::nullopt);
         onAnswer(NotificationAbilities{
-            .server = answer.service(),
+            .server = m_owner,
             .capabilities = answer.arguments().value(0).toStringList(),
         });
     });
@@ -69,9 +82,10 @@ void NotificationServer::notify(
     const std::function<void(const std::optional<ShownNotification>&)>& onAnswer) {
     auto call = serverCall(server, u"Notify"_s);
     call.setArguments(arguments);
-    ask(call, patience, [onAnswer](const QDBusMessage& answer) {
-        const bool shown = answer.type() == QDBusMessage::ReplyMessage;
-        onAnswer(shown ? std::optional(subject(answer)) : std::nullopt);
+    ask(call, patience, [server, onAnswer](const QDBusMessage& answer) {
+        if (answer.type() != QDBusMessage::ReplyMessage)
+            return onAnswer(std::nullopt);
+        onAnswer(ShownNotification{.server = server, .id = answer.arguments().value(0).toUInt()});
     });
 }
 

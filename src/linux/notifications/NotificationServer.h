@@ -82,6 +82,7 @@ private:
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watch;
     bool m_listening = false;
+    QString m_owner; ///< of the service's name; empty: none, or not known yet
 };
 
 } // namespace lumora

@@ -1,23 +1,25 @@
 #include "linux/session/DesktopPlatform.h"
 
 #include "linux/appearance/JoinedAppearance.h"
+#include "linux/appearance/PanelToneMonitor.h"
 #include "linux/appearance/PortalAppearance.h"
 #include "linux/autostart/AutostartRegistry.h"
 #include "linux/http/QtHttpTransport.h"
 #include "linux/notifications/DesktopNotificationCenter.h"
 #include "linux/preferences/ConfFilePreferences.h"
 #include "linux/secrets/LibsecretStore.h"
-#include "linux/session/DesktopUrlOpener.h"
 #include "linux/session/LogindWakeMonitor.h"
 #include "linux/session/NetworkManagerMonitor.h"
 #include "linux/session/WindowSystem.h"
 #include "linux/time/SystemClock.h"
 #include "linux/tray/LinuxStatusItem.h"
+#include "platform/ActivationToken.h"
 #include "platform/memory/MemoryLoginItems.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"
 
 #include <QDBusConnection>
+#include <QDesktopServices>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,14 +27,32 @@ namespace lumora {
 
 namespace {
 
-/// The portal states what the user has chosen; the window system's settings only hint at dark
-/// colours, but know the font.
-std::unique_ptr<DesktopAppearance> makeAppearance() {
+/// Opens addresses through the desktop's own handlers, never through a shell.
+class DesktopUrlOpener final : public UrlOpener {
+public:
+    bool open(const QUrl& url, const QByteArray& activationToken) override {
+        const ActivationTokenScope token(activationToken); // which the opened program inherits
+        return QDesktopServices::openUrl(url);
+    }
+};
+
+/// Makes what there is to see of the desktop: its wishes for windows, and its place for symbols.
+void makeAppearances(PlatformFamily& family) {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    auto portal = std::make_unique<PortalAppearance>(bus);
+    // The family lets go of the status item, and with it of the bar, before the appearance.
+    auto bar = std::make_unique<PanelToneMonitor>(bus, desktop, *portal);
+
+    // The portal states what the user has chosen; the window system's settings only hint at dark
+    // colours, but know the font.
     std::vector<std::unique_ptr<DesktopAppearance>> sources;
-    sources.push_back(std::make_unique<PortalAppearance>(QDBusConnection::sessionBus()));
+    sources.push_back(std::move(portal));
     if (auto windowSystem = makeWindowSystemAppearance())
         sources.push_back(std::move(windowSystem));
-    return std::make_unique<JoinedAppearance>(std::move(sources));
+    family.appearance = std::make_unique<JoinedAppearance>(std::move(sources));
+    family.statusItem = std::make_unique<LinuxStatusItem>(
+        bus, std::move(bar), LinuxStatusItem::Options{.desktop = desktop});
 }
 
 /// What both desktops have in common: everything that remembers nothing.
@@ -45,11 +65,8 @@ PlatformFamily makeCommonPlatform() {
     family.urls = std::make_unique<DesktopUrlOpener>();
     family.notifications =
         std::make_unique<DesktopNotificationCenter>(QDBusConnection::sessionBus(), *family.clock);
-    family.appearance = makeAppearance();
     family.compositing = makeCompositing();
-    family.statusItem = std::make_unique<LinuxStatusItem>(
-        QDBusConnection::sessionBus(),
-        LinuxStatusItem::Options{.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")});
+    makeAppearances(family);
     return family;
 }
 

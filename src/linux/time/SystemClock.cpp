@@ -1,7 +1,7 @@
 #include "linux/time/SystemClock.h"
 
-#include "linux/time/WallClockAlarm.h"
-#include "linux/time/WallClockTimer.h"
+#include "linux/time/TickPlan.h"
+#include "linux/time/WakeUp.h"
 
 #include <QTimer>
 
@@ -14,6 +14,52 @@ namespace lumora {
 namespace {
 
 constexpr milliseconds longestWait = days(24); // a timer's milliseconds are an int
+constexpr seconds century = days(36525);
+
+Instant wallClock() {
+    return floor<microseconds>(system_clock::now());
+}
+
+/// A repetition that lasts through suspend and clock steps. It costs one wake-up of the process a
+/// tick. The tick may destroy it.
+class WallClockTimer final : public RepeatingTimer {
+public:
+    WallClockTimer(seconds interval, std::function<void()> tick)
+        : m_interval(std::clamp(interval, seconds(1), century))
+        , m_tick(std::move(tick))
+        , m_deadline(wallClock() + m_interval) {
+        m_wakeUp.set(m_deadline);
+    }
+
+private:
+    void woken() {
+        const TickPlan plan = planTick(m_deadline, m_interval, wallClock());
+        m_deadline = plan.deadline;
+        m_wakeUp.set(m_deadline);
+        if (plan.due) {
+            const auto tick = m_tick; // outlives this object, should the tick destroy it
+            tick();
+        }
+    }
+
+    const seconds m_interval;
+    const std::function<void()> m_tick;
+    Instant m_deadline;
+    // A clock that was set may have to bring the deadline nearer.
+    WakeUp m_wakeUp{WakeUp::OnClockSet::Wake, [this] { woken(); }};
+};
+
+/// A call at a moment, whatever suspends and clock steps lie before it. The call may destroy it.
+class WallClockAlarm final : public Alarm {
+public:
+    WallClockAlarm(Instant time, std::function<void()> ring)
+        : m_wakeUp(WakeUp::OnClockSet::WaitOn, std::move(ring)) {
+        m_wakeUp.set(time);
+    }
+
+private:
+    WakeUp m_wakeUp;
+};
 
 } // namespace
 
@@ -61,7 +107,7 @@ SystemClock::~SystemClock() {
 }
 
 Instant SystemClock::now() const {
-    return floor<microseconds>(system_clock::now());
+    return wallClock();
 }
 
 std::unique_ptr<RepeatingTimer> SystemClock::every(seconds interval, std::function<void()> tick) {

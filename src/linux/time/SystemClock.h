@@ -21,6 +21,8 @@ public:
     SystemClock& operator=(const SystemClock&) = delete;
 
     Instant now() const override;
+
+    /// Intervals below a second count as one, those above a century as a century.
     std::unique_ptr<RepeatingTimer>
     every(std::chrono::seconds interval, std::function<void()> tick) override;
 

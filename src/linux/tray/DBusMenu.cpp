@@ -44,7 +44,7 @@ QVariantMap onlyNamed(const QVariantMap& properties, const QStringList& names) {
 // An action is the same while its command is, whatever it is called today; texts and separators
 // have nothing but their order.
 QString identityOf(const StatusMenuRow& row) {
-    return QString::number(int(row.kind)) + u':' + row.command;
+    return QString::number(int(row.kind)) + u':' + QString::number(int(row.command));
 }
 
 } // namespace

@@ -24,7 +24,7 @@ public:
 
 Q_SIGNALS:
     /// An action row was chosen.
-    void chosen(QString command);
+    void chosen(MenuCommand command);
 
 protected:
     QVariantMap properties() const override;

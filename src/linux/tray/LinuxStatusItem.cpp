@@ -22,16 +22,17 @@ bool losesItsSymbol(const QString& desktop) {
 
 } // namespace
 
-LinuxStatusItem::LinuxStatusItem(const QDBusConnection& sessionBus, Options options)
+LinuxStatusItem::LinuxStatusItem(
+    const QDBusConnection& sessionBus, std::unique_ptr<BarAppearance> bar, Options options)
     : m_bus(sessionBus)
     , m_options(std::move(options))
-    , m_tone(m_bus, m_options.desktop)
+    , m_bar(std::move(bar))
     , m_tray(m_options.tray) {
-    connect(&m_tone, &PanelToneMonitor::toneChanged, this, &LinuxStatusItem::draw);
+    connect(m_bar.get(), &BarAppearance::toneChanged, this, &LinuxStatusItem::draw);
     connect(&m_tray, &XEmbedItem::activated, this, [this](QPoint position) {
         Q_EMIT activated(position, {});
     });
-    connect(&m_tray, &XEmbedItem::chosen, this, [this](const QString& command) {
+    connect(&m_tray, &XEmbedItem::chosen, this, [this](MenuCommand command) {
         Q_EMIT commandChosen(command, {});
     });
     connect(&m_tray, &XEmbedItem::shown, this, &StatusItem::shown);
@@ -70,11 +71,11 @@ void LinuxStatusItem::appear() {
 void LinuxStatusItem::draw() {
     if (!m_session)
         return;
-    const std::pair wanted(m_content.symbol, m_tone.tone());
+    const std::pair wanted(m_content.symbol, m_bar->tone());
     if (m_drawn == wanted)
         return;
     m_drawn = wanted;
-    const SymbolPixmaps pixmaps(m_content.symbol, tintFor(m_tone.tone()));
+    const SymbolPixmaps pixmaps(m_content.symbol, m_bar->tone());
     m_pixmaps = pixmaps.forStatusItem();
     m_session->setPixmaps(m_pixmaps);
     m_tray.setIcon(pixmaps.icon());

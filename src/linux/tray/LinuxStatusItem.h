@@ -1,13 +1,14 @@
 #pragma once
 
-#include "linux/appearance/PanelToneMonitor.h"
 #include "linux/tray/StatusNotifierSession.h"
 #include "linux/tray/XEmbedItem.h"
+#include "platform/BarAppearance.h"
 #include "platform/StatusItem.h"
 
 #include <QDBusConnection>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -30,7 +31,9 @@ public:
         };
     };
 
-    LinuxStatusItem(const QDBusConnection& sessionBus, Options options);
+    /// `bar` is where the item is shown.
+    LinuxStatusItem(
+        const QDBusConnection& sessionBus, std::unique_ptr<BarAppearance> bar, Options options);
 
     void show(const StatusItemContent& content) override;
     QString unavailableReason() const override;
@@ -42,7 +45,7 @@ private:
 
     QDBusConnection m_bus;
     Options m_options;
-    PanelToneMonitor m_tone;
+    std::unique_ptr<BarAppearance> m_bar;
     XEmbedItem m_tray;
     StatusNotifierSession* m_session = nullptr; ///< a child; null before the first content
     int m_appearances = 0;

@@ -15,7 +15,7 @@ StatusNotifierSession::StatusNotifierSession(
     , m_menu(bus)
     , m_registration(bus) {
     connect(&m_item, &StatusNotifierItem::activated, this, &StatusNotifierSession::activated);
-    connect(&m_menu, &DBusMenu::chosen, this, [this](const QString& command) {
+    connect(&m_menu, &DBusMenu::chosen, this, [this](MenuCommand command) {
         Q_EMIT commandChosen(command, m_item.takeActivationToken());
     });
     connect(

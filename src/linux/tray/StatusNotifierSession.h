@@ -33,7 +33,7 @@ public:
 Q_SIGNALS:
     void stateChanged();
     void activated(QPoint position, QByteArray activationToken);
-    void commandChosen(QString command, QByteArray activationToken);
+    void commandChosen(MenuCommand command, QByteArray activationToken);
 
 private:
     /// Closes the connection once nothing below uses it any more.

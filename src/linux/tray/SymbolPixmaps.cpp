@@ -6,9 +6,17 @@
 
 namespace lumora {
 
-SymbolPixmaps::SymbolPixmaps(const QString& symbol, const QColor& tint) {
+namespace {
+
+QColor tintFor(SymbolTone tone) {
+    return tone == SymbolTone::Light ? QColor(0xf4, 0xf4, 0xf4) : QColor(0x2b, 0x2b, 0x2b);
+}
+
+} // namespace
+
+SymbolPixmaps::SymbolPixmaps(const QString& symbol, SymbolTone tone) {
     for (const int pixels : {16, 22, 24, 32, 44, 48})
-        m_images += renderSymbol(symbol, pixels, tint);
+        m_images += renderSymbol(symbol, pixels, tintFor(tone));
 }
 
 QList<IconPixmap> SymbolPixmaps::forStatusItem() const {

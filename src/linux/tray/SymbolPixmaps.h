@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/tray/StatusNotifierTypes.h"
+#include "platform/BarAppearance.h"
 
 #include <QIcon>
 #include <QImage>
@@ -12,8 +13,8 @@ namespace lumora {
 /// A symbol in the sizes that panels use, up to twice the usual ones for sharp screens.
 class SymbolPixmaps {
 public:
-    /// Draws the symbol called `symbol` in the colour `tint`.
-    SymbolPixmaps(const QString& symbol, const QColor& tint);
+    /// Draws the symbol called `symbol`.
+    SymbolPixmaps(const QString& symbol, SymbolTone tone);
 
     /// For status items, smallest first.
     QList<IconPixmap> forStatusItem() const;

@@ -44,7 +44,7 @@ public:
 Q_SIGNALS:
     void shown();
     void activated(QPoint position);
-    void chosen(QString command);
+    void chosen(MenuCommand command);
 
 private:
     void look();

@@ -2,9 +2,9 @@
 
 #include "ui/access/ReadingOrder.h"
 #include "ui/rows/RowButton.h"
+#include "ui/rows/SpokenRole.h"
 
 #include <QAccessibleWidget>
-#include <QSet>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -110,25 +110,24 @@ private:
     }
 };
 
-QAccessibleInterface* makeSpoken(const QString& className, QObject* object) {
-    static const QSet<QString> groups{
-        u"lumora::ActionRows"_s,         u"lumora::BriefingView"_s,
-        u"lumora::CaptureField"_s,       u"lumora::EventRow"_s,
-        u"lumora::EventsBody"_s,         u"lumora::FoldArea"_s,
-        u"lumora::MenuBarView"_s,        u"lumora::PanelFooter"_s,
-        u"lumora::CollapsibleSection"_s, u"lumora::SpendingFigures"_s,
-        u"lumora::PanelPlaceholder"_s,   u"lumora::SpendingSection"_s,
-    };
+QAccessibleInterface* makeSpoken(const QString&, QObject* object) {
     if (auto* button = qobject_cast<RowButton*>(object))
         return new SpokenButton(button);
+    const auto* spoken = dynamic_cast<const Spoken*>(object);
+    if (!spoken)
+        return nullptr;
     auto* widget = qobject_cast<QWidget*>(object);
-    if (className == u"lumora::PaintedRow")
+    switch (spoken->spokenRole()) {
+    case SpokenRole::Text:
         return new SpokenLeaf(widget, QAccessible::StaticText);
-    if (className == u"lumora::ErrorBanner")
+    case SpokenRole::Alert:
         return new SpokenLeaf(widget, QAccessible::AlertMessage);
-    if (className == u"lumora::PanelWindow")
+    case SpokenRole::Group:
+        return new SpokenGroup(widget);
+    case SpokenRole::Window:
         return new QAccessibleWidget(widget, QAccessible::Window);
-    return groups.contains(className) ? new SpokenGroup(widget) : nullptr;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace

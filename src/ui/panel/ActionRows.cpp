@@ -1,10 +1,9 @@
 #include "ui/panel/ActionRows.h"
 
+#include "briefing/ActionKeys.h"
 #include "texts/PanelTexts.h"
 #include "ui/panel/RowContents.h"
 #include "ui/rows/WidgetTexts.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
 
@@ -42,7 +41,7 @@ std::vector<ActionRowValue> habitRows(const Habits& habits) {
     for (const Habit& habit : habits.items)
         rows.push_back({
             .id = habit.id,
-            .key = u"habit:"_s + habit.id,
+            .key = ActionKeys::habit(habit.id),
             .content = habitRow(habit),
             .toolTip = PanelTexts::habitToolTip(habit),
             .accessibleName = PanelTexts::habitAccessibleName(habit),
@@ -56,7 +55,7 @@ std::vector<ActionRowValue> choreRows(const Chores& chores) {
     for (const Chore& chore : chores.top)
         rows.push_back({
             .id = chore.id,
-            .key = u"chore:"_s + chore.id,
+            .key = ActionKeys::chore(chore.id),
             .content = choreRow(chore),
             .toolTip = PanelTexts::choreToolTip(chore),
             .accessibleName = PanelTexts::choreAccessibleName(chore),

@@ -3,6 +3,7 @@
 #include "briefing/Briefing.h"
 #include "ui/panel/ActionRow.h"
 #include "ui/panel/KeyedRows.h"
+#include "ui/rows/SpokenRole.h"
 
 #include <set>
 
@@ -18,7 +19,7 @@ struct ActionRowValue {
 };
 
 /// A column of clickable rows, one per habit or chore.
-class ActionRows : public QWidget {
+class ActionRows : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

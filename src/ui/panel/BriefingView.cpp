@@ -1,5 +1,6 @@
 #include "ui/panel/BriefingView.h"
 
+#include "briefing/ActionKeys.h"
 #include "platform/AppStorageBacked.h"
 #include "texts/PanelTexts.h"
 #include "texts/SpendingTexts.h"
@@ -24,12 +25,6 @@ constexpr QMargins padding{
     PanelMetrics::padding - PanelMetrics::rowReach, 10,
     PanelMetrics::padding - PanelMetrics::rowReach, 10};
 
-const QString eventsKey = u"section.collapsed.events"_s;
-const QString habitsKey = u"section.collapsed.habits"_s;
-const QString choresKey = u"section.collapsed.chores"_s;
-const QString spendingKey = u"section.collapsed.spending"_s;
-const QString spendingAction = u"spending"_s;
-
 } // namespace
 
 BriefingView::BriefingView(const Surroundings& surroundings, QWidget* parent)
@@ -49,10 +44,13 @@ BriefingView::BriefingView(const Surroundings& surroundings, QWidget* parent)
         banner->setContentsMargins(PanelMetrics::besideRows);
     m_layout->addWidget(m_failure);
     m_layout->addWidget(m_actionError);
-    m_events = addSection(u"Next up"_s, u"calendar"_s, eventsKey, m_eventsBody);
-    m_habits = addSection(u"Habits"_s, u"flame"_s, habitsKey, m_habitRows);
-    m_chores = addSection(u"Chores due"_s, u"checklist"_s, choresKey, m_choreRows);
-    m_spending = addSection(u"Spending"_s, u"creditcard"_s, spendingKey, m_spendingBody);
+    m_events =
+        addSection(u"Next up"_s, u"calendar"_s, PreferenceKeys::eventsCollapsed, m_eventsBody);
+    m_habits = addSection(u"Habits"_s, u"flame"_s, PreferenceKeys::habitsCollapsed, m_habitRows);
+    m_chores =
+        addSection(u"Chores due"_s, u"checklist"_s, PreferenceKeys::choresCollapsed, m_choreRows);
+    m_spending = addSection(
+        u"Spending"_s, u"creditcard"_s, PreferenceKeys::spendingCollapsed, m_spendingBody);
     m_focus = new PaintedRow(m_with.themes, PanelMetrics::besideRows, this);
     m_layout->addWidget(m_focus);
 
@@ -72,25 +70,25 @@ BriefingView::BriefingView(const Surroundings& surroundings, QWidget* parent)
 }
 
 CollapsibleSection* BriefingView::addSection(
-    const QString& title, const QString& symbol, const QString& key, QWidget* body) {
+    const QString& title, const QString& symbol, const PreferenceKey<bool>& key, QWidget* body) {
     auto* section = new CollapsibleSection(
         m_with.themes, {.title = title, .systemImage = symbol, .badge = std::nullopt}, body, this);
     connect(section, &CollapsibleSection::toggled, this, [this, section, key](bool collapsed) {
         section->setCollapsed(collapsed);
-        m_with.preferences.setValue(key, collapsed ? u"true"_s : u"false"_s);
+        storePreference(m_with.preferences, key, collapsed);
     });
     m_layout->addWidget(section);
     return section;
 }
 
 void BriefingView::readFolding() {
-    const auto isCollapsed = [this](const QString& key) {
-        return AppStorageBacked(m_with.preferences, key, false).wrappedValue();
+    const auto isCollapsed = [this](const PreferenceKey<bool>& key) {
+        return AppStorageBacked(m_with.preferences, key).wrappedValue();
     };
-    m_events->setCollapsed(isCollapsed(eventsKey));
-    m_habits->setCollapsed(isCollapsed(habitsKey));
-    m_chores->setCollapsed(isCollapsed(choresKey));
-    m_spending->setCollapsed(isCollapsed(spendingKey));
+    m_events->setCollapsed(isCollapsed(PreferenceKeys::eventsCollapsed));
+    m_habits->setCollapsed(isCollapsed(PreferenceKeys::habitsCollapsed));
+    m_chores->setCollapsed(isCollapsed(PreferenceKeys::choresCollapsed));
+    m_spending->setCollapsed(isCollapsed(PreferenceKeys::spendingCollapsed));
 }
 
 void BriefingView::render(const PanelValues& values) {
@@ -111,7 +109,7 @@ void BriefingView::render(const PanelValues& values) {
     m_choreRows->render(choreRows(briefing.chores), values.pending);
 
     m_spendingFigures = briefing.spending;
-    m_spendingPending = values.pending.contains(spendingAction);
+    m_spendingPending = values.pending.contains(ActionKeys::spending);
     renderSpending();
 
     m_focus->setSpokenContent(focusRow(briefing));

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/PreferenceKeys.h"
 #include "platform/Preferences.h"
 #include "ui/panel/PanelValues.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QUrl>
@@ -20,7 +22,7 @@ class PaintedRow;
 class SpendingSection;
 
 /// The briefing's part of the panel: banners, sections and the focus line.
-class BriefingView : public QWidget {
+class BriefingView : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:
@@ -46,8 +48,8 @@ Q_SIGNALS:
     void spendingRefreshRequested();
 
 private:
-    CollapsibleSection*
-    addSection(const QString& title, const QString& symbol, const QString& key, QWidget* body);
+    CollapsibleSection* addSection(
+        const QString& title, const QString& symbol, const PreferenceKey<bool>& key, QWidget* body);
     void readFolding();
     void reveal(std::optional<Instant> at);
     void renderSpending();

@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "ui/panel/ThoughtEdit.h"
 #include "ui/rows/PaintedRow.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/SpinnerMotion.h"
 
 #include <QPointer>
@@ -13,7 +14,7 @@ class RowButton;
 
 /// The entry at the bottom of the panel: a thought goes to the inbox with Return. It keeps what
 /// was typed until the thought has arrived.
-class CaptureField : public QWidget {
+class CaptureField : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

@@ -2,6 +2,7 @@
 
 #include "ui/panel/FoldArea.h"
 #include "ui/rows/RowButton.h"
+#include "ui/rows/SpokenRole.h"
 
 #include <QWidget>
 
@@ -11,7 +12,7 @@ namespace lumora {
 
 /// A titled block of the panel that folds away behind its header. Knows nothing of where its
 /// folding is remembered: it shows what it is told and reports what is asked for.
-class CollapsibleSection : public QWidget {
+class CollapsibleSection : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

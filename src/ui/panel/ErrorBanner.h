@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QAccessible>
@@ -9,7 +10,7 @@ namespace lumora {
 
 /// A warning triangle and a message, which wraps rather than being cut: it is the only place where
 /// the user learns what went wrong. Announced to screen readers when its message changes.
-class ErrorBanner : public QWidget {
+class ErrorBanner : public QWidget, public SpokenAs<SpokenRole::Alert> {
     Q_OBJECT
 
 public:

@@ -2,6 +2,7 @@
 
 #include "briefing/Briefing.h"
 #include "ui/rows/PaintedRow.h"
+#include "ui/rows/SpokenRole.h"
 
 #include <QUrl>
 #include <QWidget>
@@ -11,7 +12,7 @@ namespace lumora {
 class RowButton;
 
 /// One of today's events. Only its join button can be pressed.
-class EventRow : public QWidget {
+class EventRow : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

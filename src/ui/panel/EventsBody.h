@@ -2,11 +2,12 @@
 
 #include "ui/panel/EventRow.h"
 #include "ui/panel/KeyedRows.h"
+#include "ui/rows/SpokenRole.h"
 
 namespace lumora {
 
 /// The rows of today's upcoming events, or a sentence that there are none.
-class EventsBody : public QWidget {
+class EventsBody : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

@@ -1,7 +1,5 @@
 #include "ui/panel/FoldArea.h"
 
-#include "ui/theme/Motion.h"
-
 #include <QEasingCurve>
 #include <QLayout>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QVariantAnimation>
@@ -9,7 +10,7 @@ namespace lumora {
 
 /// Holds a widget that can be folded away. While it folds, the widget keeps its size and is cut
 /// off at the bottom, so nothing in it is laid out anew.
-class FoldArea : public QWidget {
+class FoldArea : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

@@ -1,5 +1,6 @@
 #include "ui/panel/MenuBarView.h"
 
+#include "briefing/ActionKeys.h"
 #include "texts/Formatters.h"
 #include "ui/access/FocusRing.h"
 #include "ui/access/ReadingOrder.h"
@@ -10,6 +11,7 @@
 #include "ui/panel/RowContents.h"
 #include "ui/rows/PaintedRow.h"
 #include "ui/rows/WidgetTexts.h"
+#include "ui/theme/PanelMetrics.h"
 
 #include <QKeyEvent>
 #include <QVBoxLayout>
@@ -21,7 +23,6 @@ namespace lumora {
 namespace {
 
 constexpr QMargins headerPadding{12, 10, 12, 10};
-const QString captureAction = u"capture"_s;
 
 bool canTakeFocus(const QWidget& leaf) {
     return leaf.isVisible() && leaf.isEnabled() && !isDecoration(leaf);
@@ -51,7 +52,7 @@ MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget
     , m_capture(new CaptureField(surroundings.themes, surroundings.clock, this))
     , m_footer(new PanelFooter(surroundings.themes, this))
     , m_ring(new FocusRing(surroundings.themes, this)) {
-    setFixedWidth(panelWidth);
+    setFixedWidth(PanelMetrics::width);
     // Where the keyboard is when the panel opens: nothing happens there, and it is read first.
     m_header->setFocusPolicy(Qt::TabFocus);
     setFocusProxy(m_header);
@@ -84,15 +85,15 @@ void MenuBarView::render(const PanelValues& values) {
     m_briefing->setVisible(hasBriefing);
     m_placeholder->setVisible(!hasBriefing);
 
-    m_capture->setPending(values.pending.contains(captureAction));
+    m_capture->setPending(values.pending.contains(ActionKeys::capture));
     m_footer->setDashboardAvailable(values.hasDashboard);
 }
 
 QSize MenuBarView::sizeHint() const {
     // Only a banner's height depends on the width; without one the layout has no such height.
     const bool wraps = layout()->hasHeightForWidth();
-    return {
-        panelWidth, wraps ? layout()->heightForWidth(panelWidth) : layout()->sizeHint().height()};
+    constexpr int width = PanelMetrics::width;
+    return {width, wraps ? layout()->heightForWidth(width) : layout()->sizeHint().height()};
 }
 
 bool MenuBarView::focusNextPrevChild(bool next) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/panel/BriefingView.h"
+#include "ui/rows/SpokenRole.h"
 
 namespace lumora {
 
@@ -11,13 +12,10 @@ class PanelPlaceholder;
 
 /// The drop-down panel's content: header, briefing or placeholder, capture field, footer. It shows
 /// the values it is given and reports what the user wants; it knows nothing of where it is shown.
-class MenuBarView : public QWidget {
+class MenuBarView : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:
-    /// The panel's width in points.
-    static constexpr int panelWidth = 320;
-
     explicit MenuBarView(const BriefingView::Surroundings& surroundings, QWidget* parent = nullptr);
 
     /// Shows `values`; what did not change is not touched.

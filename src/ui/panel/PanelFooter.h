@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QWidget>
@@ -9,7 +10,7 @@ namespace lumora {
 class RowButton;
 
 /// The controls at the bottom of the panel.
-class PanelFooter : public QWidget {
+class PanelFooter : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

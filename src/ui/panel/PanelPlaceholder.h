@@ -3,12 +3,13 @@
 #include "briefing/LoadState.h"
 #include "ui/panel/ErrorBanner.h"
 #include "ui/rows/PaintedRow.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/SpinnerMotion.h"
 
 namespace lumora {
 
 /// What stands in the panel while no briefing has ever arrived.
-class PanelPlaceholder : public QWidget {
+class PanelPlaceholder : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

@@ -3,6 +3,7 @@
 #include "briefing/Briefing.h"
 #include "ui/panel/KeyedRows.h"
 #include "ui/rows/PaintedRow.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/SpinnerMotion.h"
 
 namespace lumora {
@@ -10,7 +11,7 @@ namespace lumora {
 class RowButton;
 
 /// The revealed amounts: the month's figure, its pace, the largest buckets.
-class SpendingFigures : public QWidget {
+class SpendingFigures : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

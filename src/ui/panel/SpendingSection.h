@@ -1,6 +1,7 @@
 #pragma once
 
 #include "briefing/Briefing.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QWidget>
@@ -12,7 +13,7 @@ class SpendingFigures;
 
 /// The body of the spending section: a button while the amounts are hidden, the figures while they
 /// are revealed. Hidden figures exist in no widget.
-class SpendingSection : public QWidget {
+class SpendingSection : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:

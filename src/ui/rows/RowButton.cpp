@@ -1,13 +1,10 @@
 #include "ui/rows/RowButton.h"
 
-#include "ui/rows/RowPainter.h"
 #include "ui/theme/PanelMetrics.h"
 
 #include <QAccessible>
 #include <QKeyEvent>
 #include <QPainter>
-
-#include <cmath>
 
 namespace lumora {
 
@@ -23,33 +20,10 @@ void tellChanged(QWidget* widget, QAccessible::State changed) {
 
 RowButton::RowButton(
     const ThemeSource& themes, QMargins padding, Highlight highlight, QWidget* parent)
-    : QAbstractButton(parent)
-    , m_themes(themes)
+    : RowWidget(themes, padding, parent)
     , m_highlight(highlight) {
-    setContentsMargins(padding);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setFocusPolicy(Qt::TabFocus);
-    connect(&m_themes, &ThemeSource::changed, this, [this] {
-        updateGeometry();
-        update();
-    });
-}
-
-void RowButton::setContent(RowContent content) {
-    if (m_content == content)
-        return;
-    m_content = std::move(content);
-    updateGeometry();
-    update();
-}
-
-RowGeometry RowButton::itemGeometry() const {
-    return layOutRow(m_content, theme(), contentsRect().width());
-}
-
-QPointF RowButton::contentOrigin() const {
-    const QRect room = contentsRect();
-    return {double(room.left()), room.top() + (room.height() - itemGeometry().height) / 2};
 }
 
 void RowButton::setBusy(bool busy) {
@@ -69,16 +43,6 @@ void RowButton::setExpanded(bool expanded) {
     changed.expanded = true;
     changed.collapsed = true;
     tellChanged(this, changed);
-}
-
-QSize RowButton::sizeHint() const {
-    const double width = naturalRowWidth(m_content, theme());
-    const double height = layOutRow(m_content, theme(), width).height;
-    return QSize(int(std::ceil(width)), int(std::ceil(height))).grownBy(contentsMargins());
-}
-
-QSize RowButton::minimumSizeHint() const {
-    return {0, sizeHint().height()};
 }
 
 void RowButton::enterEvent(QEnterEvent* event) {
@@ -128,7 +92,7 @@ void RowButton::paintEvent(QPaintEvent*) {
         painter.setBrush(theme().color(ColorRole::Hover));
         painter.drawRoundedRect(rect(), PanelMetrics::cornerRadius, PanelMetrics::cornerRadius);
     }
-    paintRow(painter, contentOrigin(), m_content, itemGeometry(), theme());
+    paintContent(painter);
 }
 
 } // namespace lumora

@@ -11,17 +11,6 @@ namespace {
 constexpr char mnemonicsProperty[] = "showsMnemonics";
 constexpr double ringWidth = 2;
 
-QColor laidOver(const QColor& foreground, const QColor& background) {
-    const float alpha = foreground.alphaF();
-    const auto mixed = [alpha](float over, float under) {
-        return over * alpha + under * (1 - alpha);
-    };
-    return QColor::fromRgbF(
-        mixed(foreground.redF(), background.redF()),
-        mixed(foreground.greenF(), background.greenF()),
-        mixed(foreground.blueF(), background.blueF()));
-}
-
 QColor raised(const Theme& theme) {
     return laidOver(theme.color(ColorRole::Hover), theme.color(ColorRole::Background));
 }

@@ -19,9 +19,6 @@ namespace lumora {
 
 namespace {
 
-const QString notifyKey = u"notifyBeforeMeetings"_s;
-const QString ambientKey = u"menuBarAmbient"_s;
-
 bool isEnabled(const LoginItemRegistry& registry) {
     return registry.status() == LoginItemStatus::Enabled;
 }
@@ -163,13 +160,14 @@ std::optional<QString> SettingsModel::loginItemMessage() const {
 }
 
 bool SettingsModel::notifyBeforeMeetings() const {
-    return AppStorageBacked(m_with.preferences, notifyKey, true).wrappedValue();
+    return AppStorageBacked(m_with.preferences, PreferenceKeys::notifyBeforeMeetings)
+        .wrappedValue();
 }
 
 void SettingsModel::setNotifyBeforeMeetings(bool notify) {
     if (notify == notifyBeforeMeetings())
         return;
-    m_with.preferences.setValue(notifyKey, notify ? u"true"_s : u"false"_s);
+    storePreference(m_with.preferences, PreferenceKeys::notifyBeforeMeetings, notify);
     announce();
     applyNotifications();
 }
@@ -183,13 +181,13 @@ QCoro::Task<> SettingsModel::applyNotifications() {
 
 MenuBarAmbient SettingsModel::menuBarAmbient() const {
     return menuBarAmbientFromRaw(
-        AppStorageBacked(m_with.preferences, ambientKey, u"habits"_s).wrappedValue());
+        AppStorageBacked(m_with.preferences, PreferenceKeys::menuBarAmbient).wrappedValue());
 }
 
 void SettingsModel::setMenuBarAmbient(MenuBarAmbient ambient) {
     if (ambient == menuBarAmbient())
         return;
-    m_with.preferences.setValue(ambientKey, rawValue(ambient));
+    storePreference(m_with.preferences, PreferenceKeys::menuBarAmbient, rawValue(ambient));
     announce();
 }
 

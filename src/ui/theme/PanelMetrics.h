@@ -5,6 +5,9 @@
 /// Distances that several parts of the panel share, in points.
 namespace lumora::PanelMetrics {
 
+/// Of the panel's content.
+inline constexpr int width = 320;
+
 /// From the panel's edge to what it shows.
 inline constexpr int padding = 12;
 

@@ -1,7 +1,5 @@
 #include "ui/theme/SpinnerMotion.h"
 
-#include "ui/theme/Motion.h"
-
 namespace lumora {
 
 namespace {

@@ -1,5 +1,8 @@
 #include "ui/theme/Theme.h"
 
+#include <QApplication>
+#include <QStyle>
+
 #include <algorithm>
 #include <cmath>
 
@@ -44,16 +47,6 @@ double luminance(const QColor& color) {
            0.0722 * linear(color.blueF());
 }
 
-QColor laidOver(const QColor& foreground, const QColor& background) {
-    const auto mixed = [alpha = foreground.alphaF()](float over, float under) {
-        return over * alpha + under * (1 - alpha);
-    };
-    return QColor::fromRgbF(
-        mixed(foreground.redF(), background.redF()),
-        mixed(foreground.greenF(), background.greenF()),
-        mixed(foreground.blueF(), background.blueF()));
-}
-
 /// Whether the primary colour at `opacity` can be read on `background`, also under the pointer.
 bool isReadable(const QColor& primary, double opacity, const QColor& background) {
     const QColor hovered = laidOver(withOpacity(primary, hover), background);
@@ -71,6 +64,16 @@ QColor madeReadable(const QColor& color, const QColor& primary, const QColor& gr
 }
 
 } // namespace
+
+QColor laidOver(const QColor& foreground, const QColor& background) {
+    const auto mixed = [alpha = foreground.alphaF()](float over, float under) {
+        return over * alpha + under * (1 - alpha);
+    };
+    return QColor::fromRgbF(
+        mixed(foreground.redF(), background.redF()),
+        mixed(foreground.greenF(), background.greenF()),
+        mixed(foreground.blueF(), background.blueF()));
+}
 
 double contrastRatio(const QColor& foreground, const QColor& background) {
     const double a = luminance(laidOver(foreground, background));
@@ -156,6 +159,13 @@ QFont Theme::font(TextRole role, QFont::Weight weight) const {
         font.setPixelSize(std::max(1, int(std::lround(font.pixelSize() * sizeFactor(role)))));
     font.setWeight(role == TextRole::Headline ? QFont::Bold : weight);
     return font;
+}
+
+bool motionAllowed(const Theme& theme) {
+    // A style made for a desktop knows its wish as well. Qt's own "general effects" are about menus
+    // sliding in, and off on every Linux desktop.
+    return theme.allowsMotion() &&
+           QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration) > 0;
 }
 
 } // namespace lumora

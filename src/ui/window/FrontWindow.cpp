@@ -1,23 +1,16 @@
 #include "ui/window/FrontWindow.h"
 
+#include "platform/ActivationToken.h"
+
 #include <QWidget>
 
 namespace lumora {
 
-namespace {
-
-constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
-
-} // namespace
-
 void bringToFront(QWidget& window, const QByteArray& activationToken) {
-    // On Wayland the toolkit takes the token from there when a window asks to be activated.
-    if (!activationToken.isEmpty())
-        qputenv(tokenVariable, activationToken);
+    const ActivationTokenScope token(activationToken); // which the toolkit takes on Wayland
     window.show();
     window.raise();
     window.activateWindow();
-    qunsetenv(tokenVariable);
 }
 
 } // namespace lumora

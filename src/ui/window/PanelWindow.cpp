@@ -1,5 +1,6 @@
 #include "ui/window/PanelWindow.h"
 
+#include "ui/theme/PanelMetrics.h"
 #include "ui/window/FrontWindow.h"
 #include "ui/window/PanelScroller.h"
 
@@ -145,7 +146,8 @@ void PanelWindow::refit() {
 
 void PanelWindow::arrange() {
     const int borders = 2 * borderWidth();
-    const QSize wanted(contentWidth + borders, m_scroller->contentHeight(contentWidth) + borders);
+    constexpr int width = PanelMetrics::width;
+    const QSize wanted(width + borders, m_scroller->contentHeight(width) + borders);
     if (m_around.placesWindows)
         arrangeAtBar(wanted);
     else
@@ -251,7 +253,7 @@ void PanelWindow::paintEvent(QPaintEvent*) {
 void PanelWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (!m_around.placesWindows)
-        setPanel(rect(), m_scroller->contentHeight(contentWidth));
+        setPanel(rect(), m_scroller->contentHeight(PanelMetrics::width));
 }
 
 } // namespace lumora

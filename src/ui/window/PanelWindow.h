@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/Compositing.h"
+#include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 #include "ui/window/PanelPlacement.h"
 #include "ui/window/PanelShadow.h"
@@ -25,13 +26,10 @@ QList<PlacementScreen> desktopScreens();
 /// while it is open; what the panel leaves free is cut away. So no window manager takes part in a
 /// change of height, and the edge at the bar stands still. Where the program cannot place windows,
 /// it is an ordinary small window of the panel's size.
-class PanelWindow : public QWidget {
+class PanelWindow : public QWidget, public SpokenAs<SpokenRole::Window> {
     Q_OBJECT
 
 public:
-    /// The width of the content in points.
-    static constexpr int contentWidth = 320;
-
     /// What the window depends on; all of it outlives the window.
     struct Surroundings {
         const ThemeSource& themes;

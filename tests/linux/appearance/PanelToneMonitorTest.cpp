@@ -1,5 +1,8 @@
 #include "linux/appearance/PanelToneMonitor.h"
 
+#include "fakes/FakeAppearance.h"
+#include "fakes/FakePortal.h"
+#include "linux/appearance/PortalAppearance.h"
 #include "support/PrivateBus.h"
 
 #include <QApplication>
@@ -15,39 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
 namespace {
-
-/// A settings portal with one setting.
-class ColorSchemePortal : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-
-public:
-    ColorSchemePortal(QDBusConnection bus, uint colorScheme)
-        : m_colorScheme(colorScheme) {
-        bus.registerObject(
-            u"/org/freedesktop/portal/desktop"_s, this,
-            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-        bus.registerService(u"org.freedesktop.portal.Desktop"_s);
-    }
-
-    void change(const QString& group, uint value) {
-        Q_EMIT SettingChanged(group, u"color-scheme"_s, QDBusVariant(value));
-    }
-
-public Q_SLOTS:
-
-    QDBusVariant Read(const QString& group, const QString& key) {
-        const bool known = group == u"org.freedesktop.appearance" && key == u"color-scheme";
-        // A variant in a variant, as the real one answers.
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(known ? m_colorScheme : 9)));
-    }
-
-Q_SIGNALS:
-    void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
-private:
-    uint m_colorScheme;
-};
 
 /// Xfce's settings with the panel's dark mode alone.
 class FakeXfconf : public QObject, protected QDBusContext {
@@ -102,17 +72,22 @@ private:
     QPalette m_before = QApplication::palette();
 };
 
+using Preference = DesktopAppearance::Preference;
+
+const QString portalGroup = u"org.freedesktop.appearance"_s;
+
 class PanelToneMonitorTest : public testing::Test {
 protected:
     PanelToneMonitorTest() { PaletteGuard::setWindow(Qt::white); }
 
     PaletteGuard m_palette;
     tests::PrivateBus m_bus;
+    tests::FakeAppearance m_wishes; ///< in the portal's place
 };
 
 TEST_F(PanelToneMonitorTest, FollowsThePaletteWhereNothingElseIsKnown) {
-    PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s);
-    const QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
+    PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s, m_wishes);
+    const QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
 
     PaletteGuard::setWindow(Qt::black);
@@ -124,37 +99,77 @@ TEST_F(PanelToneMonitorTest, FollowsThePaletteWhereNothingElseIsKnown) {
 }
 
 TEST_F(PanelToneMonitorTest, WorksWithoutABus) {
-    const PanelToneMonitor monitor(QDBusConnection(u"none"_s), u"XFCE"_s);
+    const QDBusConnection none(u"none"_s);
+    const PortalAppearance portal(none);
+    const PanelToneMonitor monitor(none, u"XFCE"_s, portal);
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 }
 
+TEST_F(PanelToneMonitorTest, KnowsAPreferenceThatIsThereAlready) {
+    m_wishes.setWishes({.colorScheme = Preference::Dark});
+    const PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, m_wishes);
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+}
+
+TEST_F(PanelToneMonitorTest, FollowsThePreferenceBeforeThePalette) {
+    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, m_wishes);
+    const QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
+    m_wishes.setWishes({.colorScheme = Preference::Dark});
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+    EXPECT_EQ(changed.size(), 1);
+
+    m_wishes.setWishes({.colorScheme = Preference::Light});
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
+    PaletteGuard::setWindow(Qt::black);
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
+    EXPECT_EQ(changed.size(), 2);
+
+    m_wishes.setWishes({}); // the palette is all that is left
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+    EXPECT_EQ(changed.size(), 3);
+}
+
+TEST_F(PanelToneMonitorTest, NothingChangesABarThatIsAlwaysDark) {
+    PanelToneMonitor monitor(m_bus.connect(), u"ubuntu:GNOME"_s, m_wishes);
+    const QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+
+    m_wishes.setWishes({.colorScheme = Preference::Light});
+    PaletteGuard::setWindow(Qt::black);
+    PaletteGuard::setWindow(Qt::white);
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+    EXPECT_EQ(changed.size(), 0);
+}
+
 TEST_F(PanelToneMonitorTest, ReadsAndFollowsThePortal) {
-    ColorSchemePortal portal(m_bus.connect(), 1);
-    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s);
-    QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
+    tests::FakePortal portal(m_bus.connect(), {{portalGroup + u" color-scheme"_s, 1U}});
+    const PortalAppearance appearance(m_bus.connect());
+    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, appearance);
+    QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
     ASSERT_TRUE(changed.wait());
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 
-    portal.change(u"org.example.other"_s, 2); // somebody else's setting
-    portal.change(u"org.freedesktop.appearance"_s, 2);
+    portal.change(u"org.example.other"_s, u"color-scheme"_s, 2U); // somebody else's setting
+    portal.change(portalGroup, u"color-scheme"_s, 2U);
     ASSERT_TRUE(changed.wait());
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
     EXPECT_EQ(changed.size(), 2);
 }
 
 TEST_F(PanelToneMonitorTest, ReadsAPortalThatComesLater) {
-    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s);
-    QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
-    const ColorSchemePortal portal(m_bus.connect(), 1);
+    const PortalAppearance appearance(m_bus.connect());
+    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, appearance);
+    QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
+    const tests::FakePortal portal(m_bus.connect(), {{portalGroup + u" color-scheme"_s, 1U}});
     ASSERT_TRUE(changed.wait());
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 }
 
 TEST_F(PanelToneMonitorTest, ReadsAndFollowsXfcesPanel) {
     FakeXfconf xfconf(m_bus.connect(), false);
-    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s);
-    QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
+    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
+    QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Light); // the panel's default is dark
     ASSERT_TRUE(changed.wait());
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
@@ -172,11 +187,36 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsXfcesPanel) {
     EXPECT_EQ(changed.size(), 4);
 }
 
+TEST_F(PanelToneMonitorTest, FollowsXfcesPanelBeforeThePreference) {
+    m_wishes.setWishes({.colorScheme = Preference::Light});
+    FakeXfconf xfconf(m_bus.connect(), false);
+    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
+    QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
+    ASSERT_TRUE(changed.wait());
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
+
+    xfconf.change(u"xfce4-panel"_s, true);
+    ASSERT_TRUE(changed.wait());
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+    m_wishes.setWishes({.colorScheme = Preference::Dark});
+    m_wishes.setWishes({.colorScheme = Preference::Light});
+    EXPECT_EQ(changed.size(), 2);
+}
+
+TEST_F(PanelToneMonitorTest, ReadsXfcesPanelWhenItComesLater) {
+    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
+    QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
+    const FakeXfconf xfconf(m_bus.connect(), false);
+    ASSERT_TRUE(changed.wait());
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
+}
+
 TEST_F(PanelToneMonitorTest, AsksXfceNothingOnOtherDesktops) {
     const FakeXfconf xfconf(m_bus.connect(), true);
-    const ColorSchemePortal portal(m_bus.connect(), 1);
-    PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s);
-    QSignalSpy changed(&monitor, &PanelToneMonitor::toneChanged);
+    const tests::FakePortal portal(m_bus.connect(), {{portalGroup + u" color-scheme"_s, 1U}});
+    const PortalAppearance appearance(m_bus.connect());
+    PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s, appearance);
+    QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     ASSERT_TRUE(changed.wait()); // by the portal
     EXPECT_EQ(changed.size(), 1);
 }

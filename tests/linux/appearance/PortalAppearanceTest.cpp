@@ -1,10 +1,8 @@
 #include "linux/appearance/PortalAppearance.h"
 
+#include "fakes/FakePortal.h"
 #include "support/PrivateBus.h"
 
-#include <QDBusContext>
-#include <QDBusError>
-#include <QDBusVariant>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -19,46 +17,6 @@ namespace {
 const QString common = u"org.freedesktop.appearance"_s;
 const QString gnome = u"org.gnome.desktop.interface"_s;
 const QString plasma = u"org.kde.kdeglobals.KDE"_s;
-
-/// A settings portal with the settings that a test gives it.
-class FakePortal : public QObject, protected QDBusContext {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-
-public:
-    FakePortal(QDBusConnection bus, QHash<QString, QVariant> settings)
-        : m_settings(std::move(settings)) {
-        bus.registerObject(
-            u"/org/freedesktop/portal/desktop"_s, this,
-            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-        bus.registerService(u"org.freedesktop.portal.Desktop"_s);
-    }
-
-    void change(const QString& group, const QString& key, const QVariant& value) {
-        Q_EMIT SettingChanged(group, key, QDBusVariant(value));
-    }
-
-    int reads = 0; ///< how many settings were asked for
-
-public Q_SLOTS:
-
-    QDBusVariant Read(const QString& group, const QString& key) {
-        ++reads;
-        const auto setting = m_settings.constFind(group + u' ' + key);
-        if (setting == m_settings.cend()) {
-            sendErrorReply(u"org.freedesktop.portal.Error.NotFound"_s, u"no such setting"_s);
-            return {};
-        }
-        // A variant within a variant, as the real one has it.
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(*setting)));
-    }
-
-Q_SIGNALS:
-    void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
-private:
-    QHash<QString, QVariant> m_settings;
-};
 
 class PortalAppearanceTest : public testing::Test {
 protected:
@@ -126,5 +84,3 @@ TEST_F(PortalAppearanceTest, FollowsChanges) {
     EXPECT_EQ(appearance.wishes().animations, std::nullopt);
     EXPECT_EQ(appearance.colorScheme(), DesktopAppearance::Preference::Light);
 }
-
-#include "PortalAppearanceTest.moc"

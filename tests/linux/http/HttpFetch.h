@@ -2,6 +2,7 @@
 
 #include "linux/http/QtHttpTransport.h"
 #include "support/Await.h"
+#include "support/ScriptedServer.h"
 
 #include <string>
 
@@ -30,16 +31,6 @@ inline std::string summary(const HttpOutcome& outcome) {
     const std::string kinds[] = {"failed: ", "too large: ", "no HTTP: "};
     return kinds[static_cast<int>(outcome.error().kind)] +
            outcome.error().description.toStdString();
-}
-
-/// The value of the header line `name` in `request`; absent when there is no such line.
-inline std::optional<QByteArray> header(const QByteArray& request, const QByteArray& name) {
-    const QByteArrayList lines = request.left(request.indexOf("\r\n\r\n")).split('\n');
-    for (const QByteArray& line : lines) {
-        if (line.toLower().startsWith(name.toLower() + ':'))
-            return line.mid(name.size() + 1).trimmed();
-    }
-    return std::nullopt;
 }
 
 } // namespace lumora::tests

@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace lumora;
 using namespace std::chrono;
@@ -29,6 +30,18 @@ QCoro::Task<> countTwice(Clock* clock, milliseconds duration, int* completed) {
 
 int openDescriptors() {
     return static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::NoFilter).size());
+}
+
+/// What `make` returns when the process has no descriptor left for it.
+template <typename Make>
+auto withoutDescriptors(Make make) {
+    rlimit usual{};
+    EXPECT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const rlimit none{0, usual.rlim_max};
+    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    auto made = make();
+    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &usual), 0);
+    return made;
 }
 
 } // namespace
@@ -136,6 +149,43 @@ TEST(SystemClock, ARingingAlarmMayBeReplaced) {
         rings += static_cast<int>(name.size()) / 100;
     });
     EXPECT_TRUE(QTest::qWaitFor([&] { return rings == 2; }, patience));
+}
+
+TEST(SystemClock, TicksWithoutADescriptorAsWell) {
+    SystemClock clock;
+    const int before = openDescriptors();
+    const Instant start = clock.now();
+    std::vector<Instant> ticks;
+    const auto timer =
+        withoutDescriptors([&] { return clock.every(1s, [&] { ticks.push_back(clock.now()); }); });
+    EXPECT_EQ(openDescriptors(), before);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ticks.size() == 2; }, patience));
+    EXPECT_GE(ticks[0] - start, 1s);
+    EXPECT_GE(ticks[1] - start, 2s);
+}
+
+TEST(SystemClock, RingsWithoutADescriptorAsWell) {
+    SystemClock clock;
+    const Instant time = clock.now() + 1200ms; // longer than it takes to look at the clock
+    std::vector<Instant> rung;
+    int past = 0;
+    auto cancelled = withoutDescriptors([&] { return clock.at(time, [&] { ADD_FAILURE(); }); });
+    const auto alarm =
+        withoutDescriptors([&] { return clock.at(time, [&] { rung.push_back(clock.now()); }); });
+    const auto late = withoutDescriptors([&] { return clock.at(Instant(), [&] { ++past; }); });
+    EXPECT_EQ(past, 0);
+    cancelled.reset();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !rung.empty(); }, patience));
+    EXPECT_GE(rung[0], time);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return rung.size() > 1; }, 50));
+    EXPECT_EQ(past, 1);
+}
+
+TEST(SystemClock, ATickWithoutADescriptorMayDestroyItsTimer) {
+    SystemClock clock;
+    std::unique_ptr<RepeatingTimer> timer =
+        withoutDescriptors([&] { return clock.every(1s, [&] { timer.reset(); }); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !timer; }, patience));
 }
 
 TEST(SystemClock, WaitsNoShorterThanAsked) {

@@ -18,11 +18,11 @@ using Kind = StatusMenuRow::Kind;
 const QString path = u"/MenuBar"_s;
 const QString menuInterface = u"com.canonical.dbusmenu"_s;
 
-const StatusMenuRow openRow{Kind::Action, u"open"_s, u"Open Lumora"_s};
+const StatusMenuRow openRow{Kind::Action, MenuCommand::Open, u"Open Lumora"_s};
 const StatusMenuRow meetingRow{Kind::Text, {}, u"Standup in 12m"_s};
-const StatusMenuRow joinRow{Kind::Action, u"join"_s, u"Join my_standup"_s};
+const StatusMenuRow joinRow{Kind::Action, MenuCommand::Join, u"Join my_standup"_s};
 const StatusMenuRow separatorRow{Kind::Separator, {}, {}};
-const StatusMenuRow quitRow{Kind::Action, u"quit"_s, u"Quit"_s};
+const StatusMenuRow quitRow{Kind::Action, MenuCommand::Quit, u"Quit"_s};
 
 struct Layout {
     uint revision = 0;
@@ -129,7 +129,7 @@ TEST_F(DBusMenuTest, ReportsTheCommandOfAClickedAction) {
     EXPECT_EQ(event(layout().ids().at(4), u"clicked"_s).type(), QDBusMessage::ReplyMessage);
 
     ASSERT_EQ(chosen.size(), 1);
-    EXPECT_EQ(chosen.at(0).at(0), u"quit"_s);
+    EXPECT_EQ(chosen.at(0).at(0).value<MenuCommand>(), MenuCommand::Quit);
 }
 
 TEST_F(DBusMenuTest, TakesOtherEventsWithoutAnEffect) {
@@ -156,7 +156,7 @@ TEST_F(DBusMenuTest, TakesEventsInGroups) {
          {4711, u"clicked"_s, none, 1}});
     EXPECT_EQ(qdbus_cast<QList<int>>(answer.arguments().value(0)), QList<int>{4711});
     ASSERT_EQ(chosen.size(), 1);
-    EXPECT_EQ(chosen.at(0).at(0), u"open"_s);
+    EXPECT_EQ(chosen.at(0).at(0).value<MenuCommand>(), MenuCommand::Open);
 
     EXPECT_EQ(group({{4711, u"clicked"_s, none, 1}}).type(), QDBusMessage::ErrorMessage);
 }
@@ -181,7 +181,7 @@ TEST_F(DBusMenuTest, IsSilentWhenNothingChanged) {
 TEST_F(DBusMenuTest, ARowThatIsCalledDifferentlyStaysTheRow) {
     const Layout before = layout();
     const StatusMenuRow sooner{Kind::Text, {}, u"Standup in 11m"_s};
-    const StatusMenuRow join{Kind::Action, u"join"_s, u"Join now"_s};
+    const StatusMenuRow join{Kind::Action, MenuCommand::Join, u"Join now"_s};
     m_menu.setRows({openRow, sooner, join, separatorRow, quitRow});
 
     EXPECT_THAT(m_probe.signalNames(), ElementsAre(u"ItemsPropertiesUpdated"_s));

@@ -1,5 +1,6 @@
 #include "linux/tray/LinuxStatusItem.h"
 
+#include "fakes/FakeBar.h"
 #include "support/BusProbe.h"
 #include "support/FakeWatcher.h"
 #include "support/PrivateBus.h"
@@ -31,7 +32,7 @@ StatusItemContent content() {
         .title = u"Lumora"_s,
         .toolTipTitle = u"Lumora"_s,
         .toolTipBody = u"Standup in 12 minutes"_s,
-        .menu = {{StatusMenuRow::Kind::Action, u"open"_s, u"Open Lumora"_s}}};
+        .menu = {{StatusMenuRow::Kind::Action, MenuCommand::Open, u"Open Lumora"_s}}};
 }
 
 class LinuxStatusItemTest : public testing::Test {
@@ -48,8 +49,10 @@ protected:
     tests::PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connect();
     bool m_trayExists = false;
+    tests::FakeBar* const m_bar = new tests::FakeBar; ///< the item's
     LinuxStatusItem m_item{
         m_connection,
+        std::unique_ptr<BarAppearance>(m_bar),
         {.desktop = u"sway"_s,
          .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }}}};
     tests::BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
@@ -80,6 +83,18 @@ TEST_F(LinuxStatusItemTest, DrawsTheSymbolInTheSizesOfPanels) {
         sizes += pixmap.width;
     }
     EXPECT_THAT(sizes, ElementsAre(16, 22, 24, 32, 44, 48));
+}
+
+TEST_F(LinuxStatusItemTest, DrawsTheSymbolAnewForAnotherBar) {
+    m_item.show(content());
+    const QVariant onDark = m_probe.property(itemPath, itemInterface, u"IconPixmap"_s);
+    m_probe.listen(itemPath, itemInterface);
+    m_bar->setTone(SymbolTone::Dark);
+    EXPECT_THAT(m_probe.signalNames(), ElementsAre(u"NewIcon"_s));
+    const QVariant onLight = m_probe.property(itemPath, itemInterface, u"IconPixmap"_s);
+    EXPECT_NE(
+        qdbus_cast<QList<IconPixmap>>(onDark).last(),
+        qdbus_cast<QList<IconPixmap>>(onLight).last());
 }
 
 TEST_F(LinuxStatusItemTest, SendsNothingWhenNothingChanged) {
@@ -122,7 +137,7 @@ TEST_F(LinuxStatusItemTest, SaysWhyItIsNowhere) {
                u"No status area: the desktop keeps status items, but nothing shows them"_s;
     }));
 
-    LinuxStatusItem alone{QDBusConnection(u"none"_s), {}};
+    LinuxStatusItem alone{QDBusConnection(u"none"_s), std::make_unique<tests::FakeBar>(), {}};
     alone.show(content());
     EXPECT_EQ(
         alone.unavailableReason(), u"No status area: there is no session bus and no system tray"_s);
@@ -162,16 +177,18 @@ TEST_F(LinuxStatusItemTest, HandsTheTokenToAPressOrACommand) {
     EXPECT_EQ(activated.at(0).at(0).toPoint(), QPoint(3, 4));
     EXPECT_EQ(activated.at(0).at(1).toByteArray(), "first");
     ASSERT_EQ(commands.size(), 1);
-    EXPECT_EQ(commands.at(0).at(0), u"open"_s);
+    EXPECT_EQ(commands.at(0).at(0).value<MenuCommand>(), MenuCommand::Open);
     EXPECT_EQ(commands.at(0).at(1).toByteArray(), "second");
 }
 
 TEST_F(LinuxStatusItemTest, AppearsAnewOnMateWhenTheTextGoes) {
     const auto panel = watcher();
     LinuxStatusItem item{
-        m_connection, {.desktop = u"MATE"_s, .connect = [this](const QString& name) {
-                           return QDBusConnection::connectToBus(m_bus.address(), name);
-                       }}};
+        m_connection,
+        std::make_unique<tests::FakeBar>(),
+        {.desktop = u"MATE"_s, .connect = [this](const QString& name) {
+             return QDBusConnection::connectToBus(m_bus.address(), name);
+         }}};
     QSignalSpy shown(&item, &StatusItem::shown);
     StatusItemContent next = content();
     item.show(next);

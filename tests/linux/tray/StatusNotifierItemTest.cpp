@@ -133,7 +133,7 @@ TEST_F(StatusNotifierItemTest, IsSilentWhenNothingChanged) {
 
 TEST_F(StatusNotifierItemTest, TellsOfNothingThatItDoesNotShow) {
     m_content.symbol = u"checklist"_s;
-    m_content.menu = {{StatusMenuRow::Kind::Action, u"quit"_s, u"Quit"_s}};
+    m_content.menu = {{StatusMenuRow::Kind::Action, MenuCommand::Quit, u"Quit"_s}};
     m_item.setContent(m_content);
 
     EXPECT_THAT(m_probe.signalNames(), ElementsAre());

@@ -59,7 +59,7 @@ TEST_F(XEmbedItemTest, LeavesTheMenuAloneWhileItsRowsStay) {
         .title = u"Lumora"_s,
         .toolTipTitle = u"Lumora"_s,
         .toolTipBody = u"Updated 1m ago"_s,
-        .menu = {{StatusMenuRow::Kind::Action, u"quit"_s, u"Quit"_s}}};
+        .menu = {{StatusMenuRow::Kind::Action, MenuCommand::Quit, u"Quit"_s}}};
     m_item.setContent(content);
     m_item.setWanted(true);
     ASSERT_TRUE(m_shown.wait());

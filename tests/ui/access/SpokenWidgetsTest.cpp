@@ -3,10 +3,12 @@
 #include "support/PanelFixture.h"
 #include "support/WrittenTexts.h"
 #include "texts/PanelTexts.h"
+#include "ui/access/ReadingOrder.h"
 #include "ui/panel/SpendingFigures.h"
 #include "ui/panel/SpendingSection.h"
 
 #include <QSignalSpy>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -37,6 +39,29 @@ QList<QAccessibleInterface*> namedBelow(QAccessibleInterface* interface) {
     }
     return found;
 }
+
+/// A widget that nobody has heard of, with a part that is seen, one that is not, and one without a
+/// name, the last one made first.
+class Newcomer : public QWidget, public SpokenAs<SpokenRole::Group> {
+public:
+    explicit Newcomer(const ThemeSource& themes) {
+        auto* layout = new QVBoxLayout(this);
+        for (const QString& name : {u"second"_s, QString(), u"first"_s}) {
+            auto* part = new PaintedRow(themes, {}, this);
+            part->setAccessibleName(name);
+            layout->insertWidget(0, part);
+        }
+        auto* hidden = new PaintedRow(themes, {}, this);
+        hidden->setAccessibleName(u"hidden"_s);
+        layout->addWidget(hidden);
+        hidden->hide();
+    }
+};
+
+template <SpokenRole role>
+class Declared : public QWidget, public SpokenAs<role> {};
+
+class Derived final : public Declared<SpokenRole::Alert> {};
 
 /// The panel, as a screen reader goes through it.
 class SpokenWidgetsTest : public PanelTest {
@@ -118,6 +143,39 @@ TEST_F(SpokenWidgetsTest, EverythingHasTheRoleOfWhatItIs) {
         ASSERT_NE(named(name), nullptr) << name.toStdString();
         EXPECT_EQ(named(name)->role(), role) << name.toStdString();
     }
+}
+
+TEST_F(SpokenWidgetsTest, AWidgetHasTheRoleThatItDeclares) {
+    Declared<SpokenRole::Text> text;
+    EXPECT_EQ(spoken(&text)->role(), QAccessible::StaticText);
+    Declared<SpokenRole::Window> window;
+    EXPECT_EQ(spoken(&window)->role(), QAccessible::Window);
+    Derived derived;
+    EXPECT_EQ(spoken(&derived)->role(), QAccessible::AlertMessage);
+    Newcomer group(m_panel.themes);
+    group.show();
+    QStringList found;
+    for (QAccessibleInterface* interface : namedBelow(spoken(&group)))
+        found += nameOf(interface);
+    EXPECT_EQ(found, (QStringList{u"first"_s, u"second"_s}));
+}
+
+TEST_F(SpokenWidgetsTest, EverythingInThePanelDeclaresWhatItIs) {
+    m_panel.actionError = u"No such habit"_s;
+    m_panel.show(fullDay());
+    QTest::mouseClick(buttonNamed(m_panel.view, u"Show month-to-date"_s), Qt::LeftButton);
+    int declared = 0;
+    for (const auto* part : shown<QWidget>(m_panel.view)) {
+        const bool isToolkits = qobject_cast<const QPlainTextEdit*>(part) ||
+                                part->metaObject() == &QWidget::staticMetaObject;
+        if (isToolkits || (!part->layout() && isDecoration(*part)))
+            continue;
+        const bool declares =
+            dynamic_cast<const Spoken*>(part) || qobject_cast<const RowButton*>(part);
+        EXPECT_TRUE(declares) << part->metaObject()->className();
+        ++declared;
+    }
+    EXPECT_GT(declared, 20);
 }
 
 TEST_F(SpokenWidgetsTest, NothingThatCannotBeSeenIsRead) {

@@ -32,8 +32,7 @@ protected:
 
     QList<ActionRow*> rows() const { return shown<ActionRow>(m_rows); }
 
-    ScopedEnvironment m_still{"LUMORA_STILL", "1"};
-    ThemeSource m_themes{plainTheme()};
+    ThemeSource m_themes{stillTheme()};
     ActionRows m_rows{m_themes};
     QSignalSpy m_triggered{&m_rows, &ActionRows::triggered};
 };

@@ -61,9 +61,8 @@ protected:
         return thoughts;
     }
 
-    ScopedEnvironment m_still{"LUMORA_STILL", "1"};
     FakeClock m_clock;
-    ThemeSource m_themes{plainTheme()};
+    ThemeSource m_themes{stillTheme()};
     QWidget m_window;
     CaptureField* m_field = new CaptureField(m_themes, m_clock);
     RowButton* m_other = new RowButton(m_themes, {}, RowButton::Highlight::None);

@@ -73,7 +73,8 @@ protected:
 };
 
 class StillSectionTest : public CollapsibleSectionTest {
-    ScopedEnvironment m_still{"LUMORA_STILL", "1"};
+protected:
+    StillSectionTest() { m_themes.setTheme(stillTheme()); }
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/SwitchedCompositing.h"
 #include "ui/panel/FoldArea.h"
+#include "ui/theme/PanelMetrics.h"
 #include "ui/window/PanelScroller.h"
 
 #include <QApplication>
@@ -37,7 +38,7 @@ const AnchorEvidence bottomItem{.pointer = QPoint(500, 790)};
 /// Content with a block of any height, a button and a field.
 struct Content : QWidget {
     Content() {
-        setFixedWidth(PanelWindow::contentWidth);
+        setFixedWidth(PanelMetrics::width);
         layout->setContentsMargins({});
         layout->setSpacing(0);
         for (QWidget* part : std::initializer_list<QWidget*>{block, button, field})

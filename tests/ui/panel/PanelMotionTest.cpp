@@ -1,5 +1,3 @@
-#include "ui/theme/Motion.h"
-
 #include "support/ViewHarness.h"
 #include "ui/panel/ActionRow.h"
 #include "ui/panel/CollapsibleSection.h"
@@ -14,9 +12,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class MotionTest : public testing::Test {
+class PanelMotionTest : public testing::Test {
 protected:
-    MotionTest() {
+    PanelMotionTest() {
         m_window.resize(320, 200);
         m_section.resize(320, 100);
         m_row.move(0, 150);
@@ -47,7 +45,7 @@ protected:
 
 } // namespace
 
-TEST_F(MotionTest, ThingsMoveUnlessTheDesktopAsksThemNotTo) {
+TEST_F(PanelMotionTest, ThingsMoveUnlessTheDesktopAsksThemNotTo) {
     EXPECT_TRUE(motionAllowed(m_themes.theme()));
     m_section.setCollapsed(true);
     EXPECT_GT(m_section.fold()->openness(), 0);
@@ -55,7 +53,7 @@ TEST_F(MotionTest, ThingsMoveUnlessTheDesktopAsksThemNotTo) {
     EXPECT_TRUE(isTurning());
 }
 
-TEST_F(MotionTest, NothingMovesWhereTheDesktopAsksForThat) {
+TEST_F(PanelMotionTest, NothingMovesWhereTheDesktopAsksForThat) {
     allowMotion(false);
     m_section.setCollapsed(true);
     EXPECT_DOUBLE_EQ(m_section.fold()->openness(), 0);
@@ -65,7 +63,7 @@ TEST_F(MotionTest, NothingMovesWhereTheDesktopAsksForThat) {
     EXPECT_TRUE(hasSpinner(m_row.content()));
 }
 
-TEST_F(MotionTest, WhatMovesComesToRestWhenTheWishChanges) {
+TEST_F(PanelMotionTest, WhatMovesComesToRestWhenTheWishChanges) {
     m_section.setCollapsed(true);
     m_row.setPending(true);
     allowMotion(false);
@@ -82,7 +80,7 @@ TEST_F(MotionTest, WhatMovesComesToRestWhenTheWishChanges) {
     EXPECT_FALSE(isTurning());
 }
 
-TEST_F(MotionTest, WhatIsUnderThePointerChangesAtOnce) {
+TEST_F(PanelMotionTest, WhatIsUnderThePointerChangesAtOnce) {
     m_row.setRow({.items = {RowItem::text(u"Read"_s, {})}});
     m_row.resize(200, m_row.sizeHint().height());
     const QImage before = painted(m_row);

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+namespace lumora {
+
+/// The name of a preference, the type of its value, and the value until the user chooses another.
+template <typename Value>
+struct PreferenceKey {
+    QString name;
+    Value defaultValue;
+};
+
+/// Every preference that there is.
+namespace PreferenceKeys {
+
+/// The address of the briefing as the user typed it.
+inline const PreferenceKey<QString> endpointURL{QStringLiteral("endpointURL"), {}};
+/// Minutes between two refreshes.
+inline const PreferenceKey<qint64> refreshMinutes{QStringLiteral("refreshMinutes"), 10};
+/// The figure in the label without a meeting, see `MenuBarAmbient`.
+inline const PreferenceKey<QString> menuBarAmbient{
+    QStringLiteral("menuBarAmbient"), QStringLiteral("habits")};
+inline const PreferenceKey<bool> notifyBeforeMeetings{QStringLiteral("notifyBeforeMeetings"), true};
+/// Which sections of the panel are folded.
+inline const PreferenceKey<bool> eventsCollapsed{QStringLiteral("section.collapsed.events"), false};
+inline const PreferenceKey<bool> habitsCollapsed{QStringLiteral("section.collapsed.habits"), false};
+inline const PreferenceKey<bool> choresCollapsed{QStringLiteral("section.collapsed.chores"), false};
+inline const PreferenceKey<bool> spendingCollapsed{
+    QStringLiteral("section.collapsed.spending"), false};
+
+} // namespace PreferenceKeys
+
+} // namespace lumora

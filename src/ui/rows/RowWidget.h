@@ -1,0 +1,75 @@
+#pragma once
+
+#include "ui/rows/RowPainter.h"
+#include "ui/theme/ThemeSource.h"
+
+#include <QMargins>
+#include <QWidget>
+
+#include <cmath>
+#include <utility>
+
+namespace lumora {
+
+/// What every widget with a row of texts and symbols for its face has in common; `Base` says what
+/// else it is. One widget however many items it has, so that long lists stay cheap.
+template <typename Base>
+class RowWidget : public Base {
+public:
+    /// `themes` must outlive the row.
+    RowWidget(const ThemeSource& themes, QMargins padding, QWidget* parent)
+        : Base(parent)
+        , m_themes(themes) {
+        this->setContentsMargins(padding);
+        QObject::connect(&m_themes, &ThemeSource::changed, this, [this] { showAnew(); });
+    }
+
+    const RowContent& content() const { return m_content; }
+
+    /// Shows `content`; nothing happens when it is what is shown already.
+    void setContent(RowContent content) {
+        if (m_content == content)
+            return;
+        m_content = std::move(content);
+        showAnew();
+    }
+
+    /// Where the items stand now, in points from `contentOrigin()`.
+    RowGeometry itemGeometry() const {
+        return layOutRow(m_content, theme(), this->contentsRect().width());
+    }
+
+    /// Where the content begins, in points: inside the padding, and in the middle of a widget that
+    /// is higher than it needs to be.
+    QPointF contentOrigin() const {
+        const QRect room = this->contentsRect();
+        return {double(room.left()), room.top() + (room.height() - itemGeometry().height) / 2};
+    }
+
+    QSize sizeHint() const override {
+        const double width = naturalRowWidth(m_content, theme());
+        const double height = layOutRow(m_content, theme(), width).height;
+        return QSize(int(std::ceil(width)), int(std::ceil(height)))
+            .grownBy(this->contentsMargins());
+    }
+
+    QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+
+protected:
+    void paintContent(QPainter& painter) const {
+        paintRow(painter, contentOrigin(), m_content, itemGeometry(), theme());
+    }
+
+    const Theme& theme() const { return m_themes.theme(); }
+
+private:
+    void showAnew() {
+        this->updateGeometry();
+        this->update();
+    }
+
+    const ThemeSource& m_themes;
+    RowContent m_content;
+};
+
+} // namespace lumora

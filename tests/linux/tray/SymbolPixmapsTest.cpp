@@ -1,0 +1,39 @@
+#include "linux/tray/SymbolPixmaps.h"
+
+#include <gmock/gmock.h>
+
+using namespace Qt::Literals::StringLiterals;
+using testing::AllOf;
+using testing::Each;
+using testing::Gt;
+using testing::IsEmpty;
+using testing::Lt;
+using testing::Not;
+
+namespace lumora {
+namespace {
+
+/// How light the pixels are that the symbol covers, each from 0 to 255.
+QList<int> lightnessOf(SymbolTone tone) {
+    const QImage image = SymbolPixmaps(u"calendar"_s, tone)
+                             .icon()
+                             .pixmap(48)
+                             .toImage()
+                             .convertToFormat(QImage::Format_ARGB32);
+    QList<int> result;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (const QColor color = image.pixelColor(x, y); color.alpha() > 200)
+                result += color.lightness();
+        }
+    }
+    return result;
+}
+
+TEST(SymbolPixmaps, StandOutFromTheirBar) {
+    EXPECT_THAT(lightnessOf(SymbolTone::Light), AllOf(Not(IsEmpty()), Each(Gt(230))));
+    EXPECT_THAT(lightnessOf(SymbolTone::Dark), AllOf(Not(IsEmpty()), Each(Lt(64))));
+}
+
+} // namespace
+} // namespace lumora
