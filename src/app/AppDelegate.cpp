@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "platform/Spawn.h"
 #include "platform/UrlOpener.h"
 #include "reminders/MeetingReminders.h"
 
@@ -12,7 +13,7 @@ AppDelegate::AppDelegate(MeetingReminders& reminders, UrlOpener& urls)
     , m_urls(urls) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
-    m_reminders.requestAuthorization();
+    spawn(m_reminders.requestAuthorization());
 }
 
 void AppDelegate::didReceive(const QVariantMap& userInfo, const QByteArray& activationToken) {

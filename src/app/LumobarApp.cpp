@@ -1,5 +1,6 @@
 #include "app/LumobarApp.h"
 
+#include "platform/Spawn.h"
 #include "texts/StatusPresentation.h"
 
 #include <QCoreApplication>
@@ -22,68 +23,68 @@ constexpr auto statusAreaGrace = 300ms;
 
 LumobarApp::Session::Session(LumobarApp& app)
     : state({
-          .clock = *app.m_family.clock,
-          .preferences = *app.m_family.preferences,
-          .secrets = *app.m_family.secrets,
+          .clock = *app.m_platform.clock,
+          .preferences = *app.m_platform.preferences,
+          .secrets = *app.m_platform.secrets,
           .keychain = app.m_keychain,
           .service = app.m_service,
           .reminders = app.m_reminders,
-          .wake = *app.m_family.wake,
+          .wake = *app.m_platform.wake,
       })
-    , ticker(*app.m_family.clock)
-    , controller(state, ticker, *app.m_family.preferences, *app.m_family.statusItem)
+    , ticker(*app.m_platform.clock)
+    , controller(state, ticker, *app.m_platform.preferences, *app.m_platform.statusItem)
     , panel({
           .state = state,
           .ticker = ticker,
-          .preferences = *app.m_family.preferences,
-          .clock = *app.m_family.clock,
-          .urls = *app.m_family.urls,
-          .appearance = *app.m_family.appearance,
-          .compositing = *app.m_family.compositing,
+          .preferences = *app.m_platform.preferences,
+          .clock = *app.m_platform.clock,
+          .urls = *app.m_platform.urls,
+          .appearance = *app.m_platform.appearance,
+          .compositing = *app.m_platform.compositing,
           .openSettings = [&app] { app.openSettings({}); },
           .quit = [] { QCoreApplication::quit(); },
       })
     , settings(
           {
               .state = state,
-              .preferences = *app.m_family.preferences,
-              .secrets = *app.m_family.secrets,
+              .preferences = *app.m_platform.preferences,
+              .secrets = *app.m_platform.secrets,
               .keychain = app.m_keychain,
               .service = app.m_service,
-              .loginItems = *app.m_family.loginItems,
+              .loginItems = *app.m_platform.loginItems,
               .reminders = app.m_reminders,
           },
-          *app.m_family.appearance) {}
+          *app.m_platform.appearance) {}
 
-LumobarApp::LumobarApp(PlatformFamily family)
-    : m_family(std::move(family))
-    , m_keychain(*m_family.secrets)
-    , m_service(*m_family.transport, m_keychain, *m_family.clock)
-    , m_reminders(*m_family.notifications, *m_family.preferences, *m_family.clock)
-    , m_delegate(m_reminders, *m_family.urls)
+LumobarApp::LumobarApp(const PlatformFamily& platform)
+    : m_platform(platform)
+    , m_keychain(*m_platform.secrets)
+    , m_service(*m_platform.transport, m_keychain, *m_platform.clock)
+    , m_reminders(*m_platform.notifications, *m_platform.preferences, *m_platform.clock)
+    , m_delegate(m_reminders, *m_platform.urls)
     , m_commands(handlers()) {
-    StatusItem* item = m_family.statusItem.get();
+    StatusItem* item = m_platform.statusItem.get();
     connect(item, &StatusItem::activated, this, [this](QPoint position, const QByteArray& token) {
         if (m_session)
             m_session->panel.toggle(position, token);
     });
     connect(item, &StatusItem::commandChosen, this, &LumobarApp::runCommand);
     connect(
-        m_family.notifications.get(), &NotificationCenter::responded, &m_delegate,
+        m_platform.notifications.get(), &NotificationCenter::responded, &m_delegate,
         &AppDelegate::didReceive);
 }
 
 void LumobarApp::start() {
     const LoadState nothingYet;
-    m_family.statusItem->show(statusItemContent({
+    m_platform.statusItem->show(statusItemContent({
         .lastGood = std::nullopt,
         .state = nothingYet,
         .lastUpdated = std::nullopt,
         .menuBarAmbient = {},
-        .now = m_family.clock->now(),
+        .now = m_platform.clock->now(),
     }));
-    connect(m_family.statusItem.get(), &StatusItem::shown, this, &LumobarApp::begin);
-    QCoro::connect(m_family.clock->wait(statusAreaGrace), &m_callbacks, [this] { begin(); });
+    connect(m_platform.statusItem.get(), &StatusItem::shown, this, &LumobarApp::begin);
+    spawn(this, m_platform.clock->wait(statusAreaGrace), [this] { begin(); });
 }
 
 void LumobarApp::begin() {
@@ -96,7 +97,7 @@ void LumobarApp::begin() {
     m_session.emplace(*this);
     // A fetch, because only the newest briefing says what is to be reminded of.
     connect(
-        m_family.notifications.get(), &NotificationCenter::authorizable, &m_session->state,
+        m_platform.notifications.get(), &NotificationCenter::authorizable, &m_session->state,
         &AppState::startPolling);
     followNetwork();
     m_delegate.applicationDidFinishLaunching();
@@ -105,7 +106,7 @@ void LumobarApp::begin() {
 void LumobarApp::followNetwork() {
     // A program that starts with the session is often there before the network.
     AppState& state = m_session->state;
-    connect(m_family.network.get(), &NetworkMonitor::cameUp, &state, [&state] {
+    connect(m_platform.network.get(), &NetworkMonitor::cameUp, &state, [&state] {
         if (state.state().isFailed())
             state.startPolling();
     });
@@ -125,10 +126,8 @@ CommandHandlers LumobarApp::handlers() {
 
 void LumobarApp::refresh(const std::function<void(QString)>& done) {
     Q_ASSERT(m_session.has_value()); // commands are answered only once work has begun
-    auto refreshed = m_session->state.refresh();
-    QCoro::connect(std::move(refreshed), &m_callbacks, [this, done] {
-        done(m_session->state.state().failureMessage());
-    });
+    AppState& state = m_session->state;
+    spawn(&state, state.refresh(), [&state, done] { done(state.state().failureMessage()); });
 }
 
 void LumobarApp::runCommand(MenuCommand command, const QByteArray& activationToken) {
@@ -144,7 +143,7 @@ void LumobarApp::runCommand(MenuCommand command, const QByteArray& activationTok
         joinMeeting(activationToken);
         break;
     case MenuCommand::Refresh:
-        m_session->state.refresh();
+        spawn(m_session->state.refresh());
         break;
     case MenuCommand::Settings:
         openSettings(activationToken);
@@ -163,7 +162,7 @@ void LumobarApp::joinMeeting(const QByteArray& activationToken) {
     const auto meeting = offeredMeeting(m_session->state.lastGood(), m_session->ticker.now());
     const auto url = meeting ? joinUrl(*meeting) : std::nullopt;
     if (url)
-        m_family.urls->open(*url, activationToken);
+        m_platform.urls->open(*url, activationToken);
 }
 
 } // namespace lumora

@@ -24,7 +24,8 @@ class LumobarApp : public QObject {
     Q_OBJECT
 
 public:
-    explicit LumobarApp(PlatformFamily family);
+    /// `platform` must outlive the program: ending it completes whatever is under way.
+    explicit LumobarApp(const PlatformFamily& platform);
 
     /// Shows the status item, and begins work once a status area has it or has had its time:
     /// the first request loads the TLS library, and nobody should wait for the item meanwhile.
@@ -54,16 +55,13 @@ private:
     void joinMeeting(const QByteArray& activationToken);
     CommandHandlers handlers();
 
-    PlatformFamily m_family;
+    const PlatformFamily& m_platform;
     KeychainService m_keychain;
     LumoService m_service;
     NotificationService m_reminders;
     AppDelegate m_delegate;
     std::optional<Session> m_session;
     CommandServer m_commands;
-    /// What tasks call back through. The last member, so that it is the first to go: the clock and
-    /// the transport complete, in their end, whatever is under way.
-    QObject m_callbacks;
 };
 
 } // namespace lumora

@@ -1,6 +1,7 @@
 #include "app/PanelController.h"
 
 #include "linux/session/WindowSystem.h"
+#include "platform/Spawn.h"
 #include "platform/UrlOpener.h"
 #include "service/LumoAction.h"
 #include "state/AppState.h"
@@ -28,8 +29,8 @@ AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
 
 } // namespace
 
-PanelController::PanelController(Surroundings surroundings)
-    : m_with(std::move(surroundings))
+PanelController::PanelController(Dependencies dependencies)
+    : m_with(std::move(dependencies))
     , m_themes(m_with.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP")) {
     speakWidgets();
     connect(&m_with.state, &AppState::changed, this, [this] {
@@ -69,7 +70,7 @@ PanelWindow& PanelController::window() {
     if (!m_window) {
         m_view = new MenuBarView({m_themes.themes(), m_with.preferences, m_with.clock});
         m_window = std::make_unique<PanelWindow>(
-            m_view, PanelWindow::Surroundings{
+            m_view, PanelWindow::Dependencies{
                         .themes = m_themes.themes(),
                         .compositing = m_with.compositing,
                         .clock = m_with.clock,
@@ -90,19 +91,19 @@ void PanelController::connectView() {
     });
     connect(
         briefing, &BriefingView::habitToggled, this, [this](const QString& id, const QString& key) {
-            m_with.state.perform(LumoAction::habitToggle(id), key);
+            spawn(m_with.state.perform(LumoAction::habitToggle(id), key));
         });
     connect(
         briefing, &BriefingView::choreDone, this, [this](const QString& id, const QString& key) {
-            m_with.state.perform(LumoAction::choreDone(id), key);
+            spawn(m_with.state.perform(LumoAction::choreDone(id), key));
         });
     connect(briefing, &BriefingView::spendingRefreshRequested, this, [this] {
-        m_with.state.refreshSpending();
+        spawn(m_with.state.refreshSpending());
     });
     connect(m_view->capture(), &CaptureField::submitted, this, &PanelController::capture);
 
     PanelFooter* const footer = m_view->footer();
-    const auto refresh = [this] { m_with.state.refresh(); };
+    const auto refresh = [this] { spawn(m_with.state.refresh()); };
     connect(footer, &PanelFooter::refreshRequested, this, refresh);
     connect(footer, &PanelFooter::dashboardRequested, this, &PanelController::openDashboard);
     connect(footer, &PanelFooter::settingsRequested, this, m_with.openSettings);
@@ -134,8 +135,7 @@ void PanelController::render() {
 }
 
 void PanelController::capture(const QString& thought) {
-    auto captured = m_with.state.capture(thought);
-    QCoro::connect(std::move(captured), m_view, [view = m_view](bool accepted) {
+    spawn(m_view, m_with.state.capture(thought), [view = m_view](bool accepted) {
         if (accepted)
             view->capture()->showSaved();
     });

@@ -29,7 +29,7 @@ class PanelController : public QObject {
 
 public:
     /// What the controller works with; all of it outlives the controller.
-    struct Surroundings {
+    struct Dependencies {
         AppState& state;
         const Ticker& ticker;
         Preferences& preferences;
@@ -41,7 +41,7 @@ public:
         std::function<void()> quit;
     };
 
-    explicit PanelController(Surroundings surroundings);
+    explicit PanelController(Dependencies dependencies);
     ~PanelController() override;
 
     /// Opens or closes the panel, as a press on the status item does. `position` is where the host
@@ -67,7 +67,7 @@ private:
     void capture(const QString& thought);
     void openDashboard();
 
-    Surroundings m_with;
+    Dependencies m_with;
     ThemeFollower m_themes;
     std::unique_ptr<PanelWindow> m_window; ///< null until first opened
     MenuBarView* m_view = nullptr;         ///< a child of the window

@@ -107,7 +107,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
         KeychainService(*family.secrets).setToken(address->token);
     }
 
-    LumobarApp program(std::move(family));
+    LumobarApp program(family);
     QObject::connect(&program, &LumobarApp::superseded, &application, [&] {
         QCoreApplication::exit(handOver(other, run, token));
     });

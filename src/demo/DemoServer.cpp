@@ -18,7 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr auto kHost = "127.0.0.1";
-constexpr time_t kPatience = 1; ///< seconds for a client that sends nothing
 constexpr size_t kWorkers = 8;
 constexpr size_t kLargestBody = size_t(1024) * 1024;
 
@@ -34,13 +33,13 @@ void setSocketOptions(int socket) {
 /// The HTTP library's server, one request per connection.
 class DemoServer::Listener {
 public:
-    explicit Listener(DemoService& service)
+    Listener(DemoService& service, std::chrono::seconds patience)
         : m_service(service) {
         m_server.set_socket_options(setSocketOptions);
         m_server.set_payload_max_length(kLargestBody);
         m_server.set_keep_alive_max_count(1);
-        m_server.set_keep_alive_timeout(kPatience);
-        m_server.set_read_timeout(kPatience);
+        m_server.set_keep_alive_timeout(patience.count());
+        m_server.set_read_timeout(patience);
         const auto handler = [this](const auto& request, auto& response) {
             serve(request, response);
         };
@@ -122,8 +121,8 @@ private:
     bool m_stopping = false;
 };
 
-DemoServer::DemoServer(DemoService& service)
-    : m_listener(std::make_unique<Listener>(service)) {}
+DemoServer::DemoServer(DemoService& service, std::chrono::seconds patience)
+    : m_listener(std::make_unique<Listener>(service, patience)) {}
 
 DemoServer::~DemoServer() = default;
 

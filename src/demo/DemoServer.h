@@ -4,6 +4,7 @@
 
 #include <tl/expected.hpp>
 
+#include <chrono>
 #include <memory>
 
 namespace lumora {
@@ -14,8 +15,9 @@ class DemoService;
 /// stops it.
 class DemoServer {
 public:
-    /// `service` must outlive the server.
-    explicit DemoServer(DemoService& service);
+    /// `service` must outlive the server. A client that sends nothing for `patience` is given up.
+    explicit DemoServer(
+        DemoService& service, std::chrono::seconds patience = std::chrono::seconds(10));
     ~DemoServer();
 
     /// Starts listening on 127.0.0.1. `port` 0 takes a free one. Gives the port, which accepts
@@ -23,7 +25,7 @@ public:
     tl::expected<quint16, QString> start(quint16 port);
 
     /// Stops, also in the middle of an answer; a client that has not said all of its request yet is
-    /// waited for, a second at most.
+    /// waited for as long as the patience lasts.
     void stop();
 
 private:

@@ -3,6 +3,7 @@
 #include "platform/PreferenceKeys.h"
 #include "platform/Preferences.h"
 
+#include <tuple>
 #include <type_traits>
 
 namespace lumora {
@@ -39,11 +40,12 @@ private:
     PreferenceKey<Value> m_key;
 };
 
-/// Stores `value` under `key`; false when the store could not be written.
+/// Stores `value` under `key`. Where the store cannot be written, the old value remains, and is
+/// what every later read shows.
 template <typename Value>
-bool storePreference(
+void storePreference(
     Preferences& store, const PreferenceKey<Value>& key, const std::type_identity_t<Value>& value) {
-    return store.setValue(key.name, preferenceText(value));
+    std::ignore = store.setValue(key.name, preferenceText(value));
 }
 
 } // namespace lumora

@@ -29,16 +29,16 @@ public:
     virtual ~Clock() = default;
 
     /// The current time.
-    virtual Instant now() const = 0;
+    [[nodiscard]] virtual Instant now() const = 0;
 
     /// Calls `tick` every `interval` of wall-clock time, first after one interval. Time spent in
     /// suspend counts: a tick that came due meanwhile fires once, at once, after resuming.
-    virtual std::unique_ptr<RepeatingTimer>
+    [[nodiscard]] virtual std::unique_ptr<RepeatingTimer>
     every(std::chrono::seconds interval, std::function<void()> tick) = 0;
 
     /// Calls `ring` once, when the wall clock shows `time` or later, however it came to do so: by
     /// running on, by being set, or by waking from suspend. Never before this function returns.
-    virtual std::unique_ptr<Alarm> at(Instant time, std::function<void()> ring) = 0;
+    [[nodiscard]] virtual std::unique_ptr<Alarm> at(Instant time, std::function<void()> ring) = 0;
 
     /// Completes after `duration`.
     virtual QCoro::Task<> wait(std::chrono::milliseconds duration) = 0;

@@ -22,14 +22,14 @@ public:
     virtual ~LoginItemRegistry() = default;
 
     /// Asked of the desktop afresh.
-    virtual LoginItemStatus status() const = 0;
+    [[nodiscard]] virtual LoginItemStatus status() const = 0;
 
     /// Makes the program a login item that is enabled, whatever it was. The error is the system's
     /// own message.
-    virtual tl::expected<void, QString> registerProgram() = 0;
+    [[nodiscard]] virtual tl::expected<void, QString> registerProgram() = 0;
 
     /// Makes it none. The error is the system's own message.
-    virtual tl::expected<void, QString> unregisterProgram() = 0;
+    [[nodiscard]] virtual tl::expected<void, QString> unregisterProgram() = 0;
 };
 
 } // namespace lumora

@@ -13,10 +13,10 @@ class Preferences : public QObject {
 
 public:
     /// The stored text; absent when the key is not set or the store cannot be read.
-    virtual std::optional<QString> value(const QString& key) const = 0;
+    [[nodiscard]] virtual std::optional<QString> value(const QString& key) const = 0;
 
     /// Stores `text`; false when the store could not be written. Other keys keep their values.
-    virtual bool setValue(const QString& key, const QString& text) = 0;
+    [[nodiscard]] virtual bool setValue(const QString& key, const QString& text) = 0;
 
 Q_SIGNALS:
     /// Some preference may have changed, here or by another program's hand.

@@ -35,13 +35,14 @@ class SecretStore : public QObject {
     Q_OBJECT
 
 public:
-    virtual SecretLookup lookup(const SecretKey& key) = 0;
+    [[nodiscard]] virtual SecretLookup lookup(const SecretKey& key) = 0;
 
     /// Adds an item with exactly the key's attributes; false when that failed.
-    virtual bool add(const SecretKey& key, const QString& label, const QByteArray& secret) = 0;
+    [[nodiscard]] virtual bool
+    add(const SecretKey& key, const QString& label, const QByteArray& secret) = 0;
 
     /// Removes every item with the key's attributes.
-    virtual SecretRemoval remove(const SecretKey& key) = 0;
+    [[nodiscard]] virtual SecretRemoval remove(const SecretKey& key) = 0;
 
 Q_SIGNALS:
     /// An item that could not be read before may be readable now: the store appeared, was

@@ -45,7 +45,7 @@ public:
     virtual void show(const StatusItemContent& content) = 0;
 
     /// Why the item is shown nowhere; empty while it is shown.
-    virtual QString unavailableReason() const = 0;
+    [[nodiscard]] virtual QString unavailableReason() const = 0;
 
 Q_SIGNALS:
     /// A press on the item. `position` is the host's idea of where, in screen coordinates, and

@@ -12,7 +12,7 @@ public:
     virtual ~MeetingReminders() = default;
 
     /// Asks for permission to notify, where the user wants reminders at all.
-    virtual QCoro::Task<> requestAuthorization() = 0;
+    [[nodiscard]] virtual QCoro::Task<> requestAuthorization() = 0;
 
     /// Brings the pending reminders into line with `briefing`. Returns at once.
     virtual void scheduleUpcoming(const Briefing& briefing) = 0;

@@ -1,8 +1,7 @@
 #include "reminders/NotificationService.h"
 
+#include "platform/Spawn.h"
 #include "reminders/ReminderPlan.h"
-
-#include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,7 +24,7 @@ QCoro::Task<> NotificationService::requestAuthorization() {
 
 void NotificationService::scheduleUpcoming(const Briefing& briefing) {
     if (m_enabled.wrappedValue())
-        reconcile(briefing);
+        spawn(reconcile(briefing));
     else
         m_center.removeAllPending();
 }

@@ -17,11 +17,11 @@ public:
     NotificationService(
         NotificationCenter& center, const Preferences& preferences, const Clock& clock);
 
-    QCoro::Task<> requestAuthorization() override;
+    [[nodiscard]] QCoro::Task<> requestAuthorization() override;
     void scheduleUpcoming(const Briefing& briefing) override;
 
 private:
-    QCoro::Task<> reconcile(Briefing briefing);
+    [[nodiscard]] QCoro::Task<> reconcile(Briefing briefing);
 
     NotificationCenter& m_center;
     const Clock& m_clock;

@@ -4,6 +4,8 @@
 
 #include <QStringDecoder>
 
+#include <tuple>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -38,7 +40,8 @@ bool KeychainService::setToken(const QString& token) {
     const QString trimmed = token.trimmed();
     if (trimmed.isEmpty())
         return deleteToken();
-    m_store.remove(tokenKey());
+    // An old token that stays behind makes the addition fail, or gives way to it.
+    std::ignore = m_store.remove(tokenKey());
     return m_store.add(tokenKey(), u"Lumora briefing token"_s, trimmed.toUtf8());
 }
 

@@ -9,6 +9,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -44,12 +45,10 @@ QByteArray toJson(const LumoAction& action) {
 LumoService::LumoService(HttpTransport& transport, KeychainService& keychain, Clock& clock)
     : m_transport(transport)
     , m_keychain(keychain)
-    , m_clock(clock)
-    , m_life(std::make_shared<const std::monostate>()) {}
+    , m_clock(clock) {}
 
 QCoro::Task<tl::expected<Briefing, LumoError>> LumoService::fetchBriefing(QString endpoint) {
-    auto sending = send(std::move(endpoint), "GET", std::nullopt, maximumTries);
-    const Bytes bytes = co_await sending;
+    const Bytes bytes = co_await send(std::move(endpoint), "GET", std::nullopt, maximumTries);
     if (!bytes)
         co_return tl::unexpected(bytes.error());
     auto briefing = decodeBriefing(*bytes);
@@ -60,8 +59,8 @@ QCoro::Task<tl::expected<Briefing, LumoError>> LumoService::fetchBriefing(QStrin
 
 QCoro::Task<tl::expected<ActionResult, LumoError>>
 LumoService::perform(LumoAction action, QString endpoint) {
-    auto sending = send(actionEndpoint(endpoint), "POST", toJson(action), maximumTries);
-    const Bytes reply = co_await sending;
+    const Bytes reply =
+        co_await send(actionEndpoint(endpoint), "POST", toJson(action), maximumTries);
     if (!reply)
         co_return tl::unexpected(reply.error());
     co_return decodeActionResult(*reply);
@@ -69,16 +68,14 @@ LumoService::perform(LumoAction action, QString endpoint) {
 
 QCoro::Task<LumoService::Bytes> LumoService::send(
     QString endpoint, QByteArray method, std::optional<QByteArray> body, int attempts) {
-    const std::weak_ptr life(m_life);
+    const QPointer<LumoService> self(this);
     const int lastIndex = std::max(attempts - 1, 0);
     for (int index = 0;; ++index) {
-        auto trying = sendOnce(endpoint, method, body);
-        Bytes bytes = co_await trying;
-        if (bytes || !bytes.error().isRetryable() || index == lastIndex || life.expired())
+        Bytes bytes = co_await sendOnce(endpoint, method, body);
+        if (!self || bytes || !bytes.error().isRetryable() || index == lastIndex)
             co_return bytes;
-        auto pause = m_clock.wait(firstWait * (1 << index));
-        co_await pause;
-        if (life.expired())
+        co_await m_clock.wait(firstWait * (1 << index));
+        if (!self)
             co_return bytes;
     }
 }
@@ -94,9 +91,9 @@ LumoService::sendOnce(QString endpoint, QByteArray method, std::optional<QByteAr
     if (const auto allowed = checkTokenMayGoTo(*url); !allowed)
         co_return tl::unexpected(allowed.error());
 
-    auto request = authenticatedRequest(*url, *token, method, std::move(body));
-    auto exchange = m_transport.exchange(std::move(request));
-    const HttpOutcome outcome = co_await exchange; // this object may be gone from here on
+    // This object may be gone when the answer is there.
+    const HttpOutcome outcome =
+        co_await m_transport.exchange(authenticatedRequest(*url, *token, method, std::move(body)));
     co_return classifyOutcome(outcome);
 }
 

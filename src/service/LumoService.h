@@ -6,12 +6,11 @@
 #include "service/LumoError.h"
 
 #include <QCoroTask>
+#include <QObject>
 
 #include <tl/expected.hpp>
 
-#include <memory>
 #include <optional>
-#include <variant>
 
 namespace lumora {
 
@@ -24,20 +23,19 @@ class KeychainService;
 ///
 /// Everything happens on the main thread. The service may be destroyed while calls are under way:
 /// a call then makes no further request and ends with its latest error.
-class LumoService {
+class LumoService final : public QObject {
 public:
     /// The collaborators must outlive this object.
     LumoService(HttpTransport& transport, KeychainService& keychain, Clock& clock);
-    LumoService(const LumoService&) = delete;
-    LumoService& operator=(const LumoService&) = delete;
 
     /// Fetches the briefing from `endpoint`, the text as the user typed it. A failure that may pass
     /// is tried again, three tries in all. A body that is no briefing is an invalidResponse.
-    QCoro::Task<tl::expected<Briefing, LumoError>> fetchBriefing(QString endpoint);
+    [[nodiscard]] QCoro::Task<tl::expected<Briefing, LumoError>> fetchBriefing(QString endpoint);
 
     /// Posts `action` to the action endpoint beside the briefing's `endpoint`, with the same tries
     /// as fetchBriefing. Every successful answer is a result, whatever its body says.
-    QCoro::Task<tl::expected<ActionResult, LumoError>> perform(LumoAction action, QString endpoint);
+    [[nodiscard]] QCoro::Task<tl::expected<ActionResult, LumoError>>
+    perform(LumoAction action, QString endpoint);
 
 private:
     using Bytes = tl::expected<QByteArray, LumoError>;
@@ -50,7 +48,6 @@ private:
     HttpTransport& m_transport;
     KeychainService& m_keychain;
     Clock& m_clock;
-    std::shared_ptr<const std::monostate> m_life; ///< calls watch it to learn that this is gone
 };
 
 } // namespace lumora

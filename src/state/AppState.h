@@ -79,21 +79,21 @@ public:
 
     /// Fetches the briefing once; completes when its outcome is in place. Refreshes may overlap:
     /// the last to complete wins.
-    QCoro::Task<> refresh();
+    [[nodiscard]] QCoro::Task<> refresh();
 
     /// Has the service do `action`, unless an action of the same `key` is in flight. True when the
     /// service took it. Completes, and gives the key free, when the next briefing is in place;
     /// after a failure, at once.
-    QCoro::Task<bool> perform(LumoAction action, QString key);
+    [[nodiscard]] QCoro::Task<bool> perform(LumoAction action, QString key);
 
     /// Puts `text` without its surrounding white space into the inbox, under the key
     /// `ActionKeys::capture`. False when it is blank, another capture is in flight, or the service
     /// did not take it.
-    QCoro::Task<bool> capture(QString text);
+    [[nodiscard]] QCoro::Task<bool> capture(QString text);
 
     /// Asks for new spending figures, under the key `ActionKeys::spending`, and completes when they
     /// are in place, when the service declined, or when they have not come after about a minute.
-    QCoro::Task<> refreshSpending();
+    [[nodiscard]] QCoro::Task<> refreshSpending();
 
 Q_SIGNALS:
     /// Something that views show has changed.
@@ -107,7 +107,7 @@ private:
     bool begin(const QString& key);
     void finish(const QString& key);
     void finishFailed(const QString& key, const QString& message);
-    QCoro::Task<> awaitFreshSpending(std::optional<double> newerThan);
+    [[nodiscard]] QCoro::Task<> awaitFreshSpending(std::optional<double> newerThan);
 
     Collaborators m_with;
     LoadState m_state;

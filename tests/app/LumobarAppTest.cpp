@@ -5,12 +5,14 @@
 #include "fakes/FakeNotificationCenter.h"
 #include "fakes/FakeStatusItem.h"
 #include "fakes/RecordingUrlOpener.h"
-#include "linux/commands/CommandAddress.h"
+#include "linux/commands/CommandServer.h"
 #include "platform/memory/MemoryLoginItems.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"
 #include "support/PrivateBus.h"
 #include "support/ScopedEnvironment.h"
+#include "support/StateHarness.h"
+#include "ui/window/PanelWindow.h"
 
 #include <QApplication>
 #include <QDBusPendingCallWatcher>
@@ -18,6 +20,8 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 using namespace lumora;
 using namespace lumora::tests;
@@ -41,14 +45,14 @@ protected:
     }
 
     void SetUp() override {
-        PlatformFamily family;
+        PlatformFamily& family = platform.emplace();
         clock = keep(family.clock, std::make_unique<FakeClock>());
         transport = keep(family.transport, std::make_unique<FakeHttpTransport>());
         item = keep(family.statusItem, std::make_unique<FakeStatusItem>());
         urls = keep(family.urls, std::make_unique<RecordingUrlOpener>());
         notifications = keep(family.notifications, std::make_unique<FakeNotificationCenter>());
         preferences = keep(family.preferences, std::make_unique<MemoryPreferences>());
-        family.preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
+        preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
         family.secrets = std::make_unique<MemorySecretStore>();
         KeychainService(*family.secrets).setToken(u"t0ken"_s);
         family.loginItems = std::make_unique<MemoryLoginItems>();
@@ -56,7 +60,7 @@ protected:
         network = keep(family.network, std::make_unique<NetworkMonitor>());
         family.appearance = std::make_unique<DesktopAppearance>();
         family.compositing = std::make_unique<Compositing>(false);
-        program = std::make_unique<LumobarApp>(std::move(family));
+        program = std::make_unique<LumobarApp>(family);
     }
 
     template <typename Interface, typename Fake>
@@ -71,6 +75,18 @@ protected:
         program->start();
         Q_EMIT item->shown();
         QCoreApplication::processEvents();
+    }
+
+    static bool isPanelOpen() {
+        return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+            return widget->isVisible() && qobject_cast<const PanelWindow*>(widget);
+        });
+    }
+
+    /// Ends the program as its process does: the platform goes last, and completes what waits.
+    void end() {
+        program.reset();
+        platform.reset();
     }
 
     QDBusPendingCall command(const QString& method) {
@@ -88,6 +104,7 @@ protected:
     RecordingUrlOpener* urls = nullptr;
     FakeNotificationCenter* notifications = nullptr;
     NetworkMonitor* network = nullptr;
+    std::optional<PlatformFamily> platform;
     std::unique_ptr<LumobarApp> program;
 };
 
@@ -149,6 +166,24 @@ TEST_F(LumobarAppTest, AReactionToAReminderOpensItsMeeting) {
     EXPECT_EQ(urls->tokens, QList<QByteArray>{"token"});
 }
 
+TEST_F(LumobarAppTest, RemindersComeAndAreAnsweredWhileThePanelIsOpen) {
+    begin();
+    Q_EMIT item->commandChosen(MenuCommand::Open, {});
+    ASSERT_TRUE(isPanelOpen());
+    QByteArray body = briefingBody(1);
+    body.replace(
+        R"("eventsToday":[])",
+        R"("eventsToday":[{"title":"Standup","allDay":false,"start":"2025-03-04T09:10:00Z"}])");
+    transport->complete(0, FakeHttpTransport::answer(200, body));
+    ASSERT_EQ(notifications->pending.size(), 1U);
+    EXPECT_EQ(notifications->pending[0].title, u"Standup"_s);
+    clock->advance(5min);
+    Q_EMIT notifications->responded({{u"meetingUrl"_s, u"https://meet.example/a"_s}}, "token");
+    EXPECT_EQ(urls->opened.size(), 1);
+    EXPECT_TRUE(isPanelOpen());
+    EXPECT_EQ(notifications->calls.filter(u"remove"_s), QStringList());
+}
+
 TEST_F(LumobarAppTest, FetchesAgainOnceRemindersAreAllowed) {
     begin();
     Q_EMIT notifications->authorizable();
@@ -188,26 +223,26 @@ TEST_F(LumobarAppTest, TheMenuOpensTheOneSettingsWindow) {
 
 TEST_F(LumobarAppTest, MayEndBeforeItBegan) {
     program->start();
-    program.reset();
+    end();
 }
 
 TEST_F(LumobarAppTest, MayEndWhileItStillWaitsForAStatusArea) {
     begin();
     EXPECT_EQ(clock->pendingWaitCount(), 1U);
-    program.reset();
+    end();
 }
 
 TEST_F(LumobarAppTest, MayEndWhileItAsksForPermission) {
     notifications->hold();
     begin();
     EXPECT_EQ(notifications->heldCount(), 1U);
-    program.reset();
+    end();
 }
 
 TEST_F(LumobarAppTest, MayEndWhileSomebodyWaitsForARefresh) {
     begin();
     const auto refresh = command(u"Refresh"_s);
     ASSERT_TRUE(QTest::qWaitFor([this] { return transport->requests().size() == 2; }));
-    program.reset();
+    end();
     EXPECT_FALSE(refresh.isFinished());
 }

@@ -66,7 +66,7 @@ protected:
     void start() {
         harness.start();
         ticker.emplace(harness.clock);
-        controller = std::make_unique<PanelController>(PanelController::Surroundings{
+        controller = std::make_unique<PanelController>(PanelController::Dependencies{
             .state = *harness.state,
             .ticker = *ticker,
             .preferences = harness.preferences,
@@ -127,7 +127,7 @@ TEST_F(PanelControllerTest, OpensWithTheKeyboardAtTheTopWhateverItShows) {
     open();
     EXPECT_TRUE(isAtTop());
     close(*window);
-    harness.state->refresh();
+    spawn(harness.state->refresh());
     harness.transport.complete(1, FakeHttpTransport::answer(200, spendingBody()));
     StateHarness::settle();
     ASSERT_TRUE(harness.state->lastGood());

@@ -64,10 +64,18 @@ TEST_F(StatusItemControllerTest, FollowsTheTicker) {
 TEST_F(StatusItemControllerTest, AFailureAfterASuccessLeavesTheLabelAlone) {
     begin();
     answer(0, 1);
-    state->refresh();
+    spawn(state->refresh());
     transport.complete(1, FakeHttpTransport::answer(401));
     EXPECT_EQ(latest().symbol, u"checkmark.circle"_s);
     EXPECT_EQ(latest().text, u"1/2"_s);
+}
+
+TEST_F(StatusItemControllerTest, ReportsAFailureWithNothingToSay) {
+    begin();
+    transport.complete(0, FakeHttpTransport::answer(400, R"({"error": ""})"));
+    EXPECT_EQ(controller->report().state, u"failed"_s);
+    EXPECT_EQ(controller->report().message, u""_s);
+    EXPECT_EQ(controller->report().mode, u"error"_s);
 }
 
 TEST_F(StatusItemControllerTest, ReportsWhatIsShownAndWhy) {
@@ -81,7 +89,7 @@ TEST_F(StatusItemControllerTest, ReportsWhatIsShownAndWhy) {
     EXPECT_EQ(failed.message, u"Token rejected (401)"_s);
     EXPECT_FALSE(failed.lastUpdated);
 
-    state->refresh();
+    spawn(state->refresh());
     answer(1, 1);
     const StatusReport loaded = controller->report();
     EXPECT_EQ(loaded.mode, u"habits"_s);

@@ -93,6 +93,28 @@ TEST(MeetingCandidates, AreSortedByStartAndStable) {
     EXPECT_THAT(candidates(briefing), ElementsAre("running", "b", "a", "c", "late"));
 }
 
+// Sorting that is not stable still leaves a few equal elements as they are.
+TEST(MeetingCandidates, ManyEqualStartsKeepTheProducersOrder) {
+    std::vector<BriefEvent> events;
+    std::vector<std::string> titles;
+    for (int i = 0; i < 100; ++i) {
+        events.push_back(meeting(QString::number(i), 1h, 2h));
+        titles.push_back(std::to_string(i));
+    }
+    EXPECT_EQ(candidates(makeBriefing(events)), titles);
+}
+
+TEST(NextMeeting, OfAllDayEventsThereIsNoneWhateverTheProducerSays) {
+    auto briefing = makeBriefing({
+        makeEvent(
+            {.title = u"holiday"_s, .start = now + 10min, .end = now + 40min, .allDay = true}),
+        makeEvent({.title = u"fair"_s, .allDay = true}),
+    });
+    briefing.nextEvent = meeting(u"A"_s, 10min, 20min);
+    EXPECT_THAT(candidates(briefing), IsEmpty());
+    EXPECT_EQ(next(briefing), std::nullopt);
+}
+
 TEST(NextMeeting, NothingOfNothingWhateverTheProducerSays) {
     auto briefing = makeBriefing();
     briefing.nextEvent = meeting(u"A"_s, 10min, 20min);

@@ -15,6 +15,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 using namespace lumora;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -28,7 +29,7 @@ protected:
     std::unique_ptr<DemoServer> server;
     quint16 port = 0;
 
-    void serve(DemoScenario scenario) {
+    void serve(DemoScenario scenario, std::chrono::seconds patience = 10s) {
         const auto source = [this] {
             ++timesRead;
             timesRead.notify_all();
@@ -36,7 +37,7 @@ protected:
         };
         service =
             std::make_unique<DemoService>(scenario, "key", DemoClock(source), QTimeZone::utc());
-        server = std::make_unique<DemoServer>(*service);
+        server = std::make_unique<DemoServer>(*service, patience);
         const auto bound = server->start(0);
         ASSERT_TRUE(bound) << bound.error().toStdString();
         port = *bound;
@@ -178,7 +179,7 @@ TEST_F(DemoServerTest, StopsWithASlowAnswerUnderWay) {
 }
 
 TEST_F(DemoServerTest, StopsWithASilentClientConnected) {
-    serve(DemoScenario::Busy);
+    serve(DemoScenario::Busy, 1s);
     QTcpSocket silent;
     silent.connectToHost(u"127.0.0.1"_s, port);
     ASSERT_TRUE(silent.waitForConnected());

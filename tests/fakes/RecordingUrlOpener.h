@@ -9,10 +9,9 @@ namespace lumora::tests {
 /// Opens nothing, remembers everything.
 class RecordingUrlOpener final : public UrlOpener {
 public:
-    bool open(const QUrl& url, const QByteArray& activationToken) override {
+    void open(const QUrl& url, const QByteArray& activationToken) override {
         opened += url;
         tokens += activationToken;
-        return true;
     }
 
     QList<QUrl> opened;

@@ -2,6 +2,7 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/FakeNotificationCenter.h"
+#include "platform/Spawn.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "support/Builders.h"
 
@@ -34,7 +35,7 @@ protected:
 
     /// Has the service granted before the test begins.
     void authorize() {
-        service->requestAuthorization();
+        spawn(service->requestAuthorization());
         calls();
     }
 
@@ -51,19 +52,19 @@ protected:
 } // namespace
 
 TEST_F(NotificationServiceTest, AsksForPermissionUnlessTheUserWantsNoReminders) {
-    service->requestAuthorization();
+    spawn(service->requestAuthorization());
     EXPECT_EQ(calls(), QStringList{u"authorize"_s});
     enable(false);
-    service->requestAuthorization();
+    spawn(service->requestAuthorization());
     EXPECT_EQ(calls(), QStringList());
     enable(true);
-    service->requestAuthorization();
+    spawn(service->requestAuthorization());
     EXPECT_EQ(calls(), QStringList{u"authorize"_s});
 }
 
 TEST_F(NotificationServiceTest, AMalformedChoiceCountsAsYes) {
     preferences.setValue(u"notifyBeforeMeetings"_s, u"perhaps"_s);
-    service->requestAuthorization();
+    spawn(service->requestAuthorization());
     EXPECT_EQ(calls(), QStringList{u"authorize"_s});
 }
 
@@ -92,7 +93,7 @@ TEST_F(NotificationServiceTest, ARefusalIsAskedAboutAgainOnEveryPass) {
 TEST_F(NotificationServiceTest, ALaterRefusalTakesThePermissionBack) {
     authorize();
     center.grants = false;
-    service->requestAuthorization();
+    spawn(service->requestAuthorization());
     calls();
     service->scheduleUpcoming(makeBriefing({meeting(u"Standup"_s, 1h)}));
     EXPECT_EQ(calls(), QStringList{u"authorize"_s});
@@ -108,7 +109,7 @@ TEST_F(NotificationServiceTest, SwitchedOffEveryPassWithdrawsEverythingAndAsksNo
 TEST_F(NotificationServiceTest, SwitchingOffKeepsThePermission) {
     authorize();
     enable(false);
-    service->requestAuthorization();
+    spawn(service->requestAuthorization());
     enable(true);
     service->scheduleUpcoming(makeBriefing());
     EXPECT_EQ(calls(), QStringList{u"list"_s});
@@ -228,7 +229,7 @@ TEST_F(NotificationServiceTest, TwoPassesMayBothBeAskingForPermission) {
 TEST_F(NotificationServiceTest, MayEndWhileItAsksForPermission) {
     center.hold();
     service->scheduleUpcoming(makeBriefing({meeting(u"Standup"_s, 1h)}));
-    service->requestAuthorization();
+    spawn(service->requestAuthorization());
     service.reset();
     center.answer();
     center.answer();

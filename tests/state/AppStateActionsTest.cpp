@@ -135,16 +135,25 @@ TEST_F(AppStateActionsTest, TheNextActionOfAnyKindClearsTheError) {
     toggle(u"a"_s);
     EXPECT_FALSE(state->actionError());
     failAnAction();
-    state->capture(u"milk"_s);
+    spawn(state->capture(u"milk"_s));
     EXPECT_FALSE(state->actionError());
     failAnAction();
-    state->refreshSpending();
+    spawn(state->refreshSpending());
     EXPECT_FALSE(state->actionError());
+}
+
+TEST_F(AppStateActionsTest, AnErrorComesAndGoesWithTheKeyOfItsAction) {
+    failAnAction();
+    using Seen = std::pair<std::optional<QString>, Keys>;
+    const auto seen = watch([this] { return Seen(state->actionError(), state->pending()); });
+    toggle(u"read"_s);
+    reply(2, 409, R"({"error": "F"})");
+    EXPECT_EQ(*seen, (std::vector<Seen>{{std::nullopt, Keys{habitKey}}, {u"F"_s, Keys{}}}));
 }
 
 TEST_F(AppStateActionsTest, RefreshesLeaveTheErrorAlone) {
     failAnAction();
-    state->refresh();
+    spawn(state->refresh());
     answer(requestCount() - 1, 2);
     EXPECT_EQ(state->actionError(), u"E"_s);
 }
@@ -219,7 +228,7 @@ TEST_F(AppStateActionsTest, OtherRefreshesDoNotGiveAKeyFree) {
     answer(2, 2);
     EXPECT_EQ(state->pending(), Keys{habitKey});
     reply(1, 200);
-    state->refresh();
+    spawn(state->refresh());
     answer(4, 4);
     EXPECT_EQ(state->pending(), Keys{habitKey});
     answer(3, 3);
@@ -228,7 +237,7 @@ TEST_F(AppStateActionsTest, OtherRefreshesDoNotGiveAKeyFree) {
 }
 
 TEST_F(AppStateActionsTest, AnActionDoesNotWaitForARefreshThatWasUnderWay) {
-    state->refresh();
+    spawn(state->refresh());
     auto task = toggle(u"read"_s);
     reply(2, 200);
     answer(3, 3);
@@ -264,7 +273,7 @@ TEST_F(AppStateActionsTest, AnyIdIsAKeyOfItsOwn) {
 
 TEST_F(AppStateActionsTest, AHabitAndAChoreOfTheSameIdDoNotMeet) {
     toggle(u"plants"_s);
-    state->perform(LumoAction::choreDone(u"plants"_s), u"chore:plants"_s);
+    spawn(state->perform(LumoAction::choreDone(u"plants"_s), u"chore:plants"_s));
     EXPECT_EQ(requestCount(), 3U);
     EXPECT_EQ(state->pending(), (Keys{u"habit:plants"_s, u"chore:plants"_s}));
 }

@@ -19,6 +19,12 @@ protected:
 
     QString failure() const { return state->state().failureMessage(); }
 
+    /// The states that are published from now on, a failure by its message.
+    auto watchStates() {
+        return watch(
+            [this] { return state->state().isFailed() ? failure() : state->state().name(); });
+    }
+
     /// Starts, and answers the first refresh.
     AppState& startLoaded(double generatedAt) {
         start();
@@ -62,6 +68,37 @@ TEST_F(AppStateTest, ASuccessIsStoredStampedPublishedAndHandedOn) {
     EXPECT_EQ(reminders.scheduled[0].generatedAt, 7);
 }
 
+TEST_F(AppStateTest, ASuccessIsPublishedWithItsTimeAndThenHandedOn) {
+    start();
+    const auto seen =
+        watch([this] { return std::pair(state->lastUpdated(), reminders.scheduled.size()); });
+    clock.advance(2s);
+    answer(0, 7);
+    ASSERT_EQ(seen->size(), 1U);
+    EXPECT_EQ(seen->front().first, FakeClock::defaultStart + 2s);
+    EXPECT_EQ(seen->front().second, 0U);
+    EXPECT_EQ(reminders.scheduled.size(), 1U);
+}
+
+TEST_F(AppStateTest, LoadingAndFailuresArePublished) {
+    keychain.deleteToken();
+    start();
+    const auto seen = watchStates();
+    spawn(state->refresh());
+    keychain.setToken(u"t0ken"_s);
+    spawn(state->refresh());
+    transport.complete(0, FakeHttpTransport::answer(404));
+    EXPECT_EQ(*seen, (std::vector{notConfigured, u"loading"_s, u"Server error (404)"_s}));
+}
+
+TEST_F(AppStateTest, AFailureIsPublishedEvenWithNothingToSay) {
+    start();
+    const auto seen = watchStates();
+    transport.complete(0, FakeHttpTransport::answer(400, R"({"error": ""})"));
+    EXPECT_EQ(*seen, std::vector{u""_s});
+    EXPECT_TRUE(state->state().isFailed());
+}
+
 TEST_F(AppStateTest, WithoutTokenNothingIsSent) {
     keychain.deleteToken();
     start();
@@ -79,7 +116,7 @@ TEST_F(AppStateTest, AnEndpointOfSpacesIsNone) {
 TEST_F(AppStateTest, LosingTheConfigurationKeepsTheLastGoodBriefing) {
     startLoaded(1);
     keychain.deleteToken();
-    state->refresh();
+    spawn(state->refresh());
     EXPECT_EQ(failure(), notConfigured);
     EXPECT_TRUE(state->lastGood());
     EXPECT_TRUE(state->lastUpdated());
@@ -95,11 +132,11 @@ TEST_F(AppStateTest, TheNextTickTriesAgainWhenConfigurationCameLater) {
 
 TEST_F(AppStateTest, OnlyTheFirstRefreshShowsLoading) {
     startLoaded(1);
-    state->refresh();
+    spawn(state->refresh());
     EXPECT_TRUE(state->state().isLoaded());
     transport.complete(1, FakeHttpTransport::answer(401));
     EXPECT_TRUE(state->state().isFailed());
-    state->refresh();
+    spawn(state->refresh());
     EXPECT_TRUE(state->state().isFailed());
 }
 
@@ -107,7 +144,7 @@ TEST_F(AppStateTest, AFailedFirstFetchIsLoadingAgainAtTheNext) {
     start();
     transport.complete(0, FakeHttpTransport::answer(401));
     EXPECT_EQ(failure(), u"Token rejected (401)"_s);
-    state->refresh();
+    spawn(state->refresh());
     EXPECT_TRUE(state->state().isLoading());
 }
 
@@ -115,7 +152,7 @@ TEST_F(AppStateTest, AFailureAfterASuccessKeepsWhatIsThere) {
     startLoaded(1);
     const auto updated = state->lastUpdated();
     clock.advance(5s);
-    state->refresh();
+    spawn(state->refresh());
     transport.complete(1, FakeHttpTransport::answer(404));
     EXPECT_EQ(failure(), u"Server error (404)"_s);
     EXPECT_EQ(state->lastUpdated(), updated);
@@ -125,8 +162,8 @@ TEST_F(AppStateTest, AFailureAfterASuccessKeepsWhatIsThere) {
 
 TEST_F(AppStateTest, OfOverlappingRefreshesTheLastToCompleteWins) {
     start();
-    state->refresh();
-    state->refresh();
+    spawn(state->refresh());
+    spawn(state->refresh());
     ASSERT_EQ(requestCount(), 3U);
     answer(2, 3);
     answer(0, 1);
@@ -181,6 +218,15 @@ TEST_F(AppStateTest, AfterWakeOneRefreshStartsAndTheIntervalBeginsAnew) {
     EXPECT_EQ(requestCount(), 3U);
 }
 
+TEST_F(AppStateTest, EveryWakeCounts) {
+    startLoaded(1);
+    for (std::size_t wakes = 1; wakes <= 3; ++wakes) {
+        Q_EMIT wake.woke();
+        settle();
+        EXPECT_EQ(requestCount(), 1 + wakes);
+    }
+}
+
 TEST_F(AppStateTest, ATokenThatBecomesReadableRestartsThePolling) {
     secrets.setLookupTrouble(SecretLookup::Status::Locked);
     start();
@@ -207,7 +253,7 @@ TEST_F(AppStateTest, PreferencesThatAnotherProgramChangedRestartThePolling) {
 TEST_F(AppStateTest, TheEndpointIsReadAfreshOnEveryUse) {
     startLoaded(1);
     preferences.setValue(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
-    state->refresh();
+    spawn(state->refresh());
     EXPECT_EQ(transport.requests()[1].url.host(), u"other.example"_s);
 }
 
@@ -216,6 +262,15 @@ TEST_F(AppStateTest, MayEndWhileAFetchIsUnderWay) {
     state.reset();
     answer(0, 1);
     EXPECT_TRUE(reminders.scheduled.empty());
+}
+
+TEST_F(AppStateTest, ItsTimerEndsWithIt) {
+    start();
+    ASSERT_EQ(clock.timerIntervals().size(), 1U);
+    state.reset();
+    EXPECT_TRUE(clock.timerIntervals().empty());
+    clock.advance(1h);
+    EXPECT_EQ(requestCount(), 1U);
 }
 
 TEST_F(AppStateTest, TheDashboardIsTheEndpointsSite) {

@@ -28,6 +28,15 @@ TEST(Ticker, MovesEveryThirtySeconds) {
     EXPECT_EQ(ticked.count(), 3);
 }
 
+TEST(Ticker, HasMovedWhenItSaysSo) {
+    FakeClock clock;
+    const Ticker ticker(clock);
+    std::vector<Instant> seen;
+    QObject::connect(&ticker, &Ticker::ticked, [&] { seen.push_back(ticker.now()); });
+    clock.advance(60s);
+    EXPECT_EQ(seen, (std::vector{FakeClock::defaultStart + 30s, FakeClock::defaultStart + 60s}));
+}
+
 TEST(Ticker, CatchesUpOnceAfterSuspend) {
     FakeClock clock;
     const Ticker ticker(clock);

@@ -2,11 +2,11 @@
 
 #include "support/Builders.h"
 #include "support/ViewHarness.h"
-#include "ui/panel/ActionRow.h"
+#include "ui/panel/ActionRows.h"
 #include "ui/panel/CaptureField.h"
 #include "ui/panel/CollapsibleSection.h"
 #include "ui/panel/ErrorBanner.h"
-#include "ui/panel/EventRow.h"
+#include "ui/panel/EventsBody.h"
 #include "ui/panel/PanelFooter.h"
 #include "ui/panel/PanelPlaceholder.h"
 

@@ -4,6 +4,7 @@
 #include "fakes/FakeHttpTransport.h"
 #include "fakes/FakeSecretStore.h"
 #include "fakes/RecordingReminders.h"
+#include "platform/Spawn.h"
 #include "platform/WakeMonitor.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "service/KeychainService.h"
@@ -12,7 +13,9 @@
 
 #include <QCoreApplication>
 
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace lumora::tests {
 
@@ -45,6 +48,15 @@ public:
         });
         settle();
         return *state;
+    }
+
+    /// Collects what `look` sees at every change from now on, as views see it.
+    template <typename Look>
+    auto watch(Look look) {
+        const auto seen = std::make_shared<std::vector<std::invoke_result_t<Look>>>();
+        QObject::connect(
+            &*state, &AppState::changed, &*state, [seen, look] { seen->push_back(look()); });
+        return seen;
     }
 
     /// Lets queued work happen.

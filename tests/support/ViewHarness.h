@@ -11,6 +11,7 @@
 #include <QImage>
 
 #include <algorithm>
+#include <array>
 
 namespace lumora::tests {
 
@@ -103,11 +104,47 @@ inline Theme plainTheme(ColorScheme scheme = ColorScheme::Light) {
     return Theme(scheme, QApplication::font());
 }
 
-/// The same for a desktop on which nothing moves.
-inline Theme stillTheme() {
-    Theme theme = plainTheme();
+/// The same for a desktop on which nothing moves and the font has `points`.
+inline Theme stillTheme(double points = QApplication::font().pointSizeF()) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(points);
+    Theme theme(ColorScheme::Light, font);
     theme.setAllowsMotion(false);
     return theme;
+}
+
+/// The font sizes, in points, at which everything has the room that it needs.
+inline constexpr std::array roomyFontSizes = {8.0, 9.0, 10.0, 11.0, 12.0};
+
+/// Whether something that `row` shows reaches out of it.
+template <typename Row>
+bool overflows(const Row& row) {
+    constexpr double hair = 0.01;
+    const RowGeometry inside = row.itemGeometry();
+    const QSize room = row.contentsRect().size();
+    return inside.height > room.height() + hair ||
+           (!inside.items.empty() && inside.items.back().right() > room.width() + hair);
+}
+
+/// Whether `widget` is not wholly in sight: it or what it shows reaches out of where it belongs.
+inline bool isCutOff(const QWidget& widget) {
+    if (!widget.size().isEmpty() && !widget.parentWidget()->rect().contains(widget.geometry()))
+        return true;
+    if (const auto* row = qobject_cast<const PaintedRow*>(&widget))
+        return overflows(*row);
+    if (const auto* button = qobject_cast<const RowButton*>(&widget))
+        return overflows(*button);
+    return widget.hasHeightForWidth() && widget.height() < widget.heightForWidth(widget.width());
+}
+
+/// What below `root` is cut off, one a line.
+inline std::string cutOff(const QWidget& root) {
+    QStringList found;
+    for (const auto* widget : shown<QWidget>(root))
+        if (isCutOff(*widget))
+            found += QLatin1StringView(widget->metaObject()->className()) + u' ' +
+                     widget->accessibleName().left(80);
+    return found.join(u'\n').toStdString();
 }
 
 /// The panel's content on the screen, rendered from values that the test sets. Nothing moves.

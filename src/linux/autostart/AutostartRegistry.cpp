@@ -1,7 +1,6 @@
 #include "linux/autostart/AutostartRegistry.h"
 
 #include "linux/autostart/DesktopEntry.h"
-#include "linux/autostart/ExecLine.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -29,19 +29,19 @@ public:
 
     /// By the entry that counts: the user's, or else the system's. An entry is enabled when no
     /// desktop has switched it off and what it starts exists.
-    LoginItemStatus status() const override;
+    [[nodiscard]] LoginItemStatus status() const override;
 
     /// Writes the user's entry in one step. What else an entry of theirs says is kept.
-    tl::expected<void, QString> registerProgram() override;
+    [[nodiscard]] tl::expected<void, QString> registerProgram() override;
 
     /// Removes the user's entry; an entry of the system is hidden by one that says so.
-    tl::expected<void, QString> unregisterProgram() override;
+    [[nodiscard]] tl::expected<void, QString> unregisterProgram() override;
 
 private:
     QString userFile() const;
-    std::optional<QByteArray> effectiveEntry() const;
+    [[nodiscard]] std::optional<QByteArray> effectiveEntry() const;
     bool hasSystemEntry() const;
-    tl::expected<void, QString> write(const DesktopEntry& entry) const;
+    [[nodiscard]] tl::expected<void, QString> write(const DesktopEntry& entry) const;
 
     const Places m_places;
 };

@@ -17,10 +17,10 @@ public:
     DesktopEntry() = default;
 
     /// Reads a file's bytes; absent when they hold no group [Desktop Entry].
-    static std::optional<DesktopEntry> parse(const QByteArray& bytes);
+    [[nodiscard]] static std::optional<DesktopEntry> parse(const QByteArray& bytes);
 
     /// The key's text with its escapes resolved; absent when it is not set.
-    std::optional<QString> value(const QString& key) const;
+    [[nodiscard]] std::optional<QString> value(const QString& key) const;
 
     /// Whether the key is set and reads "true", or "false" for `isFalse`.
     bool isTrue(const QString& key) const;
@@ -46,5 +46,13 @@ private:
     QList<Line> m_lines{{"[Desktop Entry]", {}}};
     qsizetype m_end = 1; ///< behind the last line of the group that is not blank
 };
+
+/// The value of a desktop entry's "Exec" that starts `program`, quoted so that every character of
+/// its path arrives.
+[[nodiscard]] QString execLineFor(const QString& program);
+
+/// The program that a desktop entry's "Exec" starts, as it is named there; empty when the line
+/// names none or its quotes do not match.
+[[nodiscard]] QString programOf(const QString& execLine);
 
 } // namespace lumora

@@ -1,6 +1,6 @@
 #include "linux/commands/CommandClient.h"
 
-#include "linux/commands/CommandAddress.h"
+#include "linux/commands/CommandServer.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>

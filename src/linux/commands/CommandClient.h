@@ -22,33 +22,34 @@ public:
     explicit CommandClient(QDBusConnection bus = QDBusConnection::sessionBus());
 
     /// Whether a process owns the program's name.
-    bool isRunning() const;
+    [[nodiscard]] bool isRunning() const;
 
     /// What the status area shows, as one JSON object.
-    tl::expected<QString, Failure> status();
+    [[nodiscard]] tl::expected<QString, Failure> status();
 
     /// Has the program fetch the briefing, and waits for the end of that. The value is the
     /// failure's message, empty on success.
-    tl::expected<QString, Failure> refresh();
+    [[nodiscard]] tl::expected<QString, Failure> refresh();
 
     /// Has the program open its panel. The token lets it come to the front; empty: there is none.
-    tl::expected<void, Failure> open(const QByteArray& activationToken);
+    [[nodiscard]] tl::expected<void, Failure> open(const QByteArray& activationToken);
 
     /// Has the program close its panel.
-    tl::expected<void, Failure> hide();
+    [[nodiscard]] tl::expected<void, Failure> hide();
 
     /// Has the program open its panel, or close it. The token is as above.
-    tl::expected<void, Failure> toggle(const QByteArray& activationToken);
+    [[nodiscard]] tl::expected<void, Failure> toggle(const QByteArray& activationToken);
 
     /// Has the program open its settings. The token is as above.
-    tl::expected<void, Failure> openSettings(const QByteArray& activationToken);
+    [[nodiscard]] tl::expected<void, Failure> openSettings(const QByteArray& activationToken);
 
     /// Has the program end.
-    tl::expected<void, Failure> quit();
+    [[nodiscard]] tl::expected<void, Failure> quit();
 
 private:
-    tl::expected<void, Failure> command(const QString& method, const QVariantList& arguments = {});
-    tl::expected<QVariantList, Failure>
+    [[nodiscard]] tl::expected<void, Failure>
+    command(const QString& method, const QVariantList& arguments = {});
+    [[nodiscard]] tl::expected<QVariantList, Failure>
     call(const QString& method, const QVariantList& arguments, std::chrono::milliseconds limit);
 
     QDBusConnection m_bus;

@@ -1,7 +1,6 @@
 #include "linux/commands/CommandServer.h"
 
 #include "commandadaptor.h"
-#include "linux/commands/CommandAddress.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>

@@ -10,6 +10,12 @@
 
 namespace lumora {
 
+/// Where the running program answers its own commands on the session bus. The methods there are
+/// private to the program: others use the commands.
+inline const QString commandService = QStringLiteral("com.lumora.app");
+inline const QString commandPath = QStringLiteral("/com/lumora/app");
+inline const QString commandInterface = QStringLiteral("com.lumora.app");
+
 /// What the running program does at a command.
 struct CommandHandlers {
     std::function<QString()> status; ///< the status as one JSON object
@@ -40,7 +46,7 @@ public:
 
     /// Takes the program's name and answers from then on; false when another process has it.
     /// Without a bus nobody can ask and nobody can be in the way, so that counts as taken.
-    bool claim();
+    [[nodiscard]] bool claim();
 
     // The methods of the D-Bus interface.
     QString Status();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "linux/http/HttpLimits.h"
 #include "platform/Completion.h"
 #include "platform/HttpTransport.h"
 
@@ -8,11 +7,19 @@
 #include <QSslConfiguration>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 
 class QNetworkAccessManager;
 
 namespace lumora {
+
+/// How long an exchange may take and how much may come back.
+struct HttpLimits {
+    std::chrono::milliseconds inactivity{15'000}; ///< without a byte in either direction
+    std::chrono::milliseconds total{30'000};      ///< for the whole exchange, redirects included
+    qint64 bodyBytes = qint64{16} * 1024 * 1024;  ///< of a body, decompressed
+};
 
 /// One exchange: a request, the redirects that it leads through, and the answer. It owns the reply
 /// of the hop under way and the deadline of the whole.

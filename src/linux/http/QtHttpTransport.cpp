@@ -1,6 +1,5 @@
 #include "linux/http/QtHttpTransport.h"
 
-#include "linux/http/HttpExchange.h"
 #include "linux/http/OriginProxyFactory.h"
 #include "linux/http/TrustStore.h"
 
@@ -16,28 +15,27 @@ QtHttpTransport::QtHttpTransport(HttpLimits limits)
 QtHttpTransport::~QtHttpTransport() {
     m_closing = true;
     const auto exchanges = std::exchange(m_exchanges, {});
-    for (const auto& weak : exchanges) {
-        if (const auto exchange = weak.lock())
+    for (const auto& exchange : exchanges) {
+        if (exchange)
             exchange->close();
     }
 }
 
 QCoro::Task<HttpOutcome> QtHttpTransport::exchange(HttpRequest request) {
     const auto trust = trustFor(request.url);
-    const auto exchange =
-        std::make_shared<HttpExchange>(manager(), m_limits, trust, std::move(request));
+    HttpExchange exchange(manager(), m_limits, trust, std::move(request));
     remember(exchange);
     if (m_closing)
-        exchange->close();
+        exchange.close();
     else
-        exchange->start();
-    HttpOutcome outcome = co_await exchange->outcome().value();
+        exchange.start();
+    HttpOutcome outcome = co_await exchange.outcome().value();
     co_return outcome;
 }
 
-void QtHttpTransport::remember(const std::shared_ptr<HttpExchange>& exchange) {
-    std::erase_if(m_exchanges, [](const auto& weak) { return weak.expired(); });
-    m_exchanges.push_back(exchange);
+void QtHttpTransport::remember(HttpExchange& exchange) {
+    std::erase_if(m_exchanges, [](const auto& known) { return known.isNull(); });
+    m_exchanges.emplace_back(&exchange);
 }
 
 QNetworkAccessManager& QtHttpTransport::manager() {

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "linux/http/HttpLimits.h"
+#include "linux/http/HttpExchange.h"
 #include "platform/HttpTransport.h"
 
+#include <QPointer>
 #include <QSslConfiguration>
 
 #include <memory>
@@ -11,8 +12,6 @@
 class QNetworkAccessManager;
 
 namespace lumora {
-
-class HttpExchange;
 
 /// Carries requests with Qt's network stack, over one access manager that is made at the first
 /// exchange. The system's proxy and trust settings hold; SSL_CERT_FILE and SSL_CERT_DIR add
@@ -25,7 +24,7 @@ public:
     QCoro::Task<HttpOutcome> exchange(HttpRequest request) override;
 
 private:
-    void remember(const std::shared_ptr<HttpExchange>& exchange);
+    void remember(HttpExchange& exchange);
     QNetworkAccessManager& manager();
     std::optional<QSslConfiguration> trustFor(const QUrl& url);
 
@@ -33,7 +32,7 @@ private:
     bool m_closing = false;
     std::unique_ptr<QNetworkAccessManager> m_manager;
     std::optional<std::optional<QSslConfiguration>> m_trust; ///< absent until TLS is used
-    std::vector<std::weak_ptr<HttpExchange>> m_exchanges; ///< those under way, and some past ones
+    std::vector<QPointer<HttpExchange>> m_exchanges; ///< those under way, and some past ones
 };
 
 } // namespace lumora

@@ -14,7 +14,7 @@ inline constexpr int maximumRedirects = 20;
 ///
 /// A POST becomes a GET without a body after 301, 302 and 303, and stays as it is after 307 and
 /// 308. Headers are carried over; they never leave the origin.
-std::optional<HttpRequest>
+[[nodiscard]] std::optional<HttpRequest>
 followRedirect(const HttpRequest& sent, int status, const QByteArray& location, int hops);
 
 } // namespace lumora

@@ -8,12 +8,12 @@ namespace lumora {
 
 /// What a finished `reply` whose body was `body` amounts to. An answer with an HTTP status is an
 /// answer, whatever the status; but one that broke off half-way is a failure.
-HttpOutcome outcomeOf(const QNetworkReply& reply, const QByteArray& body);
+[[nodiscard]] HttpOutcome outcomeOf(const QNetworkReply& reply, const QByteArray& body);
 
 /// The outcome of an exchange that ran out of time.
-HttpOutcome timedOut();
+[[nodiscard]] HttpOutcome timedOut();
 
 /// The outcome of an exchange that failed, described as `description`.
-HttpOutcome failed(const QString& description);
+[[nodiscard]] HttpOutcome failed(const QString& description);
 
 } // namespace lumora

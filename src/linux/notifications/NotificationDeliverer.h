@@ -66,7 +66,9 @@ private:
     std::vector<Unsent> m_unsent; ///< one for each identifier, in the order of delivery
     std::map<ShownNotification, Standing> m_standing;
     bool m_asking = false; ///< the present server, for its abilities
-    int m_generation = 0;  ///< answers of an earlier server are stale
+    // Counts servers. A call outlives the server that it went to, and what becomes of it then says
+    // nothing of the one that is there by now.
+    int m_generation = 0;
 };
 
 } // namespace lumora

@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
@@ -23,7 +24,7 @@ constexpr auto settlingTime = 30ms;
 
 constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
-bool ensureFolder(const QString& path) {
+[[nodiscard]] bool ensureFolder(const QString& path) {
     if (QFileInfo(path).isDir())
         return true;
     const QString parent = QFileInfo(path).path();
@@ -48,7 +49,8 @@ QString ConfFilePreferences::defaultPath() {
 
 ConfFilePreferences::ConfFilePreferences(const QString& path)
     : m_path(QFileInfo(path).absoluteFilePath()) {
-    ensureFolder(QFileInfo(m_path).path());
+    // Where it cannot be made, the nearest folder is watched, and each write tries again.
+    std::ignore = ensureFolder(QFileInfo(m_path).path());
     m_announced = read().bytes;
     watch();
 

@@ -22,12 +22,12 @@ public:
     /// that it can be watched.
     explicit ConfFilePreferences(const QString& path = defaultPath());
 
-    std::optional<QString> value(const QString& key) const override;
+    [[nodiscard]] std::optional<QString> value(const QString& key) const override;
 
     /// Replaces the file in one step, readable by the user alone, through a symbolic link where
     /// the path is one. A file that is no INI file is first copied to "<file>.corrupt". False,
     /// with nothing changed, when the file is there but cannot be read, or cannot be written.
-    bool setValue(const QString& key, const QString& text) override;
+    [[nodiscard]] bool setValue(const QString& key, const QString& text) override;
 
 private:
     struct Content {
@@ -37,8 +37,8 @@ private:
 
     Content read() const;
     QString target() const;
-    bool setAside(const QByteArray& bytes) const;
-    bool write(const QByteArray& bytes);
+    [[nodiscard]] bool setAside(const QByteArray& bytes) const;
+    [[nodiscard]] bool write(const QByteArray& bytes);
     void watch();
 
     /// Tells listeners, unless `bytes` are what they know; whether it did.

@@ -1,8 +1,7 @@
 #include "linux/preferences/IniDocument.h"
 
-#include "linux/preferences/IniValue.h"
-
 #include <QStringDecoder>
+#include <QStringView>
 
 #include <algorithm>
 #include <ranges>
@@ -23,6 +22,76 @@ bool isText(const QByteArray& bytes) {
 
 bool isComment(const QByteArray& trimmed) {
     return trimmed.isEmpty() || trimmed.startsWith('#') || trimmed.startsWith(';');
+}
+
+bool isQuoted(QStringView value) {
+    return value.size() >= 2 && value.startsWith(u'"') && value.endsWith(u'"');
+}
+
+/// The characters that one-letter escapes stand for, and the letters.
+constexpr std::pair<char16_t, char16_t> shortEscapes[] = {
+    {u'\\', u'\\'}, {u'"', u'"'}, {u'\n', u'n'}, {u'\r', u'r'}, {u'\t', u't'}, {u' ', u's'},
+};
+
+/// Resolves the escape whose backslash was just read; takes what it used off `rest`.
+QChar resolveEscape(QStringView& rest) {
+    if (rest.isEmpty())
+        return u'\\';
+    for (const auto& [character, letter] : shortEscapes) {
+        if (rest.front() == letter) {
+            rest = rest.sliced(1);
+            return character;
+        }
+    }
+    const auto isHexadecimal = [](QChar digit) {
+        return digit.isDigit() || (digit.toLower() >= u'a' && digit.toLower() <= u'f');
+    };
+    qsizetype digits = 0;
+    while (rest.front() == u'x' && digits < 4 && digits + 1 < rest.size() &&
+           isHexadecimal(rest[digits + 1]))
+        ++digits;
+    if (digits == 0)
+        return u'\\';
+    const ushort code = rest.sliced(1, digits).toUShort(nullptr, 16);
+    rest = rest.sliced(1 + digits);
+    return QChar(code);
+}
+
+QString escapeCharacter(QChar character, bool quoted) {
+    if (character == u' ' || (character == u'"' && !quoted))
+        return character;
+    for (const auto& [plain, letter] : shortEscapes) {
+        if (character == plain)
+            return QString(u'\\') + QChar(letter);
+    }
+    if (character.category() == QChar::Other_Control)
+        return u"\\x%1"_s.arg(character.unicode(), 4, 16, QChar(u'0'));
+    return character;
+}
+
+/// The text that `value` stands for. Surrounding double quotes are dropped; \\ \" \n \r \t \s (a
+/// space) and \x with hexadecimal digits are resolved, any other backslash stands for itself.
+QString unescaped(const QString& value) {
+    QStringView rest = value;
+    if (isQuoted(rest))
+        rest = rest.sliced(1, rest.size() - 2);
+    QString text;
+    while (!rest.isEmpty()) {
+        const QChar next = rest.front();
+        rest = rest.sliced(1);
+        text += next == u'\\' ? resolveEscape(rest) : next;
+    }
+    return text;
+}
+
+/// The value, on one line, that `unescaped` reads as `text`.
+QString escaped(const QString& text) {
+    // Blanks at either end and leading quotes would not survive a reader.
+    const bool quoted = text.trimmed() != text || text.startsWith(u'"');
+    QString value;
+    for (const QChar character : text)
+        value += escapeCharacter(character, quoted);
+    return quoted ? u'"' + value + u'"' : value;
 }
 
 } // namespace
@@ -62,11 +131,11 @@ std::optional<QString> IniDocument::value(const QString& key) const {
     if (index < 0)
         return std::nullopt;
     const QByteArray& text = m_lines[index].text;
-    return unescapeIniValue(QString::fromUtf8(text.mid(text.indexOf('=') + 1)).trimmed());
+    return unescaped(QString::fromUtf8(text.mid(text.indexOf('=') + 1)).trimmed());
 }
 
 void IniDocument::setValue(const QString& key, const QString& text) {
-    const QByteArray assignment = (key + u'=' + escapeIniValue(text)).toUtf8() + lineBreak();
+    const QByteArray assignment = (key + u'=' + escaped(text)).toUtf8() + lineBreak();
     if (const qsizetype index = indexOf(key); index >= 0)
         m_lines[index].text = assignment;
     else

@@ -21,10 +21,10 @@ public:
 
     /// Reads a file's bytes; absent when they are no INI file: not UTF-8, or with a line that is
     /// neither blank, comment, header nor "key=value".
-    static std::optional<IniDocument> parse(const QByteArray& bytes);
+    [[nodiscard]] static std::optional<IniDocument> parse(const QByteArray& bytes);
 
     /// The key's text; absent when it is not set. A value in double quotes is read without them.
-    std::optional<QString> value(const QString& key) const;
+    [[nodiscard]] std::optional<QString> value(const QString& key) const;
 
     /// Sets the key. `key` must hold none of the characters "=[]#;" and no line break.
     void setValue(const QString& key, const QString& text);

@@ -1,12 +1,19 @@
 #pragma once
 
-#include "linux/secrets/GioPointer.h"
-
 #include <gio/gio.h>
 
 #include <chrono>
+#include <memory>
 
 namespace lumora {
+
+struct GObjectUnref {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+
+/// Owns one reference to a GObject.
+template <typename Object>
+using GioPointer = std::unique_ptr<Object, GObjectUnref>;
 
 /// Runs GIO's asynchronous functions to their end in the calling thread, in an event context of
 /// its own, so that nothing else of the program runs meanwhile. All that is run through one object

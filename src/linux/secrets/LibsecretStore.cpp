@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
@@ -149,7 +150,7 @@ SecretRemoval LibsecretStore::remove(const SecretKey& key) {
         if (isLocked(item))
             m_unlocker.foundLocked(QFileInfo(pathOf(item.get())).path());
         else
-            conversation.removeItem(*item);
+            std::ignore = conversation.removeItem(*item);
     }
     // Services report removals that did not happen as done: only looking again tells.
     const auto left = conversation.search(key, SECRET_SEARCH_NONE);

@@ -34,13 +34,14 @@ public:
         QDBusConnection bus, QString busAddress = sessionBusAddress(),
         std::chrono::milliseconds timeout = defaultTimeout);
 
-    SecretLookup lookup(const SecretKey& key) override;
-    bool add(const SecretKey& key, const QString& label, const QByteArray& secret) override;
-    SecretRemoval remove(const SecretKey& key) override;
+    [[nodiscard]] SecretLookup lookup(const SecretKey& key) override;
+    [[nodiscard]] bool
+    add(const SecretKey& key, const QString& label, const QByteArray& secret) override;
+    [[nodiscard]] SecretRemoval remove(const SecretKey& key) override;
 
 private:
-    SecretLookup ask(const SecretKey& key);
-    SecretLookup askWithoutItems(SecretConversation& conversation);
+    [[nodiscard]] SecretLookup ask(const SecretKey& key);
+    [[nodiscard]] SecretLookup askWithoutItems(SecretConversation& conversation);
     void itemTouched(const SecretAttributes& attributes);
     void becameReachable();
 

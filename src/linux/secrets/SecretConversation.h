@@ -28,22 +28,22 @@ public:
     SecretConversation(QString busAddress, std::chrono::milliseconds timeout);
 
     /// Connects. To be called first; nothing else may be called when it fails.
-    SecretOutcome<void> open();
+    [[nodiscard]] SecretOutcome<void> open();
 
     /// Every item with the key's attributes; with their secrets, where those can be read, if
     /// `flags` says so.
-    SecretOutcome<std::vector<GioPointer<SecretItem>>>
+    [[nodiscard]] SecretOutcome<std::vector<GioPointer<SecretItem>>>
     search(const SecretKey& key, SecretSearchFlags flags);
 
     /// The collection with the alias; null when there is none.
-    SecretOutcome<GioPointer<SecretCollection>> collection(const char* alias);
+    [[nodiscard]] SecretOutcome<GioPointer<SecretCollection>> collection(const char* alias);
 
     /// Adds an item with exactly the key's attributes, in place of one that has the same.
-    SecretOutcome<void> createItem(
+    [[nodiscard]] SecretOutcome<void> createItem(
         SecretCollection& collection, const SecretKey& key, const QString& label,
         const QByteArray& secret);
 
-    SecretOutcome<void> removeItem(SecretItem& item);
+    [[nodiscard]] SecretOutcome<void> removeItem(SecretItem& item);
 
 private:
     tl::unexpected<SecretFailure> failure(GError* error) const;

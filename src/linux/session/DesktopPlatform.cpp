@@ -30,9 +30,9 @@ namespace {
 /// Opens addresses through the desktop's own handlers, never through a shell.
 class DesktopUrlOpener final : public UrlOpener {
 public:
-    bool open(const QUrl& url, const QByteArray& activationToken) override {
+    void open(const QUrl& url, const QByteArray& activationToken) override {
         const ActivationTokenScope token(activationToken); // which the opened program inherits
-        return QDesktopServices::openUrl(url);
+        QDesktopServices::openUrl(url);
     }
 };
 

@@ -20,13 +20,13 @@ public:
     SystemClock(const SystemClock&) = delete;
     SystemClock& operator=(const SystemClock&) = delete;
 
-    Instant now() const override;
+    [[nodiscard]] Instant now() const override;
 
     /// Intervals below a second count as one, those above a century as a century.
-    std::unique_ptr<RepeatingTimer>
+    [[nodiscard]] std::unique_ptr<RepeatingTimer>
     every(std::chrono::seconds interval, std::function<void()> tick) override;
 
-    std::unique_ptr<Alarm> at(Instant time, std::function<void()> ring) override;
+    [[nodiscard]] std::unique_ptr<Alarm> at(Instant time, std::function<void()> ring) override;
 
     /// Completes no earlier than `duration`, at most 24 days, from now.
     QCoro::Task<> wait(std::chrono::milliseconds duration) override;

@@ -51,7 +51,7 @@ QString identityOf(const StatusMenuRow& row) {
 
 DBusMenu::DBusMenu(const QDBusConnection& bus, QObject* parent)
     : ExportedObject(bus, u"/MenuBar"_s, u"com.canonical.dbusmenu"_s, parent) {
-    registerDBusMenuTypes();
+    registerTrayTypes();
 }
 
 void DBusMenu::setRows(const QList<StatusMenuRow>& rows) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "linux/tray/DBusMenuTypes.h"
 #include "linux/tray/ExportedObject.h"
+#include "linux/tray/TrayTypes.h"
 #include "platform/StatusItem.h"
 
 #include <QHash>

@@ -36,7 +36,7 @@ public:
         const QDBusConnection& sessionBus, std::unique_ptr<BarAppearance> bar, Options options);
 
     void show(const StatusItemContent& content) override;
-    QString unavailableReason() const override;
+    [[nodiscard]] QString unavailableReason() const override;
 
 private:
     void appear();

@@ -42,7 +42,7 @@ bool isPress(const QDBusMessage& call) {
 
 StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, QObject* parent)
     : ExportedObject(bus, u"/StatusNotifierItem"_s, u"org.kde.StatusNotifierItem"_s, parent) {
-    registerStatusNotifierTypes();
+    registerTrayTypes();
 }
 
 void StatusNotifierItem::setContent(const StatusItemContent& content) {

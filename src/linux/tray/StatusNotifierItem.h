@@ -1,7 +1,7 @@
 #pragma once
 
 #include "linux/tray/ExportedObject.h"
-#include "linux/tray/StatusNotifierTypes.h"
+#include "linux/tray/TrayTypes.h"
 #include "platform/StatusItem.h"
 
 #include <QByteArray>

@@ -1,6 +1,5 @@
 #include "linux/tray/StatusNotifierRegistration.h"
 
-#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
 using namespace Qt::Literals::StringLiterals;
@@ -70,7 +69,7 @@ void StatusNotifierRegistration::askForOwner() {
 }
 
 void StatusNotifierRegistration::onOwnerChanged(const QString& newOwner) {
-    ++m_generation;
+    m_question.reset(); // it was to the watcher of before
     m_registered = false;
     m_refusals = 0;
     m_retry.stop();
@@ -126,14 +125,13 @@ void StatusNotifierRegistration::askForHost() {
 
 void StatusNotifierRegistration::ask(
     const QDBusMessage& call, const std::function<void(const QDBusMessage&)>& onAnswer) {
-    auto* pending = new QDBusPendingCallWatcher(m_bus.asyncCall(call, replyTimeout), this);
-    connect(
-        pending, &QDBusPendingCallWatcher::finished, this,
-        [this, pending, onAnswer, generation = ++m_generation] {
-            pending->deleteLater();
-            if (generation == m_generation)
-                onAnswer(pending->reply());
-        });
+    m_question = std::make_unique<QDBusPendingCallWatcher>(m_bus.asyncCall(call, replyTimeout));
+    connect(m_question.get(), &QDBusPendingCallWatcher::finished, this, [this, onAnswer] {
+        // The question is the caller here and must outlive the call.
+        auto* const answered = m_question.release();
+        answered->deleteLater();
+        onAnswer(answered->reply());
+    });
 }
 
 void StatusNotifierRegistration::setState(State state) {

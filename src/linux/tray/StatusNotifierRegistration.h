@@ -2,12 +2,14 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QTimer>
 
 #include <chrono>
 #include <functional>
+#include <memory>
 
 namespace lumora {
 
@@ -58,8 +60,8 @@ private:
     QTimer m_retry;
     State m_state = State::Looking;
     bool m_registered = false;
-    int m_refusals = 0;   ///< in a row, by the present watcher
-    int m_generation = 0; ///< replies to questions of an earlier one are stale
+    int m_refusals = 0;                                  ///< in a row, by the present watcher
+    std::unique_ptr<QDBusPendingCallWatcher> m_question; ///< whose answer is awaited
 };
 
 } // namespace lumora

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/tray/StatusNotifierTypes.h"
+#include "linux/tray/TrayTypes.h"
 #include "platform/BarAppearance.h"
 
 #include <QIcon>

@@ -8,13 +8,13 @@ namespace lumora {
 
 /// The parts of `widget`, not of its parts, in the order of its layout, which is the order in which
 /// they are read. Rows come and go, so this is not the order in which they were made.
-QList<QWidget*> partsInReadingOrder(const QWidget& widget);
+[[nodiscard]] QList<QWidget*> partsInReadingOrder(const QWidget& widget);
 
 /// Everything below `root` that has no parts of its own, seen or not, in reading order.
-QList<QWidget*> leavesInReadingOrder(const QWidget& root);
+[[nodiscard]] QList<QWidget*> leavesInReadingOrder(const QWidget& root);
 
 /// Whether a widget without parts says nothing to those who cannot see it: it has no name and
 /// nothing can be done with it.
-bool isDecoration(const QWidget& leaf);
+[[nodiscard]] bool isDecoration(const QWidget& leaf);
 
 } // namespace lumora

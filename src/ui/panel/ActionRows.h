@@ -1,13 +1,51 @@
 #pragma once
 
 #include "briefing/Briefing.h"
-#include "ui/panel/ActionRow.h"
 #include "ui/panel/KeyedRows.h"
+#include "ui/rows/RowButton.h"
 #include "ui/rows/SpokenRole.h"
+#include "ui/theme/PanelMetrics.h"
+#include "ui/theme/SpinnerMotion.h"
 
 #include <set>
 
 namespace lumora {
+
+/// A row that does something when it is clicked. While that is under way it shows a spinner before
+/// its content and refuses further clicks.
+class ActionRow : public RowButton {
+    Q_OBJECT
+
+public:
+    /// Points between the row's ground and its content.
+    static constexpr QMargins padding{PanelMetrics::rowReach, 3, PanelMetrics::rowReach, 3};
+
+    /// `themes` must outlive the row.
+    explicit ActionRow(const ThemeSource& themes, QWidget* parent = nullptr);
+
+    /// What a click stands for: the id that is sent, and the action's key while in flight.
+    void setAction(const QString& id, const QString& key);
+
+    const QString& id() const { return m_id; }
+
+    const QString& actionKey() const { return m_key; }
+
+    /// Shows `row`, behind the spinner while pending.
+    void setRow(RowContent row);
+
+    bool isPending() const { return m_pending; }
+
+    void setPending(bool pending);
+
+private:
+    void render();
+
+    QString m_id;
+    QString m_key;
+    RowContent m_row;
+    bool m_pending = false;
+    SpinnerMotion m_spinner;
+};
 
 /// What one clickable row shows and stands for.
 struct ActionRowValue {
@@ -39,9 +77,9 @@ private:
 };
 
 /// The rows of the habits, in the briefing's order.
-std::vector<ActionRowValue> habitRows(const Habits& habits);
+[[nodiscard]] std::vector<ActionRowValue> habitRows(const Habits& habits);
 
 /// The rows of the chores, in the briefing's order.
-std::vector<ActionRowValue> choreRows(const Chores& chores);
+[[nodiscard]] std::vector<ActionRowValue> choreRows(const Chores& chores);
 
 } // namespace lumora

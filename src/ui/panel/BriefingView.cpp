@@ -27,9 +27,9 @@ constexpr QMargins padding{
 
 } // namespace
 
-BriefingView::BriefingView(const Surroundings& surroundings, QWidget* parent)
+BriefingView::BriefingView(const Dependencies& dependencies, QWidget* parent)
     : QWidget(parent)
-    , m_with(surroundings)
+    , m_with(dependencies)
     , m_failure(new ErrorBanner(m_with.themes, this))
     , m_actionError(new ErrorBanner(m_with.themes, this))
     , m_eventsBody(new EventsBody(m_with.themes))

@@ -1,14 +1,17 @@
 #pragma once
 
+#include "briefing/LoadState.h"
 #include "platform/Clock.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/Preferences.h"
-#include "ui/panel/PanelValues.h"
 #include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QUrl>
 #include <QWidget>
+
+#include <optional>
+#include <set>
 
 class QVBoxLayout;
 
@@ -21,19 +24,31 @@ class EventsBody;
 class PaintedRow;
 class SpendingSection;
 
+/// What the panel is rendered from: the application's state at one moment.
+struct PanelValues {
+    const LoadState& state;
+    const std::optional<Briefing>& lastGood;
+    std::optional<Instant> lastUpdated; ///< when `lastGood` was stored
+    const std::set<QString>& pending;   ///< keys of the actions in flight
+    const std::optional<QString>& actionError;
+    bool isConfigured = true; ///< there is an endpoint and a token
+    bool hasDashboard = false;
+    Instant now; ///< the time that the rows are laid out for
+};
+
 /// The briefing's part of the panel: banners, sections and the focus line.
 class BriefingView : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:
     /// What the view works with. Everything must outlive it.
-    struct Surroundings {
+    struct Dependencies {
         const ThemeSource& themes;
         Preferences& preferences; ///< remembers which sections are folded
         Clock& clock;
     };
 
-    explicit BriefingView(const Surroundings& surroundings, QWidget* parent = nullptr);
+    explicit BriefingView(const Dependencies& dependencies, QWidget* parent = nullptr);
 
     /// Shows `values`, whose briefing must be there.
     void render(const PanelValues& values);
@@ -54,7 +69,7 @@ private:
     void reveal(std::optional<Instant> at);
     void renderSpending();
 
-    Surroundings m_with;
+    Dependencies m_with;
     ErrorBanner* m_failure;
     ErrorBanner* m_actionError;
     EventsBody* m_eventsBody;

@@ -1,5 +1,6 @@
 #include "ui/panel/CaptureField.h"
 
+#include "platform/Spawn.h"
 #include "ui/rows/RowButton.h"
 #include "ui/rows/WidgetTexts.h"
 
@@ -89,16 +90,10 @@ void CaptureField::showSaved() {
     m_edit->clear();
     m_justSaved = true;
     renderTrailing();
-    holdSaved();
-}
-
-QCoro::Task<> CaptureField::holdSaved() {
-    const QPointer<CaptureField> self(this);
-    co_await m_clock.wait(savedFor);
-    if (!self)
-        co_return;
-    m_justSaved = false;
-    renderTrailing();
+    spawn(this, m_clock.wait(savedFor), [this] {
+        m_justSaved = false;
+        renderTrailing();
+    });
 }
 
 void CaptureField::renderTrailing() {

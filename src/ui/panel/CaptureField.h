@@ -40,7 +40,6 @@ Q_SIGNALS:
 private:
     void send();
     void renderTrailing();
-    QCoro::Task<> holdSaved();
 
     Clock& m_clock;
     PaintedRow* m_icon;

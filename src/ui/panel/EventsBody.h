@@ -1,10 +1,40 @@
 #pragma once
 
-#include "ui/panel/EventRow.h"
+#include "briefing/Briefing.h"
 #include "ui/panel/KeyedRows.h"
+#include "ui/rows/PaintedRow.h"
 #include "ui/rows/SpokenRole.h"
 
+#include <QUrl>
+#include <QWidget>
+
 namespace lumora {
+
+class RowButton;
+
+/// One of today's events. Only its join button can be pressed.
+class EventRow : public QWidget, public SpokenAs<SpokenRole::Group> {
+    Q_OBJECT
+
+public:
+    /// `themes` must outlive the row.
+    explicit EventRow(const ThemeSource& themes, QWidget* parent = nullptr);
+
+    /// Shows `event` with its time as text; `isNext` marks the next meeting.
+    void render(const BriefEvent& event, const QString& timeLabel, bool isNext);
+
+    PaintedRow* texts() const { return m_texts; }
+
+    RowButton* joinButton() const { return m_join; }
+
+Q_SIGNALS:
+    void joinRequested(const QUrl& url);
+
+private:
+    PaintedRow* m_texts;
+    RowButton* m_join;
+    QUrl m_url;
+};
 
 /// The rows of today's upcoming events, or a sentence that there are none.
 class EventsBody : public QWidget, public SpokenAs<SpokenRole::Group> {

@@ -5,7 +5,6 @@
 #include "ui/access/FocusRing.h"
 #include "ui/access/ReadingOrder.h"
 #include "ui/panel/CaptureField.h"
-#include "ui/panel/Divider.h"
 #include "ui/panel/PanelFooter.h"
 #include "ui/panel/PanelPlaceholder.h"
 #include "ui/panel/RowContents.h"
@@ -14,6 +13,7 @@
 #include "ui/theme/PanelMetrics.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
@@ -23,6 +23,25 @@ namespace lumora {
 namespace {
 
 constexpr QMargins headerPadding{12, 10, 12, 10};
+
+/// A line one point high between two parts of the panel.
+class Divider final : public QWidget {
+public:
+    Divider(const ThemeSource& themes, QWidget* parent)
+        : QWidget(parent)
+        , m_themes(themes) {
+        setFixedHeight(1);
+        connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter(this).fillRect(rect(), m_themes.theme().color(ColorRole::Divider));
+    }
+
+private:
+    const ThemeSource& m_themes;
+};
 
 bool canTakeFocus(const QWidget& leaf) {
     return leaf.isVisible() && leaf.isEnabled() && !isDecoration(leaf);
@@ -44,14 +63,14 @@ findStop(const QWidgetList& leaves, qsizetype from, int step, bool (*wanted)(con
 
 } // namespace
 
-MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget* parent)
+MenuBarView::MenuBarView(const BriefingView::Dependencies& dependencies, QWidget* parent)
     : QWidget(parent)
-    , m_header(new PaintedRow(surroundings.themes, headerPadding, this))
-    , m_placeholder(new PanelPlaceholder(surroundings.themes, this))
-    , m_briefing(new BriefingView(surroundings, this))
-    , m_capture(new CaptureField(surroundings.themes, surroundings.clock, this))
-    , m_footer(new PanelFooter(surroundings.themes, this))
-    , m_ring(new FocusRing(surroundings.themes, this)) {
+    , m_header(new PaintedRow(dependencies.themes, headerPadding, this))
+    , m_placeholder(new PanelPlaceholder(dependencies.themes, this))
+    , m_briefing(new BriefingView(dependencies, this))
+    , m_capture(new CaptureField(dependencies.themes, dependencies.clock, this))
+    , m_footer(new PanelFooter(dependencies.themes, this))
+    , m_ring(new FocusRing(dependencies.themes, this)) {
     setFixedWidth(PanelMetrics::width);
     // Where the keyboard is when the panel opens: nothing happens there, and it is read first.
     m_header->setFocusPolicy(Qt::TabFocus);
@@ -60,12 +79,12 @@ MenuBarView::MenuBarView(const BriefingView::Surroundings& surroundings, QWidget
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(m_header);
-    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(new Divider(dependencies.themes, this));
     layout->addWidget(m_placeholder);
     layout->addWidget(m_briefing);
-    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(new Divider(dependencies.themes, this));
     layout->addWidget(m_capture);
-    layout->addWidget(new Divider(surroundings.themes, this));
+    layout->addWidget(new Divider(dependencies.themes, this));
     layout->addWidget(m_footer);
     m_briefing->hide();
     m_ring->raise();

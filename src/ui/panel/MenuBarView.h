@@ -16,7 +16,7 @@ class MenuBarView : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:
-    explicit MenuBarView(const BriefingView::Surroundings& surroundings, QWidget* parent = nullptr);
+    explicit MenuBarView(const BriefingView::Dependencies& dependencies, QWidget* parent = nullptr);
 
     /// Shows `values`; what did not change is not touched.
     void render(const PanelValues& values);

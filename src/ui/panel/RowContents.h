@@ -3,29 +3,43 @@
 #include "briefing/Briefing.h"
 #include "ui/rows/RowItem.h"
 
+#include <QLocale>
+
 namespace lumora {
 
 /// A text in the caption size and the secondary colour.
-RowContent captionRow(const QString& text);
+[[nodiscard]] RowContent captionRow(const QString& text);
 
 /// A text in the callout size and the secondary colour.
-RowContent calloutRow(const QString& text);
+[[nodiscard]] RowContent calloutRow(const QString& text);
 
 /// "Today" and how old the data is; `age` is empty before the first success.
-RowContent headerRow(const QString& age);
+[[nodiscard]] RowContent headerRow(const QString& age);
 
 /// A section's header. `summary` is shown only while folded; `rotation` is the chevron's, degrees.
-RowContent sectionHeaderRow(
+[[nodiscard]] RowContent sectionHeaderRow(
     const QString& title, const QString& symbol, std::optional<qint64> badge,
     const std::optional<QString>& summary, double rotation);
 
 /// An event's time, title and place; the join button is not part of it.
-RowContent eventRow(const BriefEvent& event, const QString& timeLabel, bool isNext);
+[[nodiscard]] RowContent eventRow(const BriefEvent& event, const QString& timeLabel, bool isNext);
 
-RowContent habitRow(const Habit& habit);
-RowContent choreRow(const Chore& chore);
+[[nodiscard]] RowContent habitRow(const Habit& habit);
+[[nodiscard]] RowContent choreRow(const Chore& chore);
 
 /// Habit progress and focus share on one line; empty when there is neither.
-RowContent focusRow(const Briefing& briefing);
+[[nodiscard]] RowContent focusRow(const Briefing& briefing);
+
+/// The month's figure.
+[[nodiscard]] RowContent spendingTotalRow(const Spending& spending, const QLocale& locale);
+
+/// The pace against last month. Arrow and colour follow the sign alone, however small the change.
+[[nodiscard]] RowContent spendingPaceRow(const Spending& spending);
+
+/// One bucket; a colour code that means nothing only leaves the bar out.
+[[nodiscard]] RowContent bucketRow(const Bucket& bucket, const QLocale& locale);
+
+/// The note below figures that are not of today.
+[[nodiscard]] RowContent spendingAsOfRow(const Spending& spending);
 
 } // namespace lumora

@@ -1,6 +1,6 @@
 #include "ui/panel/SpendingFigures.h"
 
-#include "ui/panel/SpendingRows.h"
+#include "ui/panel/RowContents.h"
 #include "ui/rows/RowButton.h"
 
 #include <QHBoxLayout>

@@ -12,7 +12,7 @@ namespace lumora {
 
 namespace {
 
-constexpr int mostLines = 4;
+constexpr int maximumLines = 4;
 
 // A text edit takes a line for seen only when there is room below it.
 constexpr int roomBelow = 1;
@@ -53,7 +53,7 @@ int ThoughtEdit::visibleLines() const {
     int lines = 0;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
         lines += std::max(1, block.layout()->lineCount());
-    return std::clamp(lines, 1, mostLines);
+    return std::clamp(lines, 1, maximumLines);
 }
 
 QSize ThoughtEdit::sizeHint() const {

@@ -49,13 +49,13 @@ struct RowItem {
     QColor barColor;
     std::optional<double> gapAfter; ///< points to the next item; absent: the row's spacing
 
-    static RowItem text(const QString& text, const TextStyle& style);
-    static RowItem shrinkingText(const QString& text, const TextStyle& style);
-    static RowItem makeSymbol(const QString& name, const TextStyle& style);
-    static RowItem space(double atLeast = 0);
-    static RowItem bar(const QColor& color, double width);
-    static RowItem badge(const QString& text);
-    static RowItem spinner(double rotation);
+    [[nodiscard]] static RowItem text(const QString& text, const TextStyle& style);
+    [[nodiscard]] static RowItem shrinkingText(const QString& text, const TextStyle& style);
+    [[nodiscard]] static RowItem makeSymbol(const QString& name, const TextStyle& style);
+    [[nodiscard]] static RowItem space(double atLeast = 0);
+    [[nodiscard]] static RowItem bar(const QColor& color, double width);
+    [[nodiscard]] static RowItem badge(const QString& text);
+    [[nodiscard]] static RowItem spinner(double rotation);
 
     bool operator==(const RowItem&) const = default;
 };

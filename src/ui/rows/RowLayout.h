@@ -19,12 +19,12 @@ struct RowGeometry {
 
 /// Lays `content` out in `width` points: first what has a width of its own, then what shrinks or
 /// is space shares the rest.
-RowGeometry layOutRow(const RowContent& content, const Theme& theme, double width);
+[[nodiscard]] RowGeometry layOutRow(const RowContent& content, const Theme& theme, double width);
 
 /// The width at which nothing in `content` has to give way.
-double naturalRowWidth(const RowContent& content, const Theme& theme);
+[[nodiscard]] double naturalRowWidth(const RowContent& content, const Theme& theme);
 
 /// The edge of a symbol that stands beside text of `role`, in points.
-double symbolEdge(TextRole role, const Theme& theme);
+[[nodiscard]] double symbolEdge(TextRole role, const Theme& theme);
 
 } // namespace lumora

@@ -35,13 +35,13 @@ public:
     }
 
     /// Where the items stand now, in points from `contentOrigin()`.
-    RowGeometry itemGeometry() const {
+    [[nodiscard]] RowGeometry itemGeometry() const {
         return layOutRow(m_content, theme(), this->contentsRect().width());
     }
 
     /// Where the content begins, in points: inside the padding, and in the middle of a widget that
     /// is higher than it needs to be.
-    QPointF contentOrigin() const {
+    [[nodiscard]] QPointF contentOrigin() const {
         const QRect room = this->contentsRect();
         return {double(room.left()), room.top() + (room.height() - itemGeometry().height) / 2};
     }

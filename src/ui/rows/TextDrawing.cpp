@@ -28,10 +28,10 @@ struct PictureRun {
 
 /// Whether `text` is a short mark with a picture in it, such as a streak's figure and flame.
 bool isPictorial(const QString& text) {
-    constexpr qsizetype most = 16;
+    constexpr qsizetype maximumLength = 16;
     const auto isPicture = [](QChar character) { return character.isSurrogate(); };
     const auto isLetter = [](QChar character) { return character.isLetter(); };
-    return text.size() <= most && std::any_of(text.cbegin(), text.cend(), isPicture) &&
+    return text.size() <= maximumLength && std::any_of(text.cbegin(), text.cend(), isPicture) &&
            std::none_of(text.cbegin(), text.cend(), isLetter);
 }
 
@@ -49,8 +49,8 @@ PictureRun shape(const QString& text, const QFont& font) {
 /// pictures in it, which takes longer than all else in a row. Only marks are kept here: what a
 /// person may want hidden, words and plain figures, is not.
 const PictureRun& pictureRun(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
-    constexpr qsizetype most = 64;
-    static QCache<QString, PictureRun> runs(most);
+    constexpr qsizetype maximumRuns = 64;
+    static QCache<QString, PictureRun> runs(maximumRuns);
     const QString key = font.key() + u' ' + QString::number(metrics.height()) + u'\n' + text;
     if (PictureRun* known = runs.object(key))
         return *known;

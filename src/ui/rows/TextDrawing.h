@@ -7,10 +7,10 @@ class QPainter;
 namespace lumora {
 
 /// The width of `line` in points, all of it. Line breaks count as spaces, here and below.
-double textWidth(const TextLine& line, const Theme& theme);
+[[nodiscard]] double textWidth(const TextLine& line, const Theme& theme);
 
 /// `line` cut to `width` with "…" at its end, or as it is when it fits.
-TextLine elidedLine(const TextLine& line, const Theme& theme, double width);
+[[nodiscard]] TextLine elidedLine(const TextLine& line, const Theme& theme, double width);
 
 /// Draws `line` from `baseline` on, in one go, with the strike in the text's own colour.
 void drawText(QPainter& painter, const QPointF& baseline, const TextLine& line, const Theme& theme);

@@ -11,14 +11,14 @@ namespace lumora {
 
 namespace {
 
-constexpr std::size_t mostCharacters = 400;
+constexpr std::size_t maximumCharacters = 400;
 constexpr qsizetype widestLine = 100; // characters; a plain tooltip does not wrap by itself
 
 } // namespace
 
 void setToolTipText(QWidget& widget, const QString& text) {
     const QString cut =
-        std::size_t(text.size()) > mostCharacters ? shortened(text, mostCharacters) : text;
+        std::size_t(text.size()) > maximumCharacters ? shortened(text, maximumCharacters) : text;
     const bool needsMarkup = Qt::mightBeRichText(cut) || cut.size() > widestLine;
     const QString shown = needsMarkup ? u"<span>"_s + cut.toHtmlEscaped() + u"</span>"_s : cut;
     // Setting a tooltip is an event even if nothing changes.

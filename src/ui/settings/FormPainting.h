@@ -19,15 +19,15 @@ inline constexpr double controlRadius = 7;
 inline constexpr int controlPadding = 10;
 
 /// The ground that the cards lie on, and theirs. The lighter one is the card's.
-QColor windowColor(const Theme& theme);
-QColor cardColor(const Theme& theme);
+[[nodiscard]] QColor windowColor(const Theme& theme);
+[[nodiscard]] QColor cardColor(const Theme& theme);
 
 /// The ground of a control on a card: stronger under the pointer, stronger still when pressed.
 enum class Emphasis { None, Hover, Pressed };
-QColor controlColor(const Theme& theme, Emphasis emphasis);
+[[nodiscard]] QColor controlColor(const Theme& theme, Emphasis emphasis);
 
 /// What menus and lists that pop up from the form are drawn with by the toolkit.
-QPalette popupPalette(const Theme& theme);
+[[nodiscard]] QPalette popupPalette(const Theme& theme);
 
 void paintGround(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
 

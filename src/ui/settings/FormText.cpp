@@ -1,6 +1,7 @@
 #include "ui/settings/FormText.h"
 
 #include "texts/TextShortening.h"
+#include "ui/settings/FormPainting.h"
 
 #include <QAccessible>
 #include <QFontDatabase>
@@ -13,7 +14,7 @@ namespace lumora {
 namespace {
 
 constexpr double endless = 1e6;
-constexpr std::size_t mostCharacters = 600; // of one run
+constexpr std::size_t maximumCharacters = 600; // of one run
 
 /// A monospaced font that looks as large as `font` beside it.
 QFont codeFont(const QFont& font) {
@@ -58,8 +59,8 @@ void FormText::applyTheme() {
 void FormText::setRuns(const QList<TextRun>& runs) {
     QList<TextRun> cut = runs;
     for (TextRun& run : cut) {
-        if (std::size_t(run.text.size()) > mostCharacters)
-            run.text = shortened(run.text, mostCharacters);
+        if (std::size_t(run.text.size()) > maximumCharacters)
+            run.text = shortened(run.text, maximumCharacters);
     }
     if (m_runs == cut)
         return;
@@ -132,6 +133,39 @@ void FormText::paintEvent(QPaintEvent*) {
     painter.setPen(m_themes.theme().color(m_color));
     const auto layout = layOut(width());
     layout->draw(&painter, {0, (height() - heightOf(*layout)) / 2});
+}
+
+FormLabel::FormLabel(const ThemeSource& themes, const QString& text, Style style)
+    : QLabel(text)
+    , m_themes(themes)
+    , m_style(style) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(&m_themes, &ThemeSource::changed, this, &FormLabel::applyTheme);
+    applyTheme();
+}
+
+void FormLabel::applyTheme() {
+    setFont(m_themes.theme().font(m_style.role, m_style.weight));
+    updateGeometry();
+    update();
+}
+
+QSize FormLabel::sizeHint() const {
+    const QFontMetrics metrics(font());
+    return {
+        metrics.size(Qt::TextSingleLine | Qt::TextHideMnemonic, text()).width(), metrics.height()};
+}
+
+QSize FormLabel::minimumSizeHint() const {
+    return sizeHint();
+}
+
+void FormLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setFont(font());
+    painter.setPen(m_themes.theme().color(m_style.color));
+    Form::paintLabel(painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, text(), *this);
 }
 
 } // namespace lumora

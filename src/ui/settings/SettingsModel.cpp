@@ -4,14 +4,13 @@
 #include "platform/LoginItemRegistry.h"
 #include "platform/Preferences.h"
 #include "platform/SecretStore.h"
+#include "platform/Spawn.h"
 #include "reminders/MeetingReminders.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 #include "state/AppState.h"
 #include "state/LoginItemService.h"
 #include "texts/SettingsTexts.h"
-
-#include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -93,7 +92,8 @@ void SettingsModel::saveToken() {
     m_testResult = savedResult();
     announce();
     // Later, so that the keyring's time and the refresh's do not add up to one wait.
-    QMetaObject::invokeMethod(this, [this] { m_with.state.refresh(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { spawn(m_with.state.refresh()); }, Qt::QueuedConnection);
 }
 
 void SettingsModel::testConnection() {
@@ -104,13 +104,12 @@ void SettingsModel::testConnection() {
     m_testing = true;
     m_testResult.reset();
     announce();
-    QMetaObject::invokeMethod(this, [this] { runTest(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this] { spawn(runTest()); }, Qt::QueuedConnection);
 }
 
 QCoro::Task<> SettingsModel::runTest() {
     const QPointer<SettingsModel> self(this);
-    const QString endpoint = m_with.state.endpointURL();
-    const auto fetched = co_await m_with.service.fetchBriefing(endpoint);
+    const auto fetched = co_await m_with.service.fetchBriefing(m_with.state.endpointURL());
     if (!self)
         co_return;
 
@@ -169,14 +168,7 @@ void SettingsModel::setNotifyBeforeMeetings(bool notify) {
         return;
     storePreference(m_with.preferences, PreferenceKeys::notifyBeforeMeetings, notify);
     announce();
-    applyNotifications();
-}
-
-QCoro::Task<> SettingsModel::applyNotifications() {
-    const QPointer<SettingsModel> self(this);
-    co_await m_with.reminders.requestAuthorization();
-    if (self)
-        co_await m_with.state.refresh();
+    spawn(this, m_with.reminders.requestAuthorization(), [this] { spawn(m_with.state.refresh()); });
 }
 
 MenuBarAmbient SettingsModel::menuBarAmbient() const {

@@ -55,7 +55,7 @@ public:
 
     void setToken(const QString& token);
 
-    bool canSaveToken() const { return !m_token.isEmpty(); }
+    [[nodiscard]] bool canSaveToken() const { return !m_token.isEmpty(); }
 
     /// Stores the token as it stands, empty or not, and refreshes with it.
     void saveToken();
@@ -98,8 +98,7 @@ private:
     void storeToken();
     void becameReadable();
     void announce();
-    QCoro::Task<> runTest();
-    QCoro::Task<> applyNotifications();
+    [[nodiscard]] QCoro::Task<> runTest();
 
     Collaborators m_with;
     bool m_shown = false;

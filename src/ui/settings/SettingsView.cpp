@@ -2,9 +2,8 @@
 
 #include "texts/SettingsTexts.h"
 #include "ui/settings/FormButton.h"
-#include "ui/settings/FormCard.h"
 #include "ui/settings/FormField.h"
-#include "ui/settings/FormLabel.h"
+#include "ui/settings/FormPainting.h"
 #include "ui/settings/FormPicker.h"
 #include "ui/settings/FormSwitch.h"
 #include "ui/settings/FormText.h"
@@ -12,6 +11,7 @@
 #include "ui/settings/TokenField.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -29,6 +29,12 @@ constexpr int headerIndent = 14; ///< in line with what is on the card
 constexpr int labelGap = 4;
 constexpr int controlGap = 8;
 constexpr int fieldGap = 10;
+
+constexpr double cardRadius = 11;
+constexpr QMargins cardPadding(14, 8, 14, 8);
+
+/// From a row of a card to the line below it, and from there to the next row.
+constexpr int rowGap = 8;
 
 // An ampersand is in front of the letter that leads there with Alt.
 const QString testTitle = u"&Test connection"_s;
@@ -68,6 +74,38 @@ QVBoxLayout* column(int gap) {
 
 } // namespace
 
+/// A group of settings: rows on a rounded ground, with lines between them.
+class SettingsView::Card final : public QWidget {
+public:
+    explicit Card(const ThemeSource& themes)
+        : m_themes(themes)
+        , m_rows(new QVBoxLayout(this)) {
+        m_rows->setContentsMargins(cardPadding);
+        m_rows->setSpacing(2 * rowGap + 1);
+        connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
+    }
+
+    /// Appends a row and takes what is in it.
+    void addRow(QLayout* row) { m_rows->addLayout(row); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const Theme& theme = m_themes.theme();
+        Form::paintGround(painter, rect(), cardRadius, Form::cardColor(theme));
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        for (int index = 1; index < m_rows->count(); ++index) {
+            const int top = m_rows->itemAt(index)->geometry().top() - rowGap - 1;
+            const QRect line(cardPadding.left(), top, width() - cardPadding.left(), 1);
+            painter.fillRect(line, theme.color(ColorRole::Divider));
+        }
+    }
+
+private:
+    const ThemeSource& m_themes;
+    QVBoxLayout* m_rows;
+};
+
 SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
     : m_model(model)
     , m_themes(themes)
@@ -96,7 +134,7 @@ SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
     connectControls();
 }
 
-void SettingsView::addGroup(QVBoxLayout& groups, const QString& header, FormCard* card) {
+void SettingsView::addGroup(QVBoxLayout& groups, const QString& header, Card* card) {
     if (groups.count() > 0)
         groups.addSpacing(groupGap - headerGap);
     if (!header.isEmpty()) {
@@ -108,7 +146,7 @@ void SettingsView::addGroup(QVBoxLayout& groups, const QString& header, FormCard
     groups.addWidget(card);
 }
 
-FormCard* SettingsView::makeConnection() {
+SettingsView::Card* SettingsView::makeConnection() {
     auto* const result = new QHBoxLayout;
     result->setSpacing(controlGap);
     result->addWidget(m_save, 0, Qt::AlignTop);
@@ -121,18 +159,18 @@ FormCard* SettingsView::makeConnection() {
     fields->addLayout(labelled(u"&API token"_s, m_token));
     fields->addLayout(result);
 
-    auto* const card = new FormCard(m_themes);
+    auto* const card = new Card(m_themes);
     card->addRow(fields);
     return card;
 }
 
-FormCard* SettingsView::makeRefresh() {
-    auto* const card = new FormCard(m_themes);
+SettingsView::Card* SettingsView::makeRefresh() {
+    auto* const card = new Card(m_themes);
     card->addRow(labelled(u"E&very"_s, m_interval));
     return card;
 }
 
-FormCard* SettingsView::makeGeneral() {
+SettingsView::Card* SettingsView::makeGeneral() {
     auto* const launch = column(0);
     launch->addWidget(m_launch);
     launch->addWidget(m_launchMessage);
@@ -147,17 +185,17 @@ FormCard* SettingsView::makeGeneral() {
     ambient->addLayout(labelled(u"&Menu bar shows"_s, m_ambient));
     ambient->addWidget(help);
 
-    auto* const card = new FormCard(m_themes);
+    auto* const card = new Card(m_themes);
     card->addRow(launch);
     card->addRow(notify);
     card->addRow(ambient);
     return card;
 }
 
-FormCard* SettingsView::makeNote() {
+SettingsView::Card* SettingsView::makeNote() {
     auto* const note = column(0);
     note->addWidget(m_note);
-    auto* const card = new FormCard(m_themes);
+    auto* const card = new Card(m_themes);
     card->addRow(note);
     return card;
 }

@@ -10,7 +10,6 @@ class QVBoxLayout;
 namespace lumora {
 
 class FormButton;
-class FormCard;
 class FormField;
 class FormPicker;
 class FormSwitch;
@@ -33,11 +32,13 @@ public:
     void focusFirstGap();
 
 private:
-    void addGroup(QVBoxLayout& groups, const QString& header, FormCard* card);
-    FormCard* makeConnection();
-    FormCard* makeRefresh();
-    FormCard* makeGeneral();
-    FormCard* makeNote();
+    class Card;
+
+    void addGroup(QVBoxLayout& groups, const QString& header, Card* card);
+    Card* makeConnection();
+    Card* makeRefresh();
+    Card* makeGeneral();
+    Card* makeNote();
     QLayout* labelled(const QString& label, FormField* field);
     QLayout* labelled(const QString& label, FormPicker* picker);
     void connectControls();

@@ -65,13 +65,13 @@ private:
 };
 
 /// What is seen where `foreground`, with its opacity, lies on an opaque `background`.
-QColor laidOver(const QColor& foreground, const QColor& background);
+[[nodiscard]] QColor laidOver(const QColor& foreground, const QColor& background);
 
 /// The contrast of `foreground` laid over `background`, from 1 to 21 (WCAG 2).
-double contrastRatio(const QColor& foreground, const QColor& background);
+[[nodiscard]] double contrastRatio(const QColor& foreground, const QColor& background);
 
 /// Whether things drawn with `theme` may move. Where the desktop asks for reduced motion, changes
 /// happen at once.
-bool motionAllowed(const Theme& theme);
+[[nodiscard]] bool motionAllowed(const Theme& theme);
 
 } // namespace lumora

@@ -40,7 +40,7 @@ struct PanelAnchor {
 
 /// The best anchor that `evidence` gives; failing all, the corner of the first screen where a
 /// status area usually is. Absent without a screen.
-std::optional<PanelAnchor>
+[[nodiscard]] std::optional<PanelAnchor>
 chooseAnchor(const AnchorEvidence& evidence, const QList<PlacementScreen>& screens);
 
 /// The direction a panel grows in; the opposite edge stays where it is.
@@ -60,6 +60,7 @@ struct PanelPlacement {
 /// Places a panel that would like to have `size` against the bar that holds `anchor`: below a top
 /// bar, above a bottom one, beside a vertical one; never outside `screen`'s work area, and `gap`
 /// points away from its edges. The panel is lower than `size` where there is not enough room.
-PanelPlacement placePanel(QPoint anchor, const PlacementScreen& screen, const QSize& size, int gap);
+[[nodiscard]] PanelPlacement
+placePanel(QPoint anchor, const PlacementScreen& screen, const QSize& size, int gap);
 
 } // namespace lumora

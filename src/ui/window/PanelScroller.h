@@ -4,9 +4,35 @@
 
 #include <QScrollArea>
 
+class QScrollBar;
+
 namespace lumora {
 
-class ScrollThumb;
+/// A thin mark over the right edge of what scrolls, which shows and changes how far it is
+/// scrolled. It takes no room, and is hidden while everything is in view.
+class ScrollThumb : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Shows the state of `bar`, which may itself be invisible and must outlive the thumb.
+    ScrollThumb(const ThemeSource& themes, QScrollBar* bar, QWidget* parent);
+
+    /// Where the mark itself is, in the widget's coordinates.
+    QRect thumbRect() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    void follow();
+    int travel() const;
+
+    const ThemeSource& m_themes;
+    QScrollBar* m_bar;
+    int m_grip = 0; ///< from the top of the mark to where it is held
+};
 
 /// Shows the panel's content at its own width and height, and lets it be scrolled where there is
 /// less room than that.
@@ -18,9 +44,9 @@ public:
     PanelScroller(const ThemeSource& themes, QWidget* content, QWidget* parent);
 
     /// The height that the content asks for at `width`, in points.
-    int contentHeight(int width) const;
+    [[nodiscard]] int contentHeight(int width) const;
 
-    bool isScrollable() const;
+    [[nodiscard]] bool isScrollable() const;
 
     void scrollByPage(int pages);
 

@@ -12,7 +12,7 @@ namespace lumora {
 class PanelShadow {
 public:
     /// How far the shadow reaches beyond the panel, in points.
-    static QMargins margins();
+    [[nodiscard]] static QMargins margins();
 
     /// Paints the shadow that a panel with corners of `radius` points throws when it covers
     /// `panel`; what lies under the panel itself is left out.

@@ -69,16 +69,16 @@ QList<PlacementScreen> desktopScreens() {
     return screens;
 }
 
-PanelWindow::PanelWindow(QWidget* content, const Surroundings& surroundings)
+PanelWindow::PanelWindow(QWidget* content, const Dependencies& dependencies)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint)
-    , m_around(surroundings)
-    , m_scroller(new PanelScroller(surroundings.themes, content, this)) {
+    , m_with(dependencies)
+    , m_scroller(new PanelScroller(dependencies.themes, content, this)) {
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowTitle(u"Lumora"_s);
 
     connect(m_scroller, &PanelScroller::contentChanged, this, &PanelWindow::refit);
-    connect(&m_around.compositing, &Compositing::changed, this, &PanelWindow::refit);
-    connect(&m_around.themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
+    connect(&m_with.compositing, &Compositing::changed, this, &PanelWindow::refit);
+    connect(&m_with.themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
     connect(qApp, &QGuiApplication::screenAdded, this, &PanelWindow::refit);
     connect(qApp, &QGuiApplication::screenRemoved, this, &PanelWindow::refit);
 }
@@ -88,7 +88,7 @@ void PanelWindow::toggle(const AnchorEvidence& evidence, const QByteArray& activ
         hide();
         return;
     }
-    const Instant now = m_around.clock.now();
+    const Instant now = m_with.clock.now();
     if (m_deactivated && now >= *m_deactivated && now - *m_deactivated < pressDelay)
         return;
     showAt(evidence, activationToken);
@@ -103,7 +103,7 @@ void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activ
     AnchorEvidence all = evidence;
     if (m_lastGoodAnchor)
         all.lastGood = m_lastGoodAnchor;
-    const auto anchor = chooseAnchor(all, m_around.screens());
+    const auto anchor = chooseAnchor(all, m_with.screens());
     if (anchor && anchor->known)
         m_lastGoodAnchor = anchor->point;
 
@@ -148,14 +148,14 @@ void PanelWindow::arrange() {
     const int borders = 2 * borderWidth();
     constexpr int width = PanelMetrics::width;
     const QSize wanted(width + borders, m_scroller->contentHeight(width) + borders);
-    if (m_around.placesWindows)
+    if (m_with.placesWindows)
         arrangeAtBar(wanted);
     else
         arrangeAsWindow(wanted);
 }
 
 void PanelWindow::arrangeAtBar(const QSize& wanted) {
-    const auto screens = m_around.screens();
+    const auto screens = m_with.screens();
     const auto anchor = chooseAnchor({.lastGood = m_lastGoodAnchor}, screens);
     if (!anchor)
         return;
@@ -202,7 +202,7 @@ bool PanelWindow::event(QEvent* event) {
 void PanelWindow::onDeactivated() {
     if (!m_open || hasActivePart(this))
         return;
-    m_deactivated = m_around.clock.now();
+    m_deactivated = m_with.clock.now();
     hide();
 }
 
@@ -235,7 +235,7 @@ void PanelWindow::mousePressEvent(QMouseEvent* event) {
 }
 
 void PanelWindow::paintEvent(QPaintEvent*) {
-    const Theme& theme = m_around.themes.theme();
+    const Theme& theme = m_with.themes.theme();
     const QColor background = theme.color(ColorRole::Background);
     QPainter painter(this);
     if (!isRounded()) {
@@ -252,7 +252,7 @@ void PanelWindow::paintEvent(QPaintEvent*) {
 
 void PanelWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (!m_around.placesWindows)
+    if (!m_with.placesWindows)
         setPanel(rect(), m_scroller->contentHeight(PanelMetrics::width));
 }
 

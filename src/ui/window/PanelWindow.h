@@ -17,7 +17,7 @@ namespace lumora {
 class PanelScroller;
 
 /// The monitors of the desktop, the first one first.
-QList<PlacementScreen> desktopScreens();
+[[nodiscard]] QList<PlacementScreen> desktopScreens();
 
 /// The window that the panel's content drops down in. It stands against the bar with the status
 /// item, is as high as its content, and goes away when the user turns to something else.
@@ -31,7 +31,7 @@ class PanelWindow : public QWidget, public SpokenAs<SpokenRole::Window> {
 
 public:
     /// What the window depends on; all of it outlives the window.
-    struct Surroundings {
+    struct Dependencies {
         const ThemeSource& themes;
         const Compositing& compositing;
         const Clock& clock;
@@ -40,7 +40,7 @@ public:
     };
 
     /// Takes `content`.
-    PanelWindow(QWidget* content, const Surroundings& surroundings);
+    PanelWindow(QWidget* content, const Dependencies& dependencies);
 
     /// What a press on the status item does: opens or closes the panel. A press that has just
     /// closed it, by taking the focus away, does not open it again.
@@ -55,7 +55,7 @@ public:
     QRect panelRect() const { return m_panel; }
 
     /// What the panel covers on the screen, in points.
-    QRect panelGeometry() const;
+    [[nodiscard]] QRect panelGeometry() const;
 
     void setVisible(bool visible) override;
 
@@ -78,9 +78,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    bool isRounded() const { return m_around.compositing.isActive(); }
+    bool isRounded() const { return m_with.compositing.isActive(); }
 
-    bool hasShadow() const { return isRounded() && m_around.placesWindows; }
+    bool hasShadow() const { return isRounded() && m_with.placesWindows; }
 
     int borderWidth() const { return isRounded() ? 0 : 1; }
 
@@ -92,7 +92,7 @@ private:
     void followScreens();
     void onDeactivated();
 
-    Surroundings m_around;
+    Dependencies m_with;
     PanelScroller* m_scroller;
     PanelShadow m_shadow;
     std::optional<QPoint> m_lastGoodAnchor; ///< in points

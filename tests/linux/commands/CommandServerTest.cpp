@@ -1,6 +1,5 @@
 #include "linux/commands/CommandServer.h"
 
-#include "linux/commands/CommandAddress.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>
@@ -60,7 +59,7 @@ TEST_F(CommandServerTest, AnswersTheStatus) {
 
 TEST_F(CommandServerTest, ARefreshAnswersWhenItHasEnded) {
     CommandServer server(handlers(), bus.connect());
-    server.claim();
+    ASSERT_TRUE(server.claim());
     const auto pending = call(u"Refresh"_s);
     ASSERT_TRUE(QTest::qWaitFor([&] { return bool(finishRefresh); }));
     EXPECT_FALSE(pending.isFinished());
@@ -70,7 +69,7 @@ TEST_F(CommandServerTest, ARefreshAnswersWhenItHasEnded) {
 
 TEST_F(CommandServerTest, PassesOnWhatConcernsWindows) {
     CommandServer server(handlers(), bus.connect());
-    server.claim();
+    ASSERT_TRUE(server.claim());
     answer(call(u"Open"_s, {u"one"_s}));
     answer(call(u"Hide"_s));
     answer(call(u"Toggle"_s, {u"two"_s}));
@@ -80,7 +79,7 @@ TEST_F(CommandServerTest, PassesOnWhatConcernsWindows) {
 
 TEST_F(CommandServerTest, PassesOnQuit) {
     CommandServer server(handlers(), bus.connect());
-    server.claim();
+    ASSERT_TRUE(server.claim());
     answer(call(u"Quit"_s));
     EXPECT_EQ(quits, 1);
 }
@@ -104,7 +103,7 @@ TEST_F(CommandServerTest, AnswersNobodyBeforeItIsTheRunningOne) {
 
 TEST_F(CommandServerTest, TheNameIsFreeAgainAfterwards) {
     {
-        CommandServer(handlers(), bus.connect()).claim();
+        EXPECT_TRUE(CommandServer(handlers(), bus.connect()).claim());
     }
     CommandServer next(handlers(), bus.connect());
     EXPECT_TRUE(next.claim());

@@ -1,5 +1,6 @@
 #include "linux/tray/DBusMenu.h"
 
+#include "linux/tray/BusNames.h"
 #include "support/BusProbe.h"
 #include "support/PrivateBus.h"
 
@@ -7,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 using testing::ElementsAre;
 
@@ -14,9 +16,6 @@ namespace lumora {
 namespace {
 
 using Kind = StatusMenuRow::Kind;
-
-const QString path = u"/MenuBar"_s;
-const QString menuInterface = u"com.canonical.dbusmenu"_s;
 
 const StatusMenuRow openRow{Kind::Action, MenuCommand::Open, u"Open Lumora"_s};
 const StatusMenuRow meetingRow{Kind::Text, {}, u"Standup in 12m"_s};
@@ -39,13 +38,13 @@ struct Layout {
 class DBusMenuTest : public testing::Test {
 protected:
     DBusMenuTest() {
-        m_probe.listen(path, menuInterface);
+        m_probe.listen(menuPath, menuInterface);
         m_menu.setRows({openRow, meetingRow, joinRow, separatorRow, quitRow});
         m_probe.forget();
     }
 
     QDBusMessage call(const QString& method, const QVariantList& arguments) {
-        return m_probe.call(path, menuInterface, method, arguments);
+        return m_probe.call(menuPath, menuInterface, method, arguments);
     }
 
     Layout layout(int parent = 0, int depth = -1, const QStringList& names = {}) {
@@ -57,10 +56,10 @@ protected:
         return call(u"Event"_s, {id, name, QVariant::fromValue(QDBusVariant(QString())), uint(1)});
     }
 
-    tests::PrivateBus m_bus;
+    PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connect();
     DBusMenu m_menu{m_connection};
-    tests::BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
+    BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
 };
 
 TEST_F(DBusMenuTest, LaysOutItsRows) {
@@ -117,11 +116,11 @@ TEST_F(DBusMenuTest, AnswersPropertiesOfRows) {
 
 TEST_F(DBusMenuTest, HasTheProtocolsProperties) {
     EXPECT_EQ(
-        m_probe.allProperties(path, menuInterface), (QVariantMap{
-                                                        {u"Version"_s, 3U},
-                                                        {u"TextDirection"_s, u"ltr"_s},
-                                                        {u"Status"_s, u"normal"_s},
-                                                        {u"IconThemePath"_s, QStringList()}}));
+        m_probe.allProperties(menuPath, menuInterface), (QVariantMap{
+                                                            {u"Version"_s, 3U},
+                                                            {u"TextDirection"_s, u"ltr"_s},
+                                                            {u"Status"_s, u"normal"_s},
+                                                            {u"IconThemePath"_s, QStringList()}}));
 }
 
 TEST_F(DBusMenuTest, ReportsTheCommandOfAClickedAction) {
@@ -232,12 +231,12 @@ TEST_F(DBusMenuTest, RowsWithTheSameCommandAreStillTwoRows) {
 }
 
 TEST_F(DBusMenuTest, ShowsLabelsLiterally) {
-    m_menu.setRows({{Kind::Action, u"x"_s, u"a_b__c\n<i>&"_s}});
+    m_menu.setRows({{Kind::Action, MenuCommand::Open, u"a_b__c\n<i>&"_s}});
     EXPECT_EQ(layout().root.children.at(0).properties.value(u"label"_s), u"a__b____c <i>&"_s);
 }
 
 TEST_F(DBusMenuTest, DescribesItselfCompletely) {
-    const QStringList described = m_probe.introspect(path, menuInterface);
+    const QStringList described = m_probe.introspect(menuPath, menuInterface);
     EXPECT_THAT(
         described, testing::UnorderedElementsAre(
                        u"Version"_s, u"TextDirection"_s, u"Status"_s, u"IconThemePath"_s,

@@ -1,6 +1,7 @@
 #include "linux/tray/LinuxStatusItem.h"
 
 #include "fakes/FakeBar.h"
+#include "linux/tray/BusNames.h"
 #include "support/BusProbe.h"
 #include "support/FakeWatcher.h"
 #include "support/PrivateBus.h"
@@ -13,17 +14,13 @@
 
 #include <memory>
 
+using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 namespace lumora {
 namespace {
-
-const QString itemPath = u"/StatusNotifierItem"_s;
-const QString itemInterface = u"org.kde.StatusNotifierItem"_s;
-const QString menuPath = u"/MenuBar"_s;
-const QString dbusMenuInterface = u"com.canonical.dbusmenu"_s;
 
 StatusItemContent content() {
     return {
@@ -37,8 +34,8 @@ StatusItemContent content() {
 
 class LinuxStatusItemTest : public testing::Test {
 protected:
-    std::unique_ptr<tests::FakeWatcher> watcher(bool hasHost = true) {
-        return std::make_unique<tests::FakeWatcher>(m_bus.connect(), hasHost);
+    std::unique_ptr<FakeWatcher> watcher(bool hasHost = true) {
+        return std::make_unique<FakeWatcher>(m_bus.connect(), hasHost);
     }
 
     bool becomesAvailable(bool available) {
@@ -46,16 +43,16 @@ protected:
             [&] { return m_item.unavailableReason().isEmpty() == available; }, 10'000);
     }
 
-    tests::PrivateBus m_bus;
+    PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connect();
     bool m_trayExists = false;
-    tests::FakeBar* const m_bar = new tests::FakeBar; ///< the item's
+    FakeBar* const m_bar = new FakeBar; ///< the item's
     LinuxStatusItem m_item{
         m_connection,
         std::unique_ptr<BarAppearance>(m_bar),
         {.desktop = u"sway"_s,
          .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }}}};
-    tests::BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
+    BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
     QSignalSpy m_shown{&m_item, &StatusItem::shown};
 };
 
@@ -100,7 +97,7 @@ TEST_F(LinuxStatusItemTest, DrawsTheSymbolAnewForAnotherBar) {
 TEST_F(LinuxStatusItemTest, SendsNothingWhenNothingChanged) {
     m_item.show(content());
     m_probe.listen(itemPath, itemInterface);
-    m_probe.listen(menuPath, dbusMenuInterface);
+    m_probe.listen(menuPath, menuInterface);
     m_probe.listen(itemPath, u"org.freedesktop.DBus.Properties"_s);
     m_item.show(content());
     EXPECT_THAT(m_probe.signalNames(), ElementsAre());
@@ -137,7 +134,7 @@ TEST_F(LinuxStatusItemTest, SaysWhyItIsNowhere) {
                u"No status area: the desktop keeps status items, but nothing shows them"_s;
     }));
 
-    LinuxStatusItem alone{QDBusConnection(u"none"_s), std::make_unique<tests::FakeBar>(), {}};
+    LinuxStatusItem alone{QDBusConnection(u"none"_s), std::make_unique<FakeBar>(), {}};
     alone.show(content());
     EXPECT_EQ(
         alone.unavailableReason(), u"No status area: there is no session bus and no system tray"_s);
@@ -171,7 +168,7 @@ TEST_F(LinuxStatusItemTest, HandsTheTokenToAPressOrACommand) {
     m_probe.call(itemPath, itemInterface, provide, {u"first"_s});
     m_probe.call(itemPath, itemInterface, u"Activate"_s, {3, 4});
     m_probe.call(itemPath, itemInterface, provide, {u"second"_s});
-    m_probe.call(menuPath, dbusMenuInterface, u"Event"_s, {1, u"clicked"_s, data, uint(0)});
+    m_probe.call(menuPath, menuInterface, u"Event"_s, {1, u"clicked"_s, data, uint(0)});
 
     ASSERT_EQ(activated.size(), 1);
     EXPECT_EQ(activated.at(0).at(0).toPoint(), QPoint(3, 4));
@@ -185,7 +182,7 @@ TEST_F(LinuxStatusItemTest, AppearsAnewOnMateWhenTheTextGoes) {
     const auto panel = watcher();
     LinuxStatusItem item{
         m_connection,
-        std::make_unique<tests::FakeBar>(),
+        std::make_unique<FakeBar>(),
         {.desktop = u"MATE"_s, .connect = [this](const QString& name) {
              return QDBusConnection::connectToBus(m_bus.address(), name);
          }}};
@@ -204,7 +201,7 @@ TEST_F(LinuxStatusItemTest, AppearsAnewOnMateWhenTheTextGoes) {
     item.show(next);
     EXPECT_TRUE(oldGone.wait());
     ASSERT_TRUE(QTest::qWaitFor([&] { return panel->registered().size() == 2; }));
-    tests::BusProbe probe(m_bus.connect(), panel->registered().last());
+    BusProbe probe(m_bus.connect(), panel->registered().last());
     EXPECT_FALSE(probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s).isValid());
     EXPECT_EQ(probe.property(itemPath, itemInterface, u"Title"_s), u"Lumora"_s);
     EXPECT_EQ(

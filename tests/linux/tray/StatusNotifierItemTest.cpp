@@ -1,5 +1,6 @@
 #include "linux/tray/StatusNotifierItem.h"
 
+#include "linux/tray/BusNames.h"
 #include "support/BusProbe.h"
 #include "support/PrivateBus.h"
 
@@ -9,6 +10,7 @@
 
 #include <gmock/gmock.h>
 
+using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
@@ -16,32 +18,29 @@ using testing::UnorderedElementsAre;
 namespace lumora {
 namespace {
 
-const QString notifierPath = u"/StatusNotifierItem"_s;
-const QString notifierInterface = u"org.kde.StatusNotifierItem"_s;
-
 class StatusNotifierItemTest : public testing::Test {
 protected:
     StatusNotifierItemTest() {
-        m_probe.listen(notifierPath, notifierInterface);
-        m_probe.listen(notifierPath, u"org.freedesktop.DBus.Properties"_s);
+        m_probe.listen(itemPath, itemInterface);
+        m_probe.listen(itemPath, u"org.freedesktop.DBus.Properties"_s);
         m_item.setContent(m_content);
         m_probe.forget();
     }
 
     QVariant property(const char* name) {
-        return m_probe.property(notifierPath, notifierInterface, QString::fromLatin1(name));
+        return m_probe.property(itemPath, itemInterface, QString::fromLatin1(name));
     }
 
     StatusToolTip toolTip() { return qdbus_cast<StatusToolTip>(property("ToolTip")); }
 
     QDBusMessage call(const QString& method, const QVariantList& arguments) {
-        return m_probe.call(notifierPath, notifierInterface, method, arguments);
+        return m_probe.call(itemPath, itemInterface, method, arguments);
     }
 
-    tests::PrivateBus m_bus;
+    PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connect();
     StatusNotifierItem m_item{m_connection};
-    tests::BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
+    BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
     StatusItemContent m_content{
         .symbol = u"calendar"_s,
         .text = u"Standup · 12m"_s,
@@ -66,7 +65,7 @@ TEST_F(StatusNotifierItemTest, SaysWhatItIs) {
 }
 
 TEST_F(StatusNotifierItemTest, AnswersAllPropertiesAtOnce) {
-    const QVariantMap all = m_probe.allProperties(notifierPath, notifierInterface);
+    const QVariantMap all = m_probe.allProperties(itemPath, itemInterface);
     for (auto [name, value] : all.asKeyValueRange())
         EXPECT_TRUE(property(name.toLatin1().constData()).isValid()) << name.toStdString();
     EXPECT_EQ(all.value(u"Id"_s), u"lumora"_s);
@@ -83,7 +82,7 @@ TEST_F(StatusNotifierItemTest, HasNoLabelPropertyWithoutText) {
 
         EXPECT_FALSE(property("XAyatanaLabel").isValid());
         EXPECT_FALSE(property("XAyatanaLabelGuide").isValid());
-        const QVariantMap all = m_probe.allProperties(notifierPath, notifierInterface);
+        const QVariantMap all = m_probe.allProperties(itemPath, itemInterface);
         EXPECT_FALSE(all.contains(u"XAyatanaLabel"_s));
         EXPECT_FALSE(all.contains(u"XAyatanaLabelGuide"_s));
         EXPECT_TRUE(all.contains(u"Title"_s));
@@ -99,7 +98,7 @@ TEST_F(StatusNotifierItemTest, TellsThatTheLabelChanged) {
         m_probe.signalsNamed(u"XAyatanaNewLabel"_s),
         ElementsAre(QVariantList{u"Standup · 11m"_s, u"Standup · 11m"_s}));
     const QVariantList change = m_probe.signalsNamed(u"PropertiesChanged"_s).value(0);
-    EXPECT_EQ(change.at(0), notifierInterface);
+    EXPECT_EQ(change.at(0), itemInterface);
     EXPECT_EQ(
         qdbus_cast<QVariantMap>(change.at(1)), (QVariantMap{
                                                    {u"XAyatanaLabel"_s, u"Standup · 11m"_s},
@@ -232,18 +231,18 @@ TEST_F(StatusNotifierItemTest, RefusesWhatItDoesNotKnow) {
     EXPECT_EQ(call(u"Explode"_s, {}).type(), QDBusMessage::ErrorMessage);
     EXPECT_EQ(call(u"Activate"_s, {u"left"_s}).type(), QDBusMessage::ErrorMessage);
     EXPECT_EQ(
-        m_probe.call(notifierPath, u"org.example.Other"_s, u"Activate"_s, {1, 2}).type(),
+        m_probe.call(itemPath, u"org.example.Other"_s, u"Activate"_s, {1, 2}).type(),
         QDBusMessage::ErrorMessage);
     EXPECT_FALSE(property("Colour").isValid());
     const QString properties = u"org.freedesktop.DBus.Properties"_s;
     EXPECT_EQ(
-        m_probe.call(notifierPath, properties, u"GetAll"_s, {u"org.example.Other"_s}).type(),
+        m_probe.call(itemPath, properties, u"GetAll"_s, {u"org.example.Other"_s}).type(),
         QDBusMessage::ErrorMessage);
     EXPECT_EQ(
         m_probe
             .call(
-                notifierPath, properties, u"Set"_s,
-                {notifierInterface, u"Title"_s, QVariant::fromValue(QDBusVariant(u"mine"_s))})
+                itemPath, properties, u"Set"_s,
+                {itemInterface, u"Title"_s, QVariant::fromValue(QDBusVariant(u"mine"_s))})
             .errorName(),
         u"org.freedesktop.DBus.Error.PropertyReadOnly"_s);
     EXPECT_EQ(property("Title"), u"Lumora: Standup"_s);
@@ -251,9 +250,9 @@ TEST_F(StatusNotifierItemTest, RefusesWhatItDoesNotKnow) {
 }
 
 TEST_F(StatusNotifierItemTest, DescribesItselfCompletely) {
-    QStringList described = m_probe.introspect(notifierPath, notifierInterface);
+    QStringList described = m_probe.introspect(itemPath, itemInterface);
 
-    QStringList expected = m_probe.allProperties(notifierPath, notifierInterface).keys();
+    QStringList expected = m_probe.allProperties(itemPath, itemInterface).keys();
     expected +=
         {u"Activate"_s,
          u"SecondaryActivate"_s,
@@ -273,12 +272,12 @@ TEST_F(StatusNotifierItemTest, DescribesItselfCompletely) {
 TEST_F(StatusNotifierItemTest, LeavesTheBusWhenItEnds) {
     const QString other = u"/StatusNotifierItem"_s;
     QDBusConnection second = m_bus.connect();
-    tests::BusProbe probe(m_bus.connect(), second.baseService());
+    BusProbe probe(m_bus.connect(), second.baseService());
     {
         const StatusNotifierItem item(second);
-        EXPECT_TRUE(probe.property(other, notifierInterface, u"Id"_s).isValid());
+        EXPECT_TRUE(probe.property(other, itemInterface, u"Id"_s).isValid());
     }
-    EXPECT_FALSE(probe.property(other, notifierInterface, u"Id"_s).isValid());
+    EXPECT_FALSE(probe.property(other, itemInterface, u"Id"_s).isValid());
 }
 
 } // namespace

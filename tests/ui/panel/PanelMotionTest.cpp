@@ -1,5 +1,5 @@
 #include "support/ViewHarness.h"
-#include "ui/panel/ActionRow.h"
+#include "ui/panel/ActionRows.h"
 #include "ui/panel/CollapsibleSection.h"
 
 #include <QVariantAnimation>

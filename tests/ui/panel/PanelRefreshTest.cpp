@@ -1,6 +1,6 @@
 #include "support/Builders.h"
 #include "support/ViewHarness.h"
-#include "ui/panel/ActionRow.h"
+#include "ui/panel/ActionRows.h"
 #include "ui/panel/CaptureField.h"
 #include "ui/panel/SpendingSection.h"
 

@@ -2,7 +2,6 @@
 
 #include "support/Builders.h"
 #include "support/ViewHarness.h"
-#include "ui/panel/SpendingRows.h"
 
 #include <gtest/gtest.h>
 

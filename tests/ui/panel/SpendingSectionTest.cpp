@@ -247,6 +247,7 @@ TEST_F(SpendingSectionTest, BucketKeysMayRepeatOrBeEmpty) {
     reveal();
     EXPECT_EQ(shown<PaintedRow>(*revealed()).size(), 2 + 4 + 1);
     EXPECT_EQ(m_panel.view.width(), 320);
+    EXPECT_EQ(cutOff(m_panel.view), "");
 }
 
 TEST_F(SpendingSectionTest, RefreshingTurnsAndCannotBePressedAgain) {

@@ -1,7 +1,5 @@
 #include "ui/window/PanelScroller.h"
 
-#include "ui/window/ScrollThumb.h"
-
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>

@@ -79,7 +79,7 @@ protected:
     void make(bool placesWindows = true) {
         content = new Content;
         window = std::make_unique<PanelWindow>(
-            content, PanelWindow::Surroundings{
+            content, PanelWindow::Dependencies{
                          .themes = themes,
                          .compositing = compositing,
                          .clock = clock,

@@ -1,4 +1,4 @@
-#include "linux/tray/StatusNotifierTypes.h"
+#include "linux/tray/TrayTypes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ui/settings/MaskedSpeech.h"
+#include "ui/settings/TokenField.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -10,9 +10,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class MaskedSpeech : public testing::Test {
+class TokenFieldTest : public testing::Test {
 protected:
-    MaskedSpeech() { secret.setEchoMode(QLineEdit::Password); }
+    TokenFieldTest() { secret.setEchoMode(QLineEdit::Password); }
 
     QLineEdit open;
     QLineEdit secret;
@@ -20,7 +20,7 @@ protected:
 
 } // namespace
 
-TEST_F(MaskedSpeech, TellsOfMaskedTextsByTheirLengthOnly) {
+TEST_F(TokenFieldTest, TellsOfMaskedTextsByTheirLengthOnly) {
     QAccessibleTextInsertEvent inserted(&secret, 1, u"abc"_s);
     auto told = maskedEvent(inserted);
     ASSERT_NE(told, nullptr);
@@ -44,7 +44,7 @@ TEST_F(MaskedSpeech, TellsOfMaskedTextsByTheirLengthOnly) {
     EXPECT_EQ(static_cast<QAccessibleTextUpdateEvent&>(*told).textInserted(), u"•••"_s);
 }
 
-TEST_F(MaskedSpeech, LeavesEverythingElseAsItIs) {
+TEST_F(TokenFieldTest, LeavesEverythingElseAsItIs) {
     QAccessibleTextInsertEvent readable(&open, 0, u"abc"_s);
     EXPECT_EQ(maskedEvent(readable), nullptr);
     QAccessibleEvent focused(&secret, QAccessible::Focus);
