@@ -91,6 +91,13 @@ TEST_F(SpawnTest, AnOwnerThatGoesMeanwhileHearsNothingButTheTaskEnds) {
     EXPECT_EQ(ends, 1);
 }
 
+TEST_F(SpawnTest, AnOwnerThatGoesMeanwhileHearsNothingOfATaskWithoutAResult) {
+    spawn(owner.get(), waitForNothing(promise), [this] { got = 0; });
+    owner.reset();
+    promise->complete(7);
+    EXPECT_EQ(got, std::nullopt);
+}
+
 TEST_F(SpawnTest, AnOwnerMayGoAfterwardsOrInTheContinuation) {
     spawnWaiting();
     spawn(owner.get(), waitFor(std::make_shared<Completion<int>>(), &ends), [](int) {});
