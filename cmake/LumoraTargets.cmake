@@ -54,10 +54,11 @@ function(lumora_layer)
 endfunction()
 
 # One test program of all sources in this folder, with the layer of the same folder below src/, if
-# there is one. Every case in it is a test of its own in ctest.
-#   lumora_tests([USES <library>...])
+# there is one. Every case in it is a test of its own in ctest, in a process of its own; AT_ONCE:
+# the program as a whole is one, where no case can leave anything behind for the next.
+#   lumora_tests([AT_ONCE] [USES <library>...])
 function(lumora_tests)
-    cmake_parse_arguments(TEST "" "" "USES" ${ARGN})
+    cmake_parse_arguments(TEST "AT_ONCE" "" "USES" ${ARGN})
     file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
     lumora_layer_target(${folder} layer)
     set(name ${layer}_tests)
@@ -71,6 +72,11 @@ function(lumora_tests)
     # Fixtures stand in anonymous namespaces; in a unity build their file is no main file.
     target_compile_options(${name} PRIVATE -Wno-subobject-linkage)
     target_precompile_headers(${name} REUSE_FROM lumora_test_support)
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${folder}: "
-        PROPERTIES TIMEOUT 300)
+    if(TEST_AT_ONCE)
+        add_test(NAME ${folder} COMMAND ${name} --gtest_brief=1)
+        set_tests_properties(${folder} PROPERTIES TIMEOUT 300)
+    else()
+        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${folder}: "
+            PROPERTIES TIMEOUT 300)
+    endif()
 endfunction()
