@@ -71,9 +71,13 @@ void XDesktop::openOtherWindow() {
     };
     if (!QTest::qWaitFor(managed, patience))
         throw std::runtime_error("no window manager came up");
-    xcb_map_window(connection, window);
-    xcb_flush(connection);
-    if (!shows(otherTitle))
+    // A window manager that has only just come up may miss what is asked of it.
+    const auto isShown = [&] {
+        xcb_map_window(connection, window);
+        xcb_flush(connection);
+        return windows(otherTitle) == 1;
+    };
+    if (!QTest::qWaitFor(isShown, patience))
         throw std::runtime_error("the other window did not open");
 }
 
