@@ -41,9 +41,9 @@ void X11Appearance::followManager() {
 }
 
 void X11Appearance::read() {
-    constexpr std::uint32_t mostWords = 64 * 1024;
+    constexpr std::uint32_t maximumWords = 64 * 1024;
     const auto cookie = xcb_get_property(
-        m_connection, false, m_manager.owner(), m_property, m_property, 0, mostWords);
+        m_connection, false, m_manager.owner(), m_property, m_property, 0, maximumWords);
     const ReplyPointer<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(m_connection, cookie, nullptr));
     if (!reply)

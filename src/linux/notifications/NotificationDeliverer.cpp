@@ -16,7 +16,7 @@ constexpr std::chrono::milliseconds patience = longestDeliveryDelay;
 constexpr std::chrono::seconds retryDelay{30};
 
 // A notification that no server gets shown, perhaps because each one crashes on it.
-constexpr int mostAttempts = 5;
+constexpr int maximumAttempts = 5;
 
 } // namespace
 
@@ -117,7 +117,7 @@ void NotificationDeliverer::dropHopeless() {
     const Instant now = m_clock.now();
     std::erase_if(m_unsent, [now](const Unsent& unsent) {
         return !unsent.underWay &&
-               (isTooLate(unsent.request.fireTime, now) || unsent.attempts == mostAttempts);
+               (isTooLate(unsent.request.fireTime, now) || unsent.attempts == maximumAttempts);
     });
 }
 

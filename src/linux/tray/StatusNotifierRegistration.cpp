@@ -9,7 +9,7 @@ namespace lumora {
 namespace {
 
 constexpr int replyTimeout = 10'000; // milliseconds
-constexpr int mostRefusals = 5;
+constexpr int maximumRefusals = 5;
 
 QString watcherName() {
     return u"org.kde.StatusNotifierWatcher"_s;
@@ -108,7 +108,7 @@ void StatusNotifierRegistration::onRegistered() {
 
 // A watcher that has only just taken its name may not have its object in place yet.
 void StatusNotifierRegistration::onRefused() {
-    if (++m_refusals < mostRefusals)
+    if (++m_refusals < maximumRefusals)
         m_retry.start();
 }
 
