@@ -6,7 +6,7 @@ namespace lumora {
 
 /// What there is from the first opening on.
 struct SettingsController::Opened {
-    Opened(const SettingsModel::Collaborators& with, const DesktopAppearance& appearance)
+    Opened(const SettingsModel::Dependencies& with, const DesktopAppearance& appearance)
         : themes(appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
         , model(with)
         , window(model, themes.themes()) {}
@@ -17,8 +17,8 @@ struct SettingsController::Opened {
 };
 
 SettingsController::SettingsController(
-    const SettingsModel::Collaborators& collaborators, const DesktopAppearance& appearance)
-    : m_with(collaborators)
+    const SettingsModel::Dependencies& dependencies, const DesktopAppearance& appearance)
+    : m_with(dependencies)
     , m_appearance(appearance) {}
 
 SettingsController::~SettingsController() = default;

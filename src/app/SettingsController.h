@@ -16,7 +16,7 @@ class SettingsController {
 public:
     /// Everything must outlive the controller.
     SettingsController(
-        const SettingsModel::Collaborators& collaborators, const DesktopAppearance& appearance);
+        const SettingsModel::Dependencies& dependencies, const DesktopAppearance& appearance);
     ~SettingsController();
     SettingsController(const SettingsController&) = delete;
     SettingsController& operator=(const SettingsController&) = delete;
@@ -27,7 +27,7 @@ public:
 private:
     struct Opened;
 
-    SettingsModel::Collaborators m_with;
+    SettingsModel::Dependencies m_with;
     const DesktopAppearance& m_appearance;
     std::unique_ptr<Opened> m_opened; ///< null until first opened
 };

@@ -17,7 +17,7 @@ public:
 
     /// Makes the model that the test looks at, once it has set up what the model finds.
     SettingsModel& open() {
-        model.emplace(SettingsModel::Collaborators{
+        model.emplace(SettingsModel::Dependencies{
             .state = *state,
             .preferences = preferences,
             .secrets = secrets,

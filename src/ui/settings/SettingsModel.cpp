@@ -24,8 +24,8 @@ bool isEnabled(const LoginItemRegistry& registry) {
 
 } // namespace
 
-SettingsModel::SettingsModel(const Collaborators& collaborators)
-    : m_with(collaborators)
+SettingsModel::SettingsModel(const Dependencies& dependencies)
+    : m_with(dependencies)
     , m_launchAtLogin(isEnabled(m_with.loginItems)) {
     connect(&m_with.preferences, &Preferences::changed, this, &SettingsModel::announce);
     connect(&m_with.secrets, &SecretStore::readable, this, &SettingsModel::becameReadable);

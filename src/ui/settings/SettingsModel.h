@@ -25,7 +25,7 @@ class SettingsModel : public QObject {
 
 public:
     /// What the model works with. Everything must outlive it.
-    struct Collaborators {
+    struct Dependencies {
         AppState& state;
         Preferences& preferences;
         SecretStore& secrets;
@@ -35,7 +35,7 @@ public:
         MeetingReminders& reminders;
     };
 
-    explicit SettingsModel(const Collaborators& collaborators);
+    explicit SettingsModel(const Dependencies& dependencies);
 
     /// The window comes up: reads token and login item anew. `changed` is emitted from here on.
     void appear();
@@ -100,7 +100,7 @@ private:
     void announce();
     [[nodiscard]] QCoro::Task<> runTest();
 
-    Collaborators m_with;
+    Dependencies m_with;
     bool m_shown = false;
     QString m_token;
     bool m_tokenTouched = false;      ///< by the user, since the window came up
