@@ -30,7 +30,7 @@ std::optional<QString> KeychainService::getToken() const {
     QStringDecoder decoder(
         QStringConverter::Utf8,
         QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
-    const QString token = decoder.decode(found.secret);
+    QString token = decoder.decode(found.secret);
     if (decoder.hasError() || token.isEmpty())
         return std::nullopt;
     return token;

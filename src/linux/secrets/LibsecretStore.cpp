@@ -34,7 +34,7 @@ std::optional<QByteArray> secretOf(const GioPointer<SecretItem>& item) {
         return std::nullopt;
     gsize size = 0;
     const gchar* const bytes = secret_value_get(value, &size);
-    const QByteArray secret(bytes, static_cast<qsizetype>(size));
+    QByteArray secret(bytes, static_cast<qsizetype>(size));
     secret_value_unref(value);
     return secret;
 }

@@ -5,6 +5,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QString>
 
+#include <utility>
+
 namespace lumora {
 
 /// How the Secret Service and its parts are called on the bus.
@@ -30,10 +32,11 @@ void callSecretService(
     call.setArguments(arguments);
     call.setAutoStartService(false);
     auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), context);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, then] {
-        watcher->deleteLater();
-        then(*watcher);
-    });
+    QObject::connect(
+        watcher, &QDBusPendingCallWatcher::finished, context, [watcher, then = std::move(then)] {
+            watcher->deleteLater();
+            then(*watcher);
+        });
 }
 
 } // namespace lumora
