@@ -2,6 +2,7 @@
 // Only what every layer finds: nothing of windows, buses or test libraries.
 #pragma once
 
+#include <QCoroTask>
 #include <QDateTime>
 #include <QHash>
 #include <QLocale>
@@ -13,6 +14,8 @@
 #include <QTimeZone>
 #include <QUrl>
 #include <QVariant>
+
+#include <tl/expected.hpp>
 
 #include <algorithm>
 #include <array>

@@ -206,6 +206,15 @@ TEST_F(AppStateTest, RestartingReplacesTheTimer) {
     EXPECT_EQ(clock.timerIntervals(), std::vector<std::chrono::seconds>{1800s});
 }
 
+TEST_F(AppStateTest, WhoeverRestartsThePollingIsDoneBeforeItFetches) {
+    start();
+    const auto before = requestCount();
+    state->startPolling();
+    EXPECT_EQ(requestCount(), before);
+    settle();
+    EXPECT_EQ(requestCount(), before + 1);
+}
+
 TEST_F(AppStateTest, AfterWakeOneRefreshStartsAndTheIntervalBeginsAnew) {
     startLoaded(1);
     clock.advance(9min);
@@ -279,6 +288,7 @@ TEST_F(AppStateTest, TheDashboardIsTheEndpointsSite) {
         QUrl(u"https://me@day.example:8443"_s));
     EXPECT_EQ(siteRoot({}), std::nullopt);
     EXPECT_EQ(siteRoot(u"day.example/api"_s), std::nullopt);
+    EXPECT_EQ(siteRoot(u"//day.example/api"_s), std::nullopt);
     EXPECT_EQ(siteRoot(u"https:///api/briefing"_s), std::nullopt);
     start();
     EXPECT_EQ(state->dashboardURL(), QUrl(u"https://day.example"_s));

@@ -88,6 +88,31 @@ TEST_F(StatusPresentationTest, AMeetingInProgressTellsWhenItEnds) {
     EXPECT_EQ(content().toolTipBody, u"Until 9:40 am\nUpdated 4m ago"_s);
 }
 
+TEST_F(StatusPresentationTest, InTheInstantItStartsAMeetingIsInProgress) {
+    load({meeting(u"Standup"_s, 0min)});
+    EXPECT_EQ(content().toolTipBody, u"Until 9:45 am\nUpdated 4m ago"_s);
+}
+
+TEST_F(StatusPresentationTest, BelowASecondAMeetingStartsNow) {
+    load({meeting(u"Standup"_s, 0min)});
+    briefing->eventsToday[0].start = statusNow + 500ms;
+    EXPECT_EQ(content().toolTipBody, u"Now, at 9:00 am\nUpdated 4m ago"_s);
+}
+
+TEST_F(StatusPresentationTest, BlanksAroundTitlesAndPlacesAreLeftOut) {
+    load({meeting(u" Standup\t"_s, 5min)});
+    briefing->eventsToday[0].location = u" \t "_s;
+    EXPECT_EQ(content().toolTipTitle, u"Standup"_s);
+    EXPECT_EQ(content().toolTipBody, u"In 5m, at 9:05 am\nUpdated 4m ago"_s);
+}
+
+TEST_F(StatusPresentationTest, AMeetingWithoutATitleTakesNoPlaceForText) {
+    load({meeting({}, -5min)});
+    EXPECT_EQ(content().text, std::nullopt);
+    EXPECT_EQ(content().title, u"Lumora"_s);
+    EXPECT_EQ(content().symbol, u"record.circle"_s);
+}
+
 TEST_F(StatusPresentationTest, AnAmbientFigureIsSpelledOut) {
     load({});
     EXPECT_EQ(content().toolTipTitle, u"2 of 5 habits done"_s);
@@ -154,6 +179,14 @@ TEST_F(StatusPresentationTest, AHugeTitleDoesNotBlowUpTheMenu) {
     load({meeting(QString(10'000, u'x'), 5min)});
     for (const QString& label : labels())
         EXPECT_LT(label.size(), 100);
+}
+
+TEST_F(StatusPresentationTest, TheMenuShowsFortyEightCharactersOfATitle) {
+    const QString fits(48, u'x');
+    load({meeting(fits, 5min)});
+    EXPECT_TRUE(labels().contains(u"Join "_s + fits));
+    briefing->eventsToday[0].title += u'x';
+    EXPECT_TRUE(labels().contains(u"Join "_s + fits + u'…'));
 }
 
 TEST_F(StatusPresentationTest, ATitleOfSeveralLinesIsOne) {

@@ -176,6 +176,7 @@ TEST_F(SettingsModelTest, AFailedTestSaysWhyAndRefreshesNothing) {
     };
     for (const auto& [outcome, result] : failures) {
         settings.testConnection();
+        EXPECT_EQ(settings.testResult(), std::nullopt);
         ASSERT_EQ(newRequests(), 1U);
         transport.complete(transport.requests().size() - 1, outcome);
         EXPECT_EQ(settings.testResult(), result);

@@ -100,6 +100,16 @@ INSTANTIATE_TEST_SUITE_P(
             {screenWith(fullHd, {120, 0, 0, 0})},
             {{90, 500}, 0, true}},
         AnchorCase{
+            "AsFarFromTheEdgeAsABarIsThick",
+            {none, QPoint(900, 64), none},
+            {noBar},
+            {{900, 64}, 0, true}},
+        AnchorCase{
+            "FartherFromTheEdgeIsJunk",
+            {none, QPoint(900, 65), none},
+            {noBar},
+            {{1919, 0}, 0, false}},
+        AnchorCase{
             "MiddleOfTheScreenIsJunk",
             {none, QPoint(900, 500), none},
             {topBar},
@@ -269,6 +279,27 @@ INSTANTIATE_TEST_SUITE_P(
             0,
             {{1600, 536, 320, 500}, up, {1600, 0, 320, 1036}}},
         PlacementCase{
+            "AtTheBarUpToThreeHundredBelowIt",
+            {1000, 328},
+            topBar,
+            panelSize,
+            0,
+            {{840, 28, 320, 500}, down, {840, 28, 320, 1052}}},
+        PlacementCase{
+            "NotAtTheBarFartherFromIt",
+            {1000, 329},
+            topBar,
+            panelSize,
+            0,
+            {{840, 345, 320, 500}, down, {840, 28, 320, 1052}}},
+        PlacementCase{
+            "AtTheNearerOfTwoBars",
+            {200, 100},
+            screenWith(fullHd, {70, 28, 0, 0}),
+            panelSize,
+            0,
+            {{70, 28, 320, 500}, down, {70, 28, 320, 1052}}},
+        PlacementCase{
             "BottomBarOfTwo",
             {1000, 1070},
             screenWith(fullHd, {0, 28, 0, 44}),
@@ -350,6 +381,13 @@ INSTANTIATE_TEST_SUITE_P(
             panelSize,
             0,
             {{840, 285, 320, 500}, up, {840, 0, 320, 1080}}},
+        PlacementCase{
+            "AboveAPointInTheMiddle",
+            {1000, 540},
+            noBar,
+            panelSize,
+            0,
+            {{840, 25, 320, 500}, up, {840, 0, 320, 1080}}},
         PlacementCase{
             "PushedUpWhereThereIsTooLittleRoomBelow",
             {1000, 500},
