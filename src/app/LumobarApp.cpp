@@ -1,7 +1,6 @@
 #include "app/LumobarApp.h"
 
 #include "platform/Spawn.h"
-#include "reminders/ReminderPlan.h"
 #include "texts/StatusPresentation.h"
 
 #include <QCoreApplication>
@@ -62,6 +61,7 @@ LumobarApp::LumobarApp(const PlatformFamily& platform)
     , m_keychain(*m_platform.secrets)
     , m_service(*m_platform.transport, m_keychain, *m_platform.clock)
     , m_reminders(*m_platform.notifications, *m_platform.preferences, *m_platform.clock)
+    , m_delegate(m_reminders, *m_platform.urls)
     , m_commands(handlers()) {
     StatusItem* item = m_platform.statusItem.get();
     connect(item, &StatusItem::activated, this, [this](QPoint position, const QByteArray& token) {
@@ -70,8 +70,8 @@ LumobarApp::LumobarApp(const PlatformFamily& platform)
     });
     connect(item, &StatusItem::commandChosen, this, &LumobarApp::runCommand);
     connect(
-        m_platform.notifications.get(), &NotificationCenter::responded, this,
-        &LumobarApp::openMeeting);
+        m_platform.notifications.get(), &NotificationCenter::responded, &m_delegate,
+        &AppDelegate::didReceive);
 }
 
 void LumobarApp::start() {
@@ -100,7 +100,7 @@ void LumobarApp::begin() {
         m_platform.notifications.get(), &NotificationCenter::authorizable, &m_session->state,
         &AppState::startPolling);
     followNetwork();
-    spawn(m_reminders.requestAuthorization());
+    m_delegate.applicationDidFinishLaunching();
 }
 
 void LumobarApp::followNetwork() {
@@ -152,12 +152,6 @@ void LumobarApp::runCommand(MenuCommand command, const QByteArray& activationTok
     case MenuCommand::Quit:
         break;
     }
-}
-
-/// The user reacted to a reminder, in whatever way.
-void LumobarApp::openMeeting(const QVariantMap& userInfo, const QByteArray& activationToken) {
-    if (const auto url = meetingLink(userInfo))
-        m_platform.urls->open(*url, activationToken);
 }
 
 void LumobarApp::openSettings(const QByteArray& activationToken) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AppDelegate.h"
 #include "app/PanelController.h"
 #include "app/SettingsController.h"
 #include "app/StatusItemController.h"
@@ -50,7 +51,6 @@ private:
     void followNetwork();
     void refresh(const std::function<void(QString)>& done);
     void runCommand(MenuCommand command, const QByteArray& activationToken);
-    void openMeeting(const QVariantMap& userInfo, const QByteArray& activationToken);
     void openSettings(const QByteArray& activationToken);
     void joinMeeting(const QByteArray& activationToken);
     CommandHandlers handlers();
@@ -59,6 +59,7 @@ private:
     KeychainService m_keychain;
     LumoService m_service;
     NotificationService m_reminders;
+    AppDelegate m_delegate;
     std::optional<Session> m_session;
     CommandServer m_commands;
 };

@@ -15,7 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const QString meetingUrlKey = u"meetingUrl"_s;
 constexpr auto leadMinutes = std::chrono::duration_cast<std::chrono::minutes>(reminderLead).count();
 
 bool isReminded(const BriefEvent& event, Instant now) {
@@ -55,11 +54,6 @@ NotificationRequest reminderRequest(const BriefEvent& event, Instant now) {
             request.button = u"Join"_s;
     }
     return request;
-}
-
-std::optional<QUrl> meetingLink(const QVariantMap& userInfo) {
-    const QVariant address = userInfo.value(meetingUrlKey);
-    return address.typeId() == QMetaType::QString ? safeLink(address.toString()) : std::nullopt;
 }
 
 QStringList

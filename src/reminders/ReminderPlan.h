@@ -3,12 +3,12 @@
 #include "briefing/Briefing.h"
 #include "platform/NotificationCenter.h"
 
-#include <QUrl>
-
-#include <optional>
 #include <vector>
 
 namespace lumora {
+
+/// Under what a reminder carries the address of its meeting, as text.
+inline const QString meetingUrlKey = QStringLiteral("meetingUrl");
 
 /// How long before a meeting its reminder comes.
 inline constexpr std::chrono::seconds reminderLead{300};
@@ -24,10 +24,6 @@ std::vector<BriefEvent> remindedEvents(const Briefing& briefing, Instant now);
 /// The reminder of an event that has a start. It is due at least a second after `now`, so that a
 /// moment that passed while the reminder was prepared is not lost.
 NotificationRequest reminderRequest(const BriefEvent& event, Instant now);
-
-/// Where a reaction to a reminder with this `userInfo` leads: the meeting's address, if there is
-/// one that parses and is safe to open.
-[[nodiscard]] std::optional<QUrl> meetingLink(const QVariantMap& userInfo);
 
 /// Those of the `pending` identifiers, in their order, that belong to none of the events.
 QStringList

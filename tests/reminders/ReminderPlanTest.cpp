@@ -160,24 +160,3 @@ TEST(ReminderPlan, WithdrawsWhatIsNoLongerWantedInTheCentresOrder) {
     EXPECT_EQ(staleIdentifiers({startingIn(1h).id()}, wanted), QStringList());
     EXPECT_EQ(staleIdentifiers({}, wanted), QStringList());
 }
-
-TEST(MeetingLink, IsTheMeetingsAddress) {
-    const auto event = makeEvent({.start = now + 1h, .meetingUrl = u"https://meet.example/a"_s});
-    EXPECT_EQ(meetingLink(reminderRequest(event, now).userInfo), QUrl(u"https://meet.example/a"_s));
-    EXPECT_TRUE(meetingLink({{u"meetingUrl"_s, u"zoommtg://join?confno=1"_s}}));
-}
-
-TEST(MeetingLink, IsAbsentWithoutAnAddressThatParses) {
-    EXPECT_EQ(meetingLink({}), std::nullopt);
-    EXPECT_EQ(meetingLink({{u"other"_s, u"https://meet.example/a"_s}}), std::nullopt);
-    EXPECT_EQ(meetingLink({{u"meetingUrl"_s, u"http://[nowhere"_s}}), std::nullopt);
-    EXPECT_EQ(meetingLink({{u"meetingUrl"_s, QString()}}), std::nullopt);
-    EXPECT_EQ(meetingLink({{u"meetingUrl"_s, 7}}), std::nullopt);
-}
-
-TEST(MeetingLink, NeitherReadsFilesNorRunsCode) {
-    for (const auto& address :
-         {u"file:///etc/passwd"_s, u"FILE:///etc/passwd"_s, u"javascript:alert(1)"_s,
-          u"data:text/html,x"_s, u"meet.example/a"_s})
-        EXPECT_EQ(meetingLink({{u"meetingUrl"_s, address}}), std::nullopt) << qPrintable(address);
-}
