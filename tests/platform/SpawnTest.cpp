@@ -100,10 +100,12 @@ TEST_F(SpawnTest, AnOwnerThatGoesMeanwhileHearsNothingOfATaskWithoutAResult) {
 
 TEST_F(SpawnTest, AnOwnerMayGoAfterwardsOrInTheContinuation) {
     spawnWaiting();
-    spawn(owner.get(), waitFor(std::make_shared<Completion<int>>(), &ends), [](int) {});
+    const auto late = std::make_shared<Completion<int>>();
+    spawn(owner.get(), waitFor(late, &ends), [](int) {});
     promise->complete(7);
     owner.reset();
     EXPECT_EQ(got, 7);
+    late->complete(7); // a task that never ends would never let go of its memory
 
     auto* const other = new QObject;
     promise = std::make_shared<Completion<int>>();
