@@ -51,6 +51,7 @@ TEST(CssColor, NeedsExactlySixDigits) {
 
 TEST(CssColor, RefusesOtherCharacters) {
     EXPECT_EQ(parseCssColor(u"#GG0000"), std::nullopt);
+    EXPECT_EQ(parseCssColor(u"#0000gg"), std::nullopt);
     EXPECT_EQ(parseCssColor(u"##1E90F"), std::nullopt);
     EXPECT_EQ(parseCssColor(u"0x1E90"), std::nullopt);
     EXPECT_EQ(parseCssColor(u"tomato"), std::nullopt);
