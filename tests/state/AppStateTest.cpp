@@ -66,6 +66,12 @@ TEST_F(AppStateTest, ASuccessIsStoredStampedPublishedAndHandedOn) {
     EXPECT_EQ(changed.count(), 1);
     ASSERT_EQ(reminders.scheduled.size(), 1U);
     EXPECT_EQ(reminders.scheduled[0].generatedAt, 7);
+
+    clock.advance(5s);
+    spawn(state->refresh());
+    answer(1, 8);
+    EXPECT_EQ(state->lastGood()->generatedAt, 8);
+    EXPECT_EQ(state->lastUpdated(), FakeClock::defaultStart + 7s);
 }
 
 TEST_F(AppStateTest, ASuccessIsPublishedWithItsTimeAndThenHandedOn) {

@@ -136,6 +136,7 @@ TEST(RowToolTips, SayWhatAClickDoes) {
     EXPECT_EQ(PanelTexts::habitToolTip(habit(0, 1, 0)), u"Toggle “Read”"_s);
     EXPECT_EQ(PanelTexts::habitToolTip(habit(0, 0, 0)), u"Toggle “Read”"_s);
     EXPECT_EQ(PanelTexts::habitToolTip(habit(0, -3, 0)), u"Toggle “Read”"_s);
+    EXPECT_EQ(PanelTexts::habitToolTip(habit(0, 2, 0)), u"Log one (0/2)"_s);
     EXPECT_EQ(PanelTexts::habitToolTip(habit(2, 8, 0)), u"Log one (2/8)"_s);
     EXPECT_EQ(PanelTexts::choreToolTip(chore(1)), u"Mark “Water plants” done"_s);
     EXPECT_EQ(PanelTexts::foldToolTip(u"Next up"_s, false), u"Collapse Next up"_s);
