@@ -14,6 +14,7 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <cstdlib>
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
@@ -120,7 +121,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
     return QApplication::exec();
 }
 
-int runClient(int& argc, char** argv, const Command& command) {
+int askRunningProgram(int& argc, char** argv, const Command& command) {
     const QCoreApplication application(argc, argv);
     CommandClient client;
     if (const auto* status = std::get_if<StatusCommand>(&command))
@@ -130,6 +131,13 @@ int runClient(int& argc, char** argv, const Command& command) {
     if (const auto* window = std::get_if<WindowCommand>(&command))
         return runWindow(client, *window);
     return outcome(client.quit());
+}
+
+/// Ends without tearing down what is static. Qt's D-Bus thread lives on until then, and warns when
+/// a message reaches it after the types it would be read into are gone.
+[[noreturn]] void leaveAtOnce(int exitCode) {
+    std::fflush(nullptr);
+    std::_Exit(exitCode);
 }
 
 } // namespace
@@ -155,5 +163,5 @@ int main(int argc, char** argv) {
     }
     if (const auto* run = std::get_if<RunCommand>(&*command))
         return runProgram(argc, argv, *run);
-    return runClient(argc, argv, *command);
+    leaveAtOnce(askRunningProgram(argc, argv, *command));
 }
