@@ -82,7 +82,15 @@ PanelWindow& PanelController::window() {
 }
 
 void PanelController::connectView() {
-    connect(m_window.get(), &PanelWindow::aboutToShow, this, &PanelController::render);
+    connect(m_window.get(), &PanelWindow::aboutToShow, this, [this] {
+        render();
+        m_view->scrollToTop();
+    });
+    // Columns are as wide as their texts, and these as large as the desktop says.
+    connect(&m_themes.themes(), &ThemeSource::changed, this, [this] {
+        if (m_window->isVisible())
+            render();
+    });
 
     BriefingView* const briefing = m_view->briefing();
     connect(briefing, &BriefingView::joinRequested, this, [this](const QUrl& url) {

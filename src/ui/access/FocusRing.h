@@ -27,6 +27,7 @@ protected:
 private:
     void watch(QWidget* marked);
     void place();
+    QRect inSight() const; ///< of what scrolls, in the parent's coordinates
 
     const ThemeSource& m_themes;
     QPointer<QWidget> m_marked;

@@ -1,6 +1,7 @@
 #include "ui/access/ReadingOrder.h"
 
 #include <QLayout>
+#include <QScrollArea>
 #include <QWidget>
 
 namespace lumora {
@@ -20,7 +21,7 @@ void appendParts(const QLayout& layout, QList<QWidget*>& parts) {
 void appendLeaves(const QWidget& widget, QList<QWidget*>& leaves) {
     const QList<QWidget*> parts = partsInReadingOrder(widget);
     for (QWidget* part : parts) {
-        if (part->layout())
+        if (hasParts(*part))
             appendLeaves(*part, leaves);
         else
             leaves += part;
@@ -33,7 +34,13 @@ QList<QWidget*> partsInReadingOrder(const QWidget& widget) {
     QList<QWidget*> parts;
     if (widget.layout())
         appendParts(*widget.layout(), parts);
+    else if (const auto* const scroller = qobject_cast<const QScrollArea*>(&widget))
+        parts += scroller->widget();
     return parts;
+}
+
+bool hasParts(const QWidget& widget) {
+    return widget.layout() || qobject_cast<const QScrollArea*>(&widget);
 }
 
 QList<QWidget*> leavesInReadingOrder(const QWidget& root) {

@@ -10,6 +10,9 @@ namespace lumora {
 /// they are read. Rows come and go, so this is not the order in which they were made.
 [[nodiscard]] QList<QWidget*> partsInReadingOrder(const QWidget& widget);
 
+/// Whether `widget` is there for what is in it: it may have parts, now or later.
+[[nodiscard]] bool hasParts(const QWidget& widget);
+
 /// Everything below `root` that has no parts of its own, seen or not, in reading order.
 [[nodiscard]] QList<QWidget*> leavesInReadingOrder(const QWidget& root);
 

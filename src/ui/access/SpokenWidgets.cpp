@@ -104,7 +104,7 @@ private:
     QList<QWidget*> spokenParts() const {
         QList<QWidget*> parts = partsInReadingOrder(*widget());
         parts.removeIf([](const QWidget* part) {
-            return part->isHidden() || (!part->layout() && isDecoration(*part));
+            return part->isHidden() || (!hasParts(*part) && isDecoration(*part));
         });
         return parts;
     }

@@ -10,7 +10,7 @@
 namespace lumora {
 
 ActionRow::ActionRow(const ThemeSource& themes, QWidget* parent)
-    : RowButton(themes, padding, Highlight::OnHover, parent)
+    : RowButton(themes, PanelMetrics::clickableRow, parent)
     , m_spinner(themes, this) {
     connect(&m_spinner, &QVariantAnimation::valueChanged, this, &ActionRow::render);
 }

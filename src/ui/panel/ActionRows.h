@@ -17,9 +17,6 @@ class ActionRow : public RowButton {
     Q_OBJECT
 
 public:
-    /// Points between the row's ground and its content.
-    static constexpr QMargins padding{PanelMetrics::rowReach, 3, PanelMetrics::rowReach, 3};
-
     /// `themes` must outlive the row.
     explicit ActionRow(const ThemeSource& themes, QWidget* parent = nullptr);
 

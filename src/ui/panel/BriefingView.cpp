@@ -11,6 +11,7 @@
 #include "ui/panel/RowContents.h"
 #include "ui/panel/SpendingSection.h"
 #include "ui/theme/PanelMetrics.h"
+#include "ui/theme/Spacing.h"
 
 #include <QVBoxLayout>
 
@@ -20,28 +21,24 @@ namespace lumora {
 
 namespace {
 
-constexpr int spacing = 12;
-constexpr QMargins padding{
-    PanelMetrics::padding - PanelMetrics::rowReach, 10,
-    PanelMetrics::padding - PanelMetrics::rowReach, 10};
+constexpr int spacing = 12 - PanelMetrics::headerReach;
+constexpr QMargins padding =
+    QMargins{PanelMetrics::padding, 10, PanelMetrics::padding, 10} - PanelMetrics::besideSections;
 
 } // namespace
 
 BriefingView::BriefingView(const Dependencies& dependencies, QWidget* parent)
     : QWidget(parent)
     , m_with(dependencies)
-    , m_failure(new ErrorBanner(m_with.themes, this))
-    , m_actionError(new ErrorBanner(m_with.themes, this))
+    , m_failure(new ErrorBanner(m_with.themes, PanelMetrics::besideSections, this))
+    , m_actionError(new ErrorBanner(m_with.themes, PanelMetrics::besideSections, this))
     , m_eventsBody(new EventsBody(m_with.themes))
     , m_habitRows(new ActionRows(m_with.themes))
     , m_choreRows(new ActionRows(m_with.themes))
     , m_spendingBody(new SpendingSection(m_with.themes))
     , m_layout(new QVBoxLayout(this))
     , m_now(m_with.clock.now()) {
-    m_layout->setContentsMargins(padding);
-    m_layout->setSpacing(spacing);
-    for (ErrorBanner* banner : {m_failure, m_actionError})
-        banner->setContentsMargins(PanelMetrics::besideRows);
+    keepSpaced(*m_layout, m_with.themes, padding, spacing);
     m_layout->addWidget(m_failure);
     m_layout->addWidget(m_actionError);
     m_events =
@@ -51,7 +48,7 @@ BriefingView::BriefingView(const Dependencies& dependencies, QWidget* parent)
         addSection(u"Chores due"_s, u"checklist"_s, PreferenceKeys::choresCollapsed, m_choreRows);
     m_spending = addSection(
         u"Spending"_s, u"creditcard"_s, PreferenceKeys::spendingCollapsed, m_spendingBody);
-    m_focus = new PaintedRow(m_with.themes, PanelMetrics::besideRows, this);
+    m_focus = new PaintedRow(m_with.themes, PanelMetrics::besideSections, this);
     m_layout->addWidget(m_focus);
 
     connect(m_eventsBody, &EventsBody::joinRequested, this, &BriefingView::joinRequested);

@@ -3,6 +3,8 @@
 #include "platform/Spawn.h"
 #include "ui/rows/RowButton.h"
 #include "ui/rows/WidgetTexts.h"
+#include "ui/theme/PanelMetrics.h"
+#include "ui/theme/Spacing.h"
 
 #include <QHBoxLayout>
 
@@ -16,8 +18,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr QMargins fieldPadding{12, 8, 12, 8};
+// Without the reach of what stands at the end, be it the button or what takes its place.
+constexpr QMargins fieldPadding{12, 8, 12 - PanelMetrics::button.right(), 8};
 constexpr int fieldSpacing = 6;
+constexpr QMargins trailingPadding{0, 0, PanelMetrics::button.right(), 0};
 constexpr auto savedFor = 1500ms;
 
 RowContent captionSymbol(const QString& name, ColorRole color) {
@@ -42,12 +46,11 @@ CaptureField::CaptureField(const ThemeSource& themes, Clock& clock, QWidget* par
     , m_clock(clock)
     , m_icon(fitted(new PaintedRow(themes, {}, this)))
     , m_edit(new ThoughtEdit(themes, this))
-    , m_state(fitted(new PaintedRow(themes, {}, this)))
-    , m_send(fitted(new RowButton(themes, {}, RowButton::Highlight::None, this)))
+    , m_state(fitted(new PaintedRow(themes, trailingPadding, this)))
+    , m_send(fitted(new RowButton(themes, PanelMetrics::button, this)))
     , m_spinner(themes, this) {
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(fieldPadding);
-    layout->setSpacing(fieldSpacing);
+    keepSpaced(*layout, themes, fieldPadding, fieldSpacing);
     layout->addWidget(m_icon);
     layout->addWidget(m_edit, 1);
     layout->addWidget(m_state);

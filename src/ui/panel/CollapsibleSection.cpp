@@ -13,7 +13,7 @@ namespace lumora {
 
 namespace {
 
-constexpr int headerToContent = 6;
+constexpr int headerToContent = 6 - PanelMetrics::headerReach;
 constexpr double foldedRotation = -90;
 
 } // namespace
@@ -22,7 +22,7 @@ CollapsibleSection::CollapsibleSection(
     const ThemeSource& themes, Appearance appearance, QWidget* content, QWidget* parent)
     : QWidget(parent)
     , m_appearance(std::move(appearance))
-    , m_header(new RowButton(themes, PanelMetrics::besideRows, RowButton::Highlight::None, this))
+    , m_header(new RowButton(themes, PanelMetrics::sectionHeader, this))
     , m_fold(new FoldArea(themes, content, headerToContent, this)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});

@@ -15,16 +15,19 @@ namespace lumora {
 
 namespace {
 
-constexpr double bannerSpacing = 6;
+constexpr double bannerSpacing = 6; // points
 constexpr int wrapping = Qt::TextWrapAnywhere | Qt::TextWordWrap;
 
 } // namespace
 
-ErrorBanner::ErrorBanner(const ThemeSource& themes, QWidget* parent)
+ErrorBanner::ErrorBanner(const ThemeSource& themes, QMargins padding, QWidget* parent)
     : QWidget(parent)
-    , m_themes(themes) {
+    , m_themes(themes)
+    , m_padding(padding) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setContentsMargins(m_themes.theme().pixels(m_padding));
     connect(&m_themes, &ThemeSource::changed, this, [this] {
+        setContentsMargins(m_themes.theme().pixels(m_padding));
         updateGeometry();
         update();
     });
@@ -56,11 +59,16 @@ void ErrorBanner::tell(QAccessible::Event what) {
 QRectF ErrorBanner::textRect(double width) const {
     const double edge = symbolEdge(TextRole::Caption, m_themes.theme());
     const QFontMetricsF metrics(m_themes.theme().font(TextRole::Caption));
-    const double left = contentsMargins().left() + edge + bannerSpacing;
-    const QRectF room(left, 0, std::max(1.0, width - contentsMargins().right() - left), 1e6);
+    const double before = edge + m_themes.theme().exact(bannerSpacing);
+    const QMargins margins = contentsMargins();
+    const double free = width - margins.left() - margins.right() - before;
+    const bool fromLeft = layoutDirection() == Qt::LeftToRight;
+    const QRectF room(margins.left() + (fromLeft ? before : 0), 0, std::max(1.0, free), 1e6);
     QRectF rect = metrics.boundingRect(room, wrapping, m_message);
+    rect.setLeft(room.left());
+    rect.setRight(room.right());
     // One line stands in the middle of the symbol.
-    rect.moveTop(std::max(0.0, (edge - metrics.height()) / 2));
+    rect.moveTop(margins.top() + std::max(0.0, (edge - metrics.height()) / 2));
     return rect;
 }
 
@@ -69,7 +77,8 @@ int ErrorBanner::heightForWidth(int width) const {
     if (m_message.isEmpty())
         return 0;
     const double edge = symbolEdge(TextRole::Caption, m_themes.theme());
-    return int(std::ceil(std::max(edge, textRect(width).bottom())));
+    const double bottom = std::max(contentsMargins().top() + edge, textRect(width).bottom());
+    return int(std::ceil(bottom)) + contentsMargins().bottom();
 }
 
 QSize ErrorBanner::sizeHint() const {
@@ -81,9 +90,12 @@ void ErrorBanner::paintEvent(QPaintEvent*) {
     const Theme& theme = m_themes.theme();
     const QColor color = theme.color(ColorRole::Orange);
     const double edge = symbolEdge(TextRole::Caption, theme);
+    const bool fromLeft = layoutDirection() == Qt::LeftToRight;
+    const double left =
+        fromLeft ? contentsMargins().left() : width() - contentsMargins().right() - edge;
     paintSymbol(
-        painter, QRectF(contentsMargins().left(), 0, edge, edge), u"exclamationmark.triangle"_s,
-        color);
+        painter, QRectF(left, contentsMargins().top(), edge, edge), u"exclamationmark.triangle"_s,
+        {.tint = color});
     painter.setFont(theme.font(TextRole::Caption));
     painter.setPen(color);
     painter.drawText(textRect(width()), wrapping, m_message);

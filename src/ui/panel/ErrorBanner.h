@@ -14,8 +14,8 @@ class ErrorBanner : public QWidget, public SpokenAs<SpokenRole::Alert> {
     Q_OBJECT
 
 public:
-    /// `themes` must outlive the banner.
-    explicit ErrorBanner(const ThemeSource& themes, QWidget* parent = nullptr);
+    /// `padding` is in points; `themes` must outlive the banner.
+    ErrorBanner(const ThemeSource& themes, QMargins padding, QWidget* parent = nullptr);
 
     /// Shows `message`; an empty one hides the banner.
     void setMessage(const QString& message);
@@ -35,6 +35,7 @@ private:
     QRectF textRect(double width) const;
 
     const ThemeSource& m_themes;
+    QMargins m_padding; ///< points
     QString m_message;
 };
 

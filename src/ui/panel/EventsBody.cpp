@@ -7,6 +7,7 @@
 #include "ui/rows/RowButton.h"
 #include "ui/rows/WidgetTexts.h"
 #include "ui/theme/PanelMetrics.h"
+#include "ui/theme/Spacing.h"
 
 #include <QHBoxLayout>
 
@@ -22,29 +23,38 @@ constexpr std::size_t maximumRows = 10;
 constexpr int eventsSpacing = 6;
 constexpr int eventSpacing = 8;
 
+// The join button's reach is a part of the gap before it, and of the one to the panel's edge.
+constexpr QMargins joinPadding{3, 0, 3, 0};
+constexpr QMargins bodyMargins{
+    PanelMetrics::rowReach, 0, PanelMetrics::rowReach - joinPadding.right(), 0};
+constexpr QMargins textsPadding{0, 0, joinPadding.right(), 0};
+constexpr int joinGap = eventSpacing - joinPadding.right() - joinPadding.left();
+
 } // namespace
 
 EventRow::EventRow(const ThemeSource& themes, QWidget* parent)
     : QWidget(parent)
-    , m_texts(new PaintedRow(themes, {}, this))
-    , m_join(new RowButton(themes, {}, RowButton::Highlight::None, this)) {
+    , m_texts(new PaintedRow(themes, textsPadding, this))
+    , m_join(new RowButton(themes, joinPadding, this)) {
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins({});
-    layout->setSpacing(eventSpacing);
+    keepSpaced(*layout, themes, {}, joinGap);
     layout->addWidget(m_texts, 1);
     layout->addWidget(m_join, 0, Qt::AlignTop);
     connect(m_join, &QAbstractButton::clicked, this, [this] { Q_EMIT joinRequested(m_url); });
 }
 
-void EventRow::render(const BriefEvent& event, const QString& timeLabel, bool isNext) {
-    m_texts->setContent(eventRow(event, timeLabel, isNext));
-    setSpokenName(*m_texts, PanelTexts::eventAccessibleName(event, timeLabel));
+void EventRow::render(const BriefEvent& event, const TimeCell& time, bool isNext) {
+    m_texts->setContent(eventRow(event, time, isNext));
+    setSpokenName(*m_texts, PanelTexts::eventAccessibleName(event, time.text));
 
     const auto url = joinUrl(event);
     m_url = url.value_or(QUrl());
     m_join->setVisible(url.has_value());
     const ColorRole tint = isNext ? ColorRole::Accent : ColorRole::Secondary;
-    m_join->setContent({.items = {RowItem::makeSymbol(u"video.fill"_s, {.color = tint})}});
+    m_join->setContent({
+        .items = {RowItem::makeSymbol(u"video.fill"_s, {.color = tint})},
+        .lineOf = TextRole::Callout,
+    });
     const QString join = u"Join "_s + event.title;
     setToolTipText(*m_join, join);
     setSpokenName(*m_join, join);
@@ -53,14 +63,13 @@ void EventRow::render(const BriefEvent& event, const QString& timeLabel, bool is
 EventsBody::EventsBody(const ThemeSource& themes, QWidget* parent)
     : QWidget(parent)
     , m_themes(themes)
-    , m_none(new PaintedRow(themes, {}, this))
-    , m_more(new PaintedRow(themes, {}, this))
+    , m_none(new PaintedRow(themes, textsPadding, this))
+    , m_more(new PaintedRow(themes, textsPadding, this))
     , m_column(new QVBoxLayout)
     , m_rows(*m_column) {
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(PanelMetrics::besideRows);
-    layout->setSpacing(eventsSpacing);
-    m_column->setSpacing(eventsSpacing);
+    keepSpaced(*layout, themes, bodyMargins, eventsSpacing);
+    keepSpaced(*m_column, themes, {}, eventsSpacing);
     layout->addLayout(m_column);
     layout->addWidget(m_none);
     layout->addWidget(m_more);
@@ -76,10 +85,16 @@ void EventsBody::render(
         connect(row, &EventRow::joinRequested, this, &EventsBody::joinRequested);
         return row;
     };
+    const auto timeLabel = [zone = QTimeZone::systemTimeZone(),
+                            locale = QLocale::system()](const BriefEvent& event) {
+        return PanelTexts::timeLabel(event, zone, locale);
+    };
+    QStringList times;
+    for (const BriefEvent& event : shown)
+        times += timeLabel(event);
+    const double column = timeColumn(times, m_themes.theme());
     const auto apply = [&](EventRow& row, const BriefEvent& event) {
-        const QString time =
-            PanelTexts::timeLabel(event, QTimeZone::systemTimeZone(), QLocale::system());
-        row.render(event, time, next && next->id() == event.id());
+        row.render(event, {timeLabel(event), column}, next && next->id() == event.id());
     };
     m_rows.reconcile(shown, [](const BriefEvent& event) { return event.id(); }, make, apply);
 

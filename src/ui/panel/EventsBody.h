@@ -2,6 +2,7 @@
 
 #include "briefing/Briefing.h"
 #include "ui/panel/KeyedRows.h"
+#include "ui/panel/RowContents.h"
 #include "ui/rows/PaintedRow.h"
 #include "ui/rows/SpokenRole.h"
 
@@ -20,8 +21,8 @@ public:
     /// `themes` must outlive the row.
     explicit EventRow(const ThemeSource& themes, QWidget* parent = nullptr);
 
-    /// Shows `event` with its time as text; `isNext` marks the next meeting.
-    void render(const BriefEvent& event, const QString& timeLabel, bool isNext);
+    /// Shows `event`; `isNext` marks the next meeting.
+    void render(const BriefEvent& event, const TimeCell& time, bool isNext);
 
     PaintedRow* texts() const { return m_texts; }
 

@@ -34,7 +34,7 @@ public:
 
     QSize sizeHint() const override {
         const QSize content = m_item->sizeHint();
-        return {content.width(), unfolded(m_gap + content.height())};
+        return {content.width(), unfolded(gap() + content.height())};
     }
 
     QSize minimumSize() const override { return {0, sizeHint().height()}; }
@@ -42,10 +42,12 @@ public:
     void setGeometry(const QRect& rect) override {
         QLayout::setGeometry(rect);
         const QSize content(rect.width(), m_item->sizeHint().height());
-        m_item->setGeometry(QRect(rect.topLeft() + QPoint(0, m_gap), content));
+        m_item->setGeometry(QRect(rect.topLeft() + QPoint(0, gap()), content));
     }
 
 private:
+    int gap() const { return m_area->m_themes.theme().pixels(m_gap); }
+
     int unfolded(int height) const { return int(std::lround(m_area->openness() * height)); }
 
     FoldArea* m_area;
@@ -65,7 +67,10 @@ FoldArea::FoldArea(const ThemeSource& themes, QWidget* content, int gap, QWidget
     m_motion.setEndValue(1.0);
     connect(&m_motion, &QVariantAnimation::valueChanged, this, &FoldArea::applyOpenness);
     connect(&m_motion, &QVariantAnimation::finished, this, &FoldArea::applyOpenness);
-    connect(&m_themes, &ThemeSource::changed, this, &FoldArea::stopIfStill);
+    connect(&m_themes, &ThemeSource::changed, this, [this] {
+        stopIfStill();
+        updateGeometry(); // the gap may be another
+    });
 }
 
 void FoldArea::stopIfStill() {

@@ -14,8 +14,8 @@ class FoldArea : public QWidget, public SpokenAs<SpokenRole::Group> {
     Q_OBJECT
 
 public:
-    /// `gap` is the space above the content, which folds away with it. Takes `content`; `themes`
-    /// must outlive the area.
+    /// `gap` is the space in points above the content, which folds away with it. Takes `content`;
+    /// `themes` must outlive the area.
     FoldArea(const ThemeSource& themes, QWidget* content, int gap, QWidget* parent = nullptr);
 
     /// Folds or unfolds in 0.15 seconds, or at once where nothing may move or is on the screen.

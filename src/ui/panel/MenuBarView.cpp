@@ -8,13 +8,17 @@
 #include "ui/panel/PanelFooter.h"
 #include "ui/panel/PanelPlaceholder.h"
 #include "ui/panel/RowContents.h"
+#include "ui/rows/ContentScroller.h"
 #include "ui/rows/PaintedRow.h"
 #include "ui/rows/WidgetTexts.h"
 #include "ui/theme/PanelMetrics.h"
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,14 +28,14 @@ namespace {
 
 constexpr QMargins headerPadding{12, 10, 12, 10};
 
-/// A line one point high between two parts of the panel.
+/// A line between two parts of the panel.
 class Divider final : public QWidget {
 public:
     Divider(const ThemeSource& themes, QWidget* parent)
         : QWidget(parent)
         , m_themes(themes) {
-        setFixedHeight(1);
-        connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
+        applyTheme();
+        connect(&m_themes, &ThemeSource::changed, this, &Divider::applyTheme);
     }
 
 protected:
@@ -40,7 +44,19 @@ protected:
     }
 
 private:
+    void applyTheme() {
+        constexpr int thickness = 1;
+        setFixedHeight(std::max(1, m_themes.theme().pixels(thickness)));
+        update();
+    }
+
     const ThemeSource& m_themes;
+};
+
+/// The briefing, or what is there before one. Not a part of its own for those who hear the panel.
+class Middle final : public QWidget, public SpokenAs<SpokenRole::Group> {
+public:
+    using QWidget::QWidget;
 };
 
 bool canTakeFocus(const QWidget& leaf) {
@@ -65,29 +81,41 @@ findStop(const QWidgetList& leaves, qsizetype from, int step, bool (*wanted)(con
 
 MenuBarView::MenuBarView(const BriefingView::Dependencies& dependencies, QWidget* parent)
     : QWidget(parent)
+    , m_themes(dependencies.themes)
     , m_header(new PaintedRow(dependencies.themes, headerPadding, this))
-    , m_placeholder(new PanelPlaceholder(dependencies.themes, this))
-    , m_briefing(new BriefingView(dependencies, this))
+    , m_middle(new Middle)
+    , m_placeholder(new PanelPlaceholder(dependencies.themes))
+    , m_briefing(new BriefingView(dependencies))
+    , m_scroller(new ContentScroller(dependencies.themes, m_middle, this))
     , m_capture(new CaptureField(dependencies.themes, dependencies.clock, this))
     , m_footer(new PanelFooter(dependencies.themes, this))
     , m_ring(new FocusRing(dependencies.themes, this)) {
-    setFixedWidth(PanelMetrics::width);
     // Where the keyboard is when the panel opens: nothing happens there, and it is read first.
     m_header->setFocusPolicy(Qt::TabFocus);
     setFocusProxy(m_header);
+    auto* middle = new QVBoxLayout(m_middle);
+    middle->setContentsMargins({});
+    middle->setSpacing(0);
+    middle->addWidget(m_placeholder);
+    middle->addWidget(m_briefing);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(m_header);
     layout->addWidget(new Divider(dependencies.themes, this));
-    layout->addWidget(m_placeholder);
-    layout->addWidget(m_briefing);
+    layout->addWidget(m_scroller, 1);
     layout->addWidget(new Divider(dependencies.themes, this));
     layout->addWidget(m_capture);
     layout->addWidget(new Divider(dependencies.themes, this));
     layout->addWidget(m_footer);
     m_briefing->hide();
     m_ring->raise();
+    connect(&m_themes, &ThemeSource::changed, this, &MenuBarView::applyTheme);
+    applyTheme();
+}
+
+void MenuBarView::applyTheme() {
+    m_scroller->setContentWidth(m_themes.theme().pixels(PanelMetrics::width));
 }
 
 void MenuBarView::render(const PanelValues& values) {
@@ -109,10 +137,16 @@ void MenuBarView::render(const PanelValues& values) {
 }
 
 QSize MenuBarView::sizeHint() const {
-    // Only a banner's height depends on the width; without one the layout has no such height.
-    const bool wraps = layout()->hasHeightForWidth();
-    constexpr int width = PanelMetrics::width;
-    return {width, wraps ? layout()->heightForWidth(width) : layout()->sizeHint().height()};
+    return {m_themes.theme().pixels(PanelMetrics::width), layout()->sizeHint().height()};
+}
+
+void MenuBarView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_scroller->setContentWidth(width());
+}
+
+void MenuBarView::scrollToTop() {
+    m_scroller->verticalScrollBar()->setValue(0);
 }
 
 bool MenuBarView::focusNextPrevChild(bool next) {
@@ -158,6 +192,12 @@ void MenuBarView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_End:
         stop = findStop(leaves, beyond, -1, canTakeFocus);
         break;
+    case Qt::Key_PageUp:
+        m_scroller->scrollByPage(-1);
+        return;
+    case Qt::Key_PageDown:
+        m_scroller->scrollByPage(1);
+        return;
     default:
         QWidget::keyPressEvent(event);
         return;

@@ -1,6 +1,7 @@
 #include "ui/panel/PanelFooter.h"
 
 #include "ui/rows/RowButton.h"
+#include "ui/theme/Spacing.h"
 
 #include <QHBoxLayout>
 
@@ -10,15 +11,15 @@ namespace lumora {
 
 namespace {
 
-constexpr QMargins footerPadding{12, 8, 12, 8};
-constexpr int footerSpacing = 12;
+// Without the buttons' own reach.
+constexpr QMargins buttonPadding{4, 3, 4, 3};
+constexpr QMargins footerPadding = QMargins{12, 8, 12, 8} - buttonPadding;
+constexpr int footerSpacing = 12 - buttonPadding.left() - buttonPadding.right();
 
 RowButton* makeButton(const ThemeSource& themes, std::vector<RowItem> face, const QString& name) {
-    auto* button = new RowButton(themes, {}, RowButton::Highlight::None);
-    button->setContent({.items = std::move(face)});
+    auto* button = new RowButton(themes, buttonPadding);
+    button->setContent({.items = std::move(face), .lineOf = TextRole::Callout});
     button->setAccessibleName(name);
-    // All as high as the highest, so that their texts stand on one line.
-    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     return button;
 }
 
@@ -41,8 +42,7 @@ PanelFooter::PanelFooter(const ThemeSource& themes, QWidget* parent)
 
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(footerPadding);
-    layout->setSpacing(footerSpacing);
+    keepSpaced(*layout, themes, footerPadding, footerSpacing);
     layout->addWidget(refresh);
     layout->addStretch();
     layout->addWidget(m_dashboard);

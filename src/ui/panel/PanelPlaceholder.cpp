@@ -1,6 +1,7 @@
 #include "ui/panel/PanelPlaceholder.h"
 
 #include "ui/panel/RowContents.h"
+#include "ui/theme/Spacing.h"
 
 #include <QVBoxLayout>
 
@@ -10,7 +11,7 @@ namespace lumora {
 
 namespace {
 
-constexpr int placeholderPadding = 12;
+constexpr QMargins placeholderPadding{12, 12, 12, 12};
 constexpr int placeholderSpacing = 8;
 
 } // namespace
@@ -18,13 +19,11 @@ constexpr int placeholderSpacing = 8;
 PanelPlaceholder::PanelPlaceholder(const ThemeSource& themes, QWidget* parent)
     : QWidget(parent)
     , m_loading(new PaintedRow(themes, {}, this))
-    , m_banner(new ErrorBanner(themes, this))
+    , m_banner(new ErrorBanner(themes, {}, this))
     , m_hint(new PaintedRow(themes, {}, this))
     , m_spinner(themes, this) {
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(
-        placeholderPadding, placeholderPadding, placeholderPadding, placeholderPadding);
-    layout->setSpacing(placeholderSpacing);
+    keepSpaced(*layout, themes, placeholderPadding, placeholderSpacing);
     layout->addWidget(m_loading);
     layout->addWidget(m_banner);
     layout->addWidget(m_hint);

@@ -4,6 +4,10 @@
 #include "texts/Formatters.h"
 #include "texts/PanelTexts.h"
 #include "texts/SpendingTexts.h"
+#include "ui/rows/TextDrawing.h"
+
+#include <algorithm>
+#include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -11,13 +15,32 @@ namespace lumora {
 
 namespace {
 
-constexpr double timeColumn = 58;
+constexpr double leastTimeColumn = 58;
 constexpr double barWidth = 2.5;
+
+/// The chevron is a narrow drawing: its square would leave a gap at the panel's edge.
+constexpr double chevronWidth = 8;
+
 constexpr double paceGap = 4;
 constexpr double leastGapBeforeAmount = 8;
 
+/// Icons are a picture or two; what is longer is cut.
+constexpr double widestIconColumn = 48;
+
 constexpr TextStyle caption(ColorRole color = ColorRole::Secondary) {
     return {.role = TextRole::Caption, .color = color};
+}
+
+constexpr TextStyle timeStyle(ColorRole color) {
+    return {.role = TextRole::Caption, .color = color, .equalWidthDigits = true};
+}
+
+/// The width in points of the widest of `texts`; 0 where there is none.
+double widestOf(const QStringList& texts, const TextStyle& style, const Theme& theme) {
+    double widest = 0;
+    for (const QString& text : texts)
+        widest = std::max(widest, std::ceil(textWidth({text, style}, theme)));
+    return widest / theme.exact(1);
 }
 
 /// A symbol and a text that belong together, closer than two items of their row.
@@ -41,10 +64,13 @@ RowContent calloutRow(const QString& text) {
 
 RowContent headerRow(const QString& age) {
     RowContent row{
-        .items = {
-            RowItem::text(u"Today"_s, {.role = TextRole::Headline}),
-            RowItem::space(),
-        }};
+        .items =
+            {
+                RowItem::text(u"Today"_s, {.role = TextRole::Headline}),
+                RowItem::space(),
+            },
+        .alignment = RowContent::Alignment::FirstBaseline,
+    };
     if (!age.isEmpty())
         row.items.push_back(RowItem::text(age, caption()));
     return row;
@@ -65,17 +91,23 @@ RowContent sectionHeaderRow(
     row.items.push_back(RowItem::space());
     if (summary)
         row.items.push_back(RowItem::shrinkingText(*summary, caption()));
-    row.items.push_back(RowItem::makeSymbol(
-        u"chevron.down"_s, {.role = TextRole::Caption2, .color = ColorRole::Tertiary}));
-    row.items.back().rotation = rotation;
+    RowItem chevron = RowItem::makeSymbol(
+        u"chevron.down"_s,
+        {.role = TextRole::Caption2, .color = ColorRole::Tertiary, .weight = QFont::DemiBold});
+    chevron.width = chevronWidth;
+    chevron.rotation = rotation;
+    row.items.push_back(chevron);
     return row;
 }
 
-RowContent eventRow(const BriefEvent& event, const QString& timeLabel, bool isNext) {
-    const ColorRole timeColor = isNext ? ColorRole::Primary : ColorRole::Secondary;
-    RowItem time = RowItem::text(
-        timeLabel, {.role = TextRole::Caption, .color = timeColor, .equalWidthDigits = true});
-    time.width = timeColumn;
+double timeColumn(const QStringList& times, const Theme& theme) {
+    return std::max(leastTimeColumn, widestOf(times, timeStyle(ColorRole::Primary), theme));
+}
+
+RowContent eventRow(const BriefEvent& event, const TimeCell& cell, bool isNext) {
+    RowItem time =
+        RowItem::text(cell.text, timeStyle(isNext ? ColorRole::Primary : ColorRole::Secondary));
+    time.width = cell.column;
     RowItem what =
         RowItem::shrinkingText(event.title, {.weight = isNext ? QFont::DemiBold : QFont::Normal});
     if (event.location && !event.location->isEmpty())
@@ -169,7 +201,14 @@ RowContent spendingPaceRow(const Spending& spending) {
     return row;
 }
 
-RowContent bucketRow(const Bucket& bucket, const QLocale& locale) {
+double iconColumn(const std::vector<Bucket>& buckets, const Theme& theme) {
+    QStringList icons;
+    for (const Bucket& bucket : buckets)
+        icons += bucket.icon;
+    return std::min(widestOf(icons, caption(), theme), widestIconColumn);
+}
+
+RowContent bucketRow(const Bucket& bucket, double icons, const QLocale& locale) {
     RowContent row;
     if (const auto color = parseCssColor(bucket.color)) {
         row.items.push_back(RowItem::bar(
@@ -177,7 +216,9 @@ RowContent bucketRow(const Bucket& bucket, const QLocale& locale) {
             barWidth));
     }
     // Both come from the producer: neither may push the amount out of the row.
-    row.items.push_back(RowItem::shrinkingText(bucket.icon, {.role = TextRole::Caption}));
+    RowItem icon = RowItem::shrinkingText(bucket.icon, {.role = TextRole::Caption});
+    icon.width = icons;
+    row.items.push_back(icon);
     row.items.push_back(RowItem::shrinkingText(bucket.label, {}));
     row.items.push_back(RowItem::space(leastGapBeforeAmount));
     row.items.push_back(RowItem::text(

@@ -21,8 +21,17 @@ namespace lumora {
     const QString& title, const QString& symbol, std::optional<qint64> badge,
     const std::optional<QString>& summary, double rotation);
 
+/// The time of an event in the column that the times of all rows stand in.
+struct TimeCell {
+    QString text;
+    double column = 0; ///< points
+};
+
+/// The width in points of the column for `times`.
+[[nodiscard]] double timeColumn(const QStringList& times, const Theme& theme);
+
 /// An event's time, title and place; the join button is not part of it.
-[[nodiscard]] RowContent eventRow(const BriefEvent& event, const QString& timeLabel, bool isNext);
+[[nodiscard]] RowContent eventRow(const BriefEvent& event, const TimeCell& time, bool isNext);
 
 [[nodiscard]] RowContent habitRow(const Habit& habit);
 [[nodiscard]] RowContent choreRow(const Chore& chore);
@@ -36,8 +45,12 @@ namespace lumora {
 /// The pace against last month. Arrow and colour follow the sign alone, however small the change.
 [[nodiscard]] RowContent spendingPaceRow(const Spending& spending);
 
-/// One bucket; a colour code that means nothing only leaves the bar out.
-[[nodiscard]] RowContent bucketRow(const Bucket& bucket, const QLocale& locale);
+/// The width in points of the column for the icons of `buckets`, which differ in width.
+[[nodiscard]] double iconColumn(const std::vector<Bucket>& buckets, const Theme& theme);
+
+/// One bucket, its icon in a column of `icons` points; a colour code that means nothing only leaves
+/// the bar out.
+[[nodiscard]] RowContent bucketRow(const Bucket& bucket, double icons, const QLocale& locale);
 
 /// The note below figures that are not of today.
 [[nodiscard]] RowContent spendingAsOfRow(const Spending& spending);

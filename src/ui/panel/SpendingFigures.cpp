@@ -2,6 +2,8 @@
 
 #include "ui/panel/RowContents.h"
 #include "ui/rows/RowButton.h"
+#include "ui/theme/PanelMetrics.h"
+#include "ui/theme/Spacing.h"
 
 #include <QHBoxLayout>
 
@@ -13,6 +15,11 @@ namespace {
 
 constexpr int figuresSpacing = 6;
 
+// The buttons' reach is a part of the gaps beside them.
+constexpr QMargins totalPadding{
+    PanelMetrics::rowReach, 0, figuresSpacing - PanelMetrics::button.left(), 0};
+constexpr QMargins totalMargins{0, 0, PanelMetrics::rowReach - PanelMetrics::button.right(), 0};
+
 RowContent symbolRow(const QString& symbol, ColorRole color) {
     return {.items = {RowItem::makeSymbol(symbol, {.color = color})}};
 }
@@ -22,23 +29,22 @@ RowContent symbolRow(const QString& symbol, ColorRole color) {
 SpendingFigures::SpendingFigures(const ThemeSource& themes, QWidget* parent)
     : QWidget(parent)
     , m_themes(themes)
-    , m_total(new PaintedRow(themes, {}, this))
-    , m_refresh(new RowButton(themes, {}, RowButton::Highlight::None, this))
-    , m_hide(new RowButton(themes, {}, RowButton::Highlight::None, this))
-    , m_pace(new PaintedRow(themes, {}, this))
-    , m_asOf(new PaintedRow(themes, {}, this))
+    , m_total(new PaintedRow(themes, totalPadding, this))
+    , m_refresh(new RowButton(themes, PanelMetrics::button, this))
+    , m_hide(new RowButton(themes, PanelMetrics::button, this))
+    , m_pace(new PaintedRow(themes, PanelMetrics::besideRows, this))
+    , m_asOf(new PaintedRow(themes, PanelMetrics::besideRows, this))
     , m_column(new QVBoxLayout)
     , m_buckets(*m_column)
     , m_spinner(themes, this) {
     auto* header = new QHBoxLayout;
-    header->setSpacing(figuresSpacing);
+    keepSpaced(*header, themes, totalMargins, 0);
     header->addWidget(m_total, 1);
     header->addWidget(m_refresh);
     header->addWidget(m_hide);
-    m_column->setSpacing(figuresSpacing);
+    keepSpaced(*m_column, themes, {}, figuresSpacing);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins({});
-    layout->setSpacing(figuresSpacing);
+    keepSpaced(*layout, themes, {}, figuresSpacing);
     layout->addLayout(header);
     layout->addWidget(m_pace);
     layout->addLayout(m_column);
@@ -64,11 +70,12 @@ void SpendingFigures::render(const Spending& spending, bool refreshing) {
     m_pace->setSpokenContent(spendingPaceRow(spending));
     m_asOf->setSpokenContent(spendingAsOfRow(spending));
     m_asOf->setVisible(spending.stale);
+    const double icons = iconColumn(spending.top, m_themes.theme());
     m_buckets.reconcile(
         spending.top, [](const Bucket& bucket) { return bucket.bucket; },
-        [this] { return new PaintedRow(m_themes, {}, this); },
+        [this] { return new PaintedRow(m_themes, PanelMetrics::besideRows, this); },
         [&](PaintedRow& row, const Bucket& bucket) {
-            row.setSpokenContent(bucketRow(bucket, locale));
+            row.setSpokenContent(bucketRow(bucket, icons, locale));
         });
     showRefreshing(refreshing);
 }

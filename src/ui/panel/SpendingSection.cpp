@@ -13,9 +13,9 @@ namespace lumora {
 SpendingSection::SpendingSection(const ThemeSource& themes, QWidget* parent)
     : QWidget(parent)
     , m_themes(themes)
-    , m_reveal(new RowButton(themes, {}, RowButton::Highlight::None, this)) {
+    , m_reveal(new RowButton(themes, PanelMetrics::clickableRow, this)) {
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(PanelMetrics::besideRows);
+    layout->setContentsMargins({});
     layout->addWidget(m_reveal);
 
     const QString label = u"Show month-to-date"_s;

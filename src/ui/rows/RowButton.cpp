@@ -18,10 +18,8 @@ void tellChanged(QWidget* widget, QAccessible::State changed) {
 
 } // namespace
 
-RowButton::RowButton(
-    const ThemeSource& themes, QMargins padding, Highlight highlight, QWidget* parent)
-    : RowWidget(themes, padding, parent)
-    , m_highlight(highlight) {
+RowButton::RowButton(const ThemeSource& themes, QMargins padding, QWidget* parent)
+    : RowWidget(themes, padding, parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setFocusPolicy(Qt::TabFocus);
 }
@@ -87,12 +85,21 @@ void RowButton::keyPressEvent(QKeyEvent* event) {
 void RowButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_highlight == Highlight::OnHover && m_hovering && isEnabled()) {
+    if (const auto role = ground()) {
+        const double radius = theme().exact(PanelMetrics::cornerRadius);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(theme().color(ColorRole::Hover));
-        painter.drawRoundedRect(rect(), PanelMetrics::cornerRadius, PanelMetrics::cornerRadius);
+        painter.setBrush(theme().color(*role));
+        painter.drawRoundedRect(rect(), radius, radius);
     }
     paintContent(painter);
+}
+
+std::optional<ColorRole> RowButton::ground() const {
+    if (!isEnabled())
+        return std::nullopt;
+    if (isDown() && !m_busy)
+        return ColorRole::Pressed;
+    return m_hovering ? std::optional(ColorRole::Hover) : std::nullopt;
 }
 
 } // namespace lumora

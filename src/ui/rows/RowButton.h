@@ -14,15 +14,9 @@ class RowButton : public RowWidget<QAbstractButton> {
     Q_OBJECT
 
 public:
-    enum class Highlight {
-        None,
-        OnHover, ///< a rounded ground under the pointer
-    };
-
-    /// `themes` must outlive the button.
-    RowButton(
-        const ThemeSource& themes, QMargins padding, Highlight highlight,
-        QWidget* parent = nullptr);
+    /// `padding` is in points from the content to the edge of the button, which has a rounded
+    /// ground under the pointer and a stronger one while it is pressed. `themes` must outlive it.
+    RowButton(const ThemeSource& themes, QMargins padding, QWidget* parent = nullptr);
 
     /// Whether what the button stands for is under way.
     bool isBusy() const { return m_busy; }
@@ -46,8 +40,8 @@ protected:
 
 private:
     void setHovering(bool hovering);
+    std::optional<ColorRole> ground() const;
 
-    Highlight m_highlight;
     bool m_hovering = false;
     bool m_busy = false;
     std::optional<bool> m_expanded;

@@ -28,11 +28,11 @@ struct TextLine {
     bool operator==(const TextLine&) const = default;
 };
 
-/// One thing in a row, from the leading edge on. Lengths in points.
+/// One thing in a row, from the leading edge on. Lengths in points of the design.
 struct RowItem {
     enum class Kind {
         Text,    ///< `lines`, one under the other, the first on the row's baseline
-        Symbol,  ///< `symbol`, sized and coloured by `style`
+        Symbol,  ///< `symbol`, sized, coloured and weighted by `style`
         Space,   ///< takes what is left, at least `width`
         Badge,   ///< `lines` in bold on a capsule
         Spinner, ///< a turning arc, `width` wide and high, at `rotation`
@@ -43,8 +43,8 @@ struct RowItem {
     std::vector<TextLine> lines;
     QString symbol;
     TextStyle style;
-    double width = 0;     ///< of a text: a fixed column; 0: as wide as it is
-    bool shrinks = false; ///< of a text: gives way when the row is too narrow
+    double width = 0;     ///< of a text or symbol: a fixed column; 0: as wide as it is
+    bool shrinks = false; ///< of a text: gives way first when the row is too narrow
     double rotation = 0;  ///< of a symbol or spinner, degrees clockwise
     QColor barColor;
     std::optional<double> gapAfter; ///< points to the next item; absent: the row's spacing
@@ -67,6 +67,7 @@ struct RowContent {
     std::vector<RowItem> items;
     double spacing = 6; ///< between two items, points
     Alignment alignment = Alignment::Centre;
+    std::optional<TextRole> lineOf = std::nullopt; ///< at least as high as a line of such text
 
     bool operator==(const RowContent&) const = default;
 };

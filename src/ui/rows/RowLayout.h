@@ -3,12 +3,13 @@
 #include "ui/rows/RowItem.h"
 
 #include <QRectF>
+#include <QStringList>
 
 #include <vector>
 
 namespace lumora {
 
-/// Where a row's items stand, in points from the row's top leading corner.
+/// Where a row's items stand, in device-independent pixels from the row's top left corner.
 struct RowGeometry {
     std::vector<QRectF> items; ///< one per item, in order
     double baseline = 0;       ///< of the first text line
@@ -17,14 +18,19 @@ struct RowGeometry {
     bool operator==(const RowGeometry&) const = default;
 };
 
-/// Lays `content` out in `width` points: first what has a width of its own, then what shrinks or
+/// Lays `content` out in `width` pixels: first what has a width of its own, then what shrinks or
 /// is space shares the rest.
-[[nodiscard]] RowGeometry layOutRow(const RowContent& content, const Theme& theme, double width);
+[[nodiscard]] RowGeometry layOutRow(
+    const RowContent& content, const Theme& theme, double width,
+    Qt::LayoutDirection direction = Qt::LeftToRight);
 
-/// The width at which nothing in `content` has to give way.
+/// The texts that are cut off where `content` is laid out in `width` pixels.
+[[nodiscard]] QStringList cutTexts(const RowContent& content, const Theme& theme, double width);
+
+/// The width in pixels at which nothing in `content` has to give way.
 [[nodiscard]] double naturalRowWidth(const RowContent& content, const Theme& theme);
 
-/// The edge of a symbol that stands beside text of `role`, in points.
+/// The edge of the square that a symbol beside text of `role` is drawn into, in pixels.
 [[nodiscard]] double symbolEdge(TextRole role, const Theme& theme);
 
 } // namespace lumora

@@ -15,25 +15,36 @@ namespace lumora {
 
 namespace {
 
-QPixmap symbolPixmap(const QString& name, int pixels, const QColor& tint) {
-    const QString key =
-        u"symbol/%1/%2/%3"_s.arg(name).arg(pixels).arg(tint.rgba(), 8, 16, QChar(u'0'));
+/// How thick lines of `weight` are beside regular ones.
+double strokeFactor(QFont::Weight weight) {
+    if (weight >= QFont::Bold)
+        return 1.6;
+    return weight >= QFont::DemiBold ? 1.4 : 1;
+}
+
+QPixmap symbolPixmap(const QString& name, int pixels, const SymbolStyle& style) {
+    const double stroke = strokeFactor(style.weight);
+    const QString key = u"symbol/%1/%2/%3/%4"_s.arg(name)
+                            .arg(pixels)
+                            .arg(style.tint.rgba(), 8, 16, QChar(u'0'))
+                            .arg(stroke);
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
-        pixmap = QPixmap::fromImage(renderSymbol(name, pixels, tint));
+        pixmap = QPixmap::fromImage(renderSymbol(name, pixels, style.tint, stroke));
         QPixmapCache::insert(key, pixmap);
     }
     return pixmap;
 }
 
 void paintTexts(QPainter& painter, const QRectF& rect, const RowItem& item, const Theme& theme) {
+    const bool fromRight = painter.layoutDirection() == Qt::RightToLeft;
     double top = rect.top();
     for (const TextLine& line : item.lines) {
         const QFontMetricsF metrics(theme.font(line.style.role, line.style.weight));
-        // A fixed column may be a hair too narrow for its text; only shrinking texts end with "…".
-        const TextLine shown = item.shrinks ? elidedLine(line, theme, rect.width()) : line;
+        const TextLine shown = elidedLine(line, theme, rect.width());
         // Whole points keep the letters sharp.
-        const QPointF baseline(rect.left(), std::round(top + metrics.ascent()));
+        const double left = fromRight ? rect.right() - textWidth(shown, theme) : rect.left();
+        const QPointF baseline(left, std::round(top + metrics.ascent()));
         drawText(painter, baseline, shown, theme);
         top += metrics.height();
     }
@@ -57,7 +68,8 @@ void paintBadge(QPainter& painter, const QRectF& rect, const RowItem& item, cons
 }
 
 void paintSpinner(QPainter& painter, const QRectF& square, const QColor& color, double rotation) {
-    constexpr double stroke = 1.5;
+    constexpr double strokeShare = 1.5 / 14;
+    const double stroke = square.width() * strokeShare;
     constexpr double sweep = 270;
     // Arcs are counted in sixteenths of a degree, counter-clockwise from three o'clock.
     const auto sixteenths = [](double degrees) { return int(std::lround(degrees * 16)); };
@@ -71,11 +83,10 @@ void paintSpinner(QPainter& painter, const QRectF& square, const QColor& color, 
 } // namespace
 
 void paintSymbol(
-    QPainter& painter, const QRectF& square, const QString& name, const QColor& tint,
-    double rotation) {
+    QPainter& painter, const QRectF& square, const QString& name, const SymbolStyle& style) {
     const double ratio = painter.device()->devicePixelRatioF();
-    const QPixmap pixmap = symbolPixmap(name, int(std::lround(square.width() * ratio)), tint);
-    if (rotation == 0) {
+    const QPixmap pixmap = symbolPixmap(name, int(std::lround(square.width() * ratio)), style);
+    if (style.rotation == 0) {
         // On a device pixel: anywhere else the drawing would blur.
         const QPointF corner(
             std::round(square.left() * ratio) / ratio, std::round(square.top() * ratio) / ratio);
@@ -85,11 +96,29 @@ void paintSymbol(
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.translate(square.center());
-    painter.rotate(rotation);
+    painter.rotate(style.rotation);
     painter.translate(-square.center());
     painter.drawPixmap(square, pixmap, QRectF(pixmap.rect()));
     painter.restore();
 }
+
+namespace {
+
+/// A symbol keeps its size in a column of its own width, in the middle.
+void paintSymbolItem(
+    QPainter& painter, const QRectF& rect, const RowItem& item, const Theme& theme) {
+    const double edge = symbolEdge(item.style.role, theme);
+    QRectF square(0, 0, edge, edge);
+    square.moveCenter(rect.center());
+    const SymbolStyle style{
+        .tint = theme.color(item.style.color),
+        .weight = item.style.weight,
+        .rotation = item.rotation,
+    };
+    paintSymbol(painter, square, item.symbol, style);
+}
+
+} // namespace
 
 void paintRow(
     QPainter& painter, const QPointF& origin, const RowContent& content,
@@ -103,7 +132,7 @@ void paintRow(
             paintTexts(painter, rect, item, theme);
             break;
         case RowItem::Kind::Symbol:
-            paintSymbol(painter, rect, item.symbol, theme.color(item.style.color), item.rotation);
+            paintSymbolItem(painter, rect, item, theme);
             break;
         case RowItem::Kind::Bar:
             paintBar(painter, rect, item.barColor);

@@ -8,14 +8,20 @@ class QPainter;
 
 namespace lumora {
 
-/// Draws a laid-out row with its top leading corner at `origin`.
+/// Draws a laid-out row with its top left corner at `origin`, in the painter's direction.
 void paintRow(
     QPainter& painter, const QPointF& origin, const RowContent& content,
     const RowGeometry& geometry, const Theme& theme);
 
-/// Draws a symbol into `square`, turned by `rotation` degrees clockwise about its centre.
+/// How a symbol is drawn.
+struct SymbolStyle {
+    QColor tint;
+    QFont::Weight weight = QFont::Normal; ///< of its lines
+    double rotation = 0;                  ///< degrees clockwise about its centre
+};
+
+/// Draws a symbol into `square`.
 void paintSymbol(
-    QPainter& painter, const QRectF& square, const QString& name, const QColor& tint,
-    double rotation = 0);
+    QPainter& painter, const QRectF& square, const QString& name, const SymbolStyle& style);
 
 } // namespace lumora

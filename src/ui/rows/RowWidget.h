@@ -1,8 +1,10 @@
 #pragma once
 
 #include "ui/rows/RowPainter.h"
+#include "ui/rows/WidgetTexts.h"
 #include "ui/theme/ThemeSource.h"
 
+#include <QHelpEvent>
 #include <QMargins>
 #include <QWidget>
 
@@ -16,12 +18,16 @@ namespace lumora {
 template <typename Base>
 class RowWidget : public Base {
 public:
-    /// `themes` must outlive the row.
+    /// `padding` is in points around the content; `themes` must outlive the row.
     RowWidget(const ThemeSource& themes, QMargins padding, QWidget* parent)
         : Base(parent)
-        , m_themes(themes) {
-        this->setContentsMargins(padding);
-        QObject::connect(&m_themes, &ThemeSource::changed, this, [this] { showAnew(); });
+        , m_themes(themes)
+        , m_padding(padding) {
+        this->setContentsMargins(theme().pixels(m_padding));
+        QObject::connect(&m_themes, &ThemeSource::changed, this, [this] {
+            this->setContentsMargins(theme().pixels(m_padding));
+            showAnew();
+        });
     }
 
     const RowContent& content() const { return m_content; }
@@ -34,12 +40,12 @@ public:
         showAnew();
     }
 
-    /// Where the items stand now, in points from `contentOrigin()`.
+    /// Where the items stand now, in pixels from `contentOrigin()`.
     [[nodiscard]] RowGeometry itemGeometry() const {
-        return layOutRow(m_content, theme(), this->contentsRect().width());
+        return layOutRow(m_content, theme(), this->contentsRect().width(), this->layoutDirection());
     }
 
-    /// Where the content begins, in points: inside the padding, and in the middle of a widget that
+    /// Where the content begins, in pixels: inside the padding, and in the middle of a widget that
     /// is higher than it needs to be.
     [[nodiscard]] QPointF contentOrigin() const {
         const QRect room = this->contentsRect();
@@ -56,6 +62,17 @@ public:
     QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
 
 protected:
+    /// A text that is cut off shows itself whole in the tooltip.
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::ToolTip) {
+            const auto* help = static_cast<QHelpEvent*>(event);
+            return showToolTip(
+                *this, help->globalPos(),
+                cutTexts(m_content, theme(), this->contentsRect().width()));
+        }
+        return Base::event(event);
+    }
+
     void paintContent(QPainter& painter) const {
         paintRow(painter, contentOrigin(), m_content, itemGeometry(), theme());
     }
@@ -69,6 +86,7 @@ private:
     }
 
     const ThemeSource& m_themes;
+    QMargins m_padding; ///< points
     RowContent m_content;
 };
 

@@ -72,13 +72,30 @@ double digitCell(const QFontMetricsF& metrics) {
     return widest;
 }
 
+bool runsFromRight(QChar character) {
+    switch (character.direction()) {
+    case QChar::DirR:
+    case QChar::DirAL:
+    case QChar::DirAN:
+    case QChar::DirRLE:
+    case QChar::DirRLI:
+    case QChar::DirRLO:
+        return true;
+    default:
+        return character == QChar(0x200f); // the mark that some locales put before an amount
+    }
+}
+
 /// Calls `piece(text, width, isDigit)` for the parts of `line` that are placed on their own: each
 /// digit, and each run of anything else.
 template <typename Piece>
 void forEachPiece(
     const TextLine& line, const QFont& font, const QFontMetricsF& metrics, Piece piece) {
     const QString text = singleLine(line.text);
-    if (!line.style.equalWidthDigits) {
+    // Pieces stand from left to right; a text that runs the other way is left whole.
+    const bool inCells = line.style.equalWidthDigits && !text.isRightToLeft() &&
+                         std::none_of(text.cbegin(), text.cend(), runsFromRight);
+    if (!inCells) {
         piece(text, widthOf(text, font, metrics), false);
         return;
     }
@@ -119,8 +136,14 @@ double textWidth(const TextLine& line, const Theme& theme) {
     return width;
 }
 
+bool isCut(const TextLine& line, const Theme& theme, double width) {
+    // Columns are computed in points and back, which may cost a hair.
+    constexpr double hair = 0.01;
+    return textWidth(line, theme) > width + hair;
+}
+
 TextLine elidedLine(const TextLine& line, const Theme& theme, double width) {
-    if (textWidth(line, theme) <= width)
+    if (!isCut(line, theme, width))
         return line;
     const QFontMetricsF metrics(fontOf(line.style, theme));
     const QString text = singleLine(line.text);
@@ -131,6 +154,9 @@ void drawText(
     QPainter& painter, const QPointF& baseline, const TextLine& line, const Theme& theme) {
     const QFont font = fontOf(line.style, theme);
     const QFontMetricsF metrics(font);
+    painter.save();
+    // Each text runs the way it is written, whatever is around it.
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.setFont(font);
     painter.setPen(theme.color(line.style.color));
     QPointF position = baseline;
@@ -139,6 +165,7 @@ void drawText(
         drawPiece(painter, position + QPointF(inset, 0), text, font, metrics);
         position.rx() += width;
     });
+    painter.restore();
 }
 
 } // namespace lumora

@@ -6,8 +6,11 @@ class QPainter;
 
 namespace lumora {
 
-/// The width of `line` in points, all of it. Line breaks count as spaces, here and below.
+/// The width of `line` in pixels, all of it. Line breaks count as spaces, here and below.
 [[nodiscard]] double textWidth(const TextLine& line, const Theme& theme);
+
+/// Whether `line` does not fit into `width` pixels.
+[[nodiscard]] bool isCut(const TextLine& line, const Theme& theme, double width);
 
 /// `line` cut to `width` with "…" at its end, or as it is when it fits.
 [[nodiscard]] TextLine elidedLine(const TextLine& line, const Theme& theme, double width);

@@ -3,6 +3,7 @@
 #include "texts/PlainText.h"
 
 #include <QTextDocument>
+#include <QToolTip>
 #include <QWidget>
 
 using namespace Qt::Literals::StringLiterals;
@@ -14,19 +15,50 @@ namespace {
 constexpr std::size_t maximumCharacters = 400;
 constexpr qsizetype widestLine = 100; // characters; a plain tooltip does not wrap by itself
 
+QString bounded(const QString& text) {
+    return std::size_t(text.size()) > maximumCharacters ? shortened(text, maximumCharacters) : text;
+}
+
+/// What makes a tooltip show `text` as it stands.
+QString asToolTip(const QString& text) {
+    const bool needsMarkup = Qt::mightBeRichText(text) || text.size() > widestLine;
+    if (!needsMarkup)
+        return text;
+    return u"<span>"_s + text.toHtmlEscaped().replace(u'\n', u"<br>"_s) + u"</span>"_s;
+}
+
+/// The tooltip of `widget` without the markup around it.
+QString plainToolTip(const QWidget& widget) {
+    const QString toolTip = widget.toolTip();
+    const QString description = widget.accessibleDescription();
+    return asToolTip(description) == toolTip ? description : toolTip;
+}
+
 } // namespace
 
 void setToolTipText(QWidget& widget, const QString& text) {
-    const QString cut =
-        std::size_t(text.size()) > maximumCharacters ? shortened(text, maximumCharacters) : text;
-    const bool needsMarkup = Qt::mightBeRichText(cut) || cut.size() > widestLine;
-    const QString shown = needsMarkup ? u"<span>"_s + cut.toHtmlEscaped() + u"</span>"_s : cut;
+    const QString plain = bounded(text);
+    const QString shown = asToolTip(plain);
     // Setting a tooltip is an event even if nothing changes.
     if (widget.toolTip() == shown)
         return;
     widget.setToolTip(shown);
     // Screen readers take the tooltip for a description, but not its markup.
-    widget.setAccessibleDescription(needsMarkup ? cut : QString());
+    widget.setAccessibleDescription(shown != plain ? plain : QString());
+}
+
+bool showToolTip(QWidget& widget, const QPoint& position, const QStringList& cut) {
+    const QString own = plainToolTip(widget);
+    QStringList parts;
+    if (!own.isEmpty())
+        parts += own;
+    for (const QString& text : cut)
+        if (!own.contains(text))
+            parts += bounded(text);
+    if (parts.isEmpty())
+        return false;
+    QToolTip::showText(position, asToolTip(parts.join(u'\n')), &widget);
+    return true;
 }
 
 void setSpokenName(QWidget& widget, const QString& name) {

@@ -97,7 +97,7 @@ void FormPicker::paintEvent(QPaintEvent*) {
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shownText());
     const QRectF square(
         room.right() + chevronGap, (height() - chevronEdge) / 2, chevronEdge, chevronEdge);
-    paintSymbol(painter, square, u"chevron.down"_s, theme.color(ColorRole::Secondary));
+    paintSymbol(painter, square, u"chevron.down"_s, {.tint = theme.color(ColorRole::Secondary)});
 }
 
 } // namespace lumora

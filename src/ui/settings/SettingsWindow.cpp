@@ -1,10 +1,10 @@
 #include "ui/settings/SettingsWindow.h"
 
+#include "ui/rows/ContentScroller.h"
 #include "ui/settings/FormPainting.h"
 #include "ui/settings/SettingsModel.h"
 #include "ui/settings/SettingsView.h"
 #include "ui/window/FrontWindow.h"
-#include "ui/window/PanelScroller.h"
 
 #include <QEvent>
 #include <QIcon>
@@ -23,11 +23,11 @@ SettingsWindow::SettingsWindow(SettingsModel& model, const ThemeSource& themes)
     : m_model(model)
     , m_themes(themes)
     , m_view(new SettingsView(model, themes))
-    , m_scroller(new PanelScroller(themes, m_view, this)) {
+    , m_scroller(new ContentScroller(themes, m_view, this)) {
     setWindowTitle(u"Settings"_s);
     // Absent until Lumora is installed; the desktop has one of its own for such windows.
     setWindowIcon(QIcon::fromTheme(u"com.lumora.app"_s));
-    connect(m_scroller, &PanelScroller::contentChanged, this, &SettingsWindow::refit);
+    connect(m_scroller, &ContentScroller::contentChanged, this, &SettingsWindow::refit);
     connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
 }
 

@@ -6,7 +6,7 @@
 
 namespace lumora {
 
-class PanelScroller;
+class ContentScroller;
 class SettingsModel;
 class SettingsView;
 
@@ -41,7 +41,7 @@ private:
     SettingsModel& m_model;
     const ThemeSource& m_themes;
     SettingsView* m_view;
-    PanelScroller* m_scroller;
+    ContentScroller* m_scroller;
 };
 
 } // namespace lumora

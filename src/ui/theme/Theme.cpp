@@ -1,6 +1,7 @@
 #include "ui/theme/Theme.h"
 
 #include <QApplication>
+#include <QFontInfo>
 #include <QStyle>
 
 #include <algorithm>
@@ -16,6 +17,19 @@ constexpr double readableSymbol = 3.0;
 constexpr double secondaryLight = 0.64;
 constexpr double secondaryDark = 0.64;
 constexpr double hover = 0.07;
+constexpr double pressed = 0.13;
+
+/// The text sizes, in pixels, between which a point is a pixel: 10 and 11 typographic points.
+constexpr double smallestCommonText = 10 * 96 / 72.0;
+constexpr double largestCommonText = 11 * 96 / 72.0;
+
+/// The pixels of a point where text is `textPixels` high. Steps of a sixteenth keep the panel's
+/// width whole, and hide that toolkits round text sizes.
+double pointFor(double textPixels) {
+    constexpr double steps = 16;
+    const double common = std::clamp(textPixels, smallestCommonText, largestCommonText);
+    return std::max(1.0, std::round(textPixels / common * steps)) / steps;
+}
 
 double sizeFactor(TextRole role) {
     switch (role) {
@@ -83,7 +97,8 @@ double contrastRatio(const QColor& foreground, const QColor& background) {
 
 Theme::Theme(ColorScheme scheme, const QFont& baseFont)
     : m_scheme(scheme)
-    , m_baseFont(baseFont) {
+    , m_baseFont(baseFont)
+    , m_point(pointFor(QFontInfo(baseFont).pixelSize())) {
     const bool dark = scheme == ColorScheme::Dark;
     m_background = dark ? QColor(0x26, 0x27, 0x2b) : QColor(0xfb, 0xfb, 0xfc);
     m_primary = dark ? QColor(0xf2, 0xf2, 0xf4) : QColor(0x1d, 0x1d, 0x1f);
@@ -135,6 +150,8 @@ QColor Theme::color(ColorRole role) const {
         return primaryAt(0.10, 0.14);
     case ColorRole::Hover:
         return primaryAt(hover, hover);
+    case ColorRole::Pressed:
+        return primaryAt(pressed, pressed);
     case ColorRole::Divider:
         return dark ? withOpacity(Qt::white, 0.10) : withOpacity(Qt::black, 0.09);
     case ColorRole::Accent:
@@ -159,6 +176,16 @@ QFont Theme::font(TextRole role, QFont::Weight weight) const {
         font.setPixelSize(std::max(1, int(std::lround(font.pixelSize() * sizeFactor(role)))));
     font.setWeight(role == TextRole::Headline ? QFont::Bold : weight);
     return font;
+}
+
+int Theme::pixels(double points) const {
+    return int(std::lround(exact(points)));
+}
+
+QMargins Theme::pixels(const QMargins& points) const {
+    return {
+        pixels(points.left()), pixels(points.top()), pixels(points.right()),
+        pixels(points.bottom())};
 }
 
 bool motionAllowed(const Theme& theme) {

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QMargins>
 #include <QPalette>
 
 namespace lumora {
@@ -13,7 +14,8 @@ enum class ColorRole {
     Secondary,
     Tertiary,
     Quaternary,
-    Hover,
+    Hover,   ///< the ground of a control under the pointer
+    Pressed, ///< the same while it is held down
     Divider,
     Accent,
     Orange,
@@ -26,6 +28,9 @@ enum class TextRole { Headline, Title3, Body, Callout, Caption, Caption2 };
 enum class ColorScheme { Light, Dark };
 
 /// How the panel looks and moves: a value, made anew when the desktop's wishes change.
+///
+/// Everything is designed in points. A point follows the desktop's text size, so that a panel is
+/// the same picture in any of them, only larger or smaller.
 class Theme {
 public:
     /// The program's own colours for `scheme`, with fonts sized from `baseFont`.
@@ -43,6 +48,14 @@ public:
     /// Headline is bold by itself; every other role has the weight that is asked for.
     QFont font(TextRole role, QFont::Weight weight = QFont::Normal) const;
 
+    /// What `points` of the design are in device-independent pixels, exactly and in whole ones. One
+    /// is the other where texts have a common size, of 10 to 11 typographic points at 96 dpi.
+    double exact(double points) const { return points * m_point; }
+
+    int pixels(double points) const;
+
+    QMargins pixels(const QMargins& points) const;
+
     /// Whether things may move; true unless the desktop asks for reduced motion.
     bool allowsMotion() const { return m_allowsMotion; }
 
@@ -56,6 +69,7 @@ private:
 
     ColorScheme m_scheme;
     QFont m_baseFont;
+    double m_point; ///< device-independent pixels
     QColor m_background;
     QColor m_primary;
     QColor m_accent;

@@ -2,17 +2,15 @@
 
 #include "ui/theme/PanelMetrics.h"
 #include "ui/window/FrontWindow.h"
-#include "ui/window/PanelScroller.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QScreen>
-#include <QScrollBar>
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -23,19 +21,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int cornerRadius = 11;
+/// Of the panel, in points.
+constexpr double panelRadius = 11;
 
-/// Between the panel and the edges of the work area, where it floats.
+/// Between the panel and the edges of the work area, where it floats, in pixels.
 constexpr int floatingGap = 4;
 
 /// A press on the status item may take the focus away first; its report arrives within this time.
 constexpr auto pressDelay = 300ms;
-
-QPainterPath outline(const QRect& panel) {
-    QPainterPath path;
-    path.addRoundedRect(panel, cornerRadius, cornerRadius);
-    return path;
-}
 
 /// Whether the window that is active now is a part of `window`: a menu or a dialog of its content.
 bool hasActivePart(const QWidget* window) {
@@ -72,13 +65,17 @@ QList<PlacementScreen> desktopScreens() {
 PanelWindow::PanelWindow(QWidget* content, const Dependencies& dependencies)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint)
     , m_with(dependencies)
-    , m_scroller(new PanelScroller(dependencies.themes, content, this)) {
+    , m_content(content) {
+    m_content->setParent(this);
+    m_content->installEventFilter(this);
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowTitle(u"Lumora"_s);
 
-    connect(m_scroller, &PanelScroller::contentChanged, this, &PanelWindow::refit);
     connect(&m_with.compositing, &Compositing::changed, this, &PanelWindow::refit);
-    connect(&m_with.themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
+    connect(&m_with.themes, &ThemeSource::changed, this, [this] {
+        refit();
+        update();
+    });
     connect(qApp, &QGuiApplication::screenAdded, this, &PanelWindow::refit);
     connect(qApp, &QGuiApplication::screenRemoved, this, &PanelWindow::refit);
 }
@@ -112,11 +109,10 @@ void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activ
     arrange();
     if (opening) {
         followScreens();
-        m_scroller->verticalScrollBar()->setValue(0);
         // Not the field that had it last: nobody wants to type into it unasked. Nor is anything
         // marked before the user has touched a key.
         setAttribute(Qt::WA_KeyboardFocusChange, false);
-        m_scroller->widget()->setFocus(Qt::ActiveWindowFocusReason);
+        m_content->setFocus(Qt::ActiveWindowFocusReason);
     }
     bringToFront(*this, activationToken);
     // Some layouts only settle once they are visible; nothing is painted before that.
@@ -145,22 +141,32 @@ void PanelWindow::refit() {
 }
 
 void PanelWindow::arrange() {
-    const int borders = 2 * borderWidth();
-    constexpr int width = PanelMetrics::width;
-    const QSize wanted(width + borders, m_scroller->contentHeight(width) + borders);
     if (m_with.placesWindows)
-        arrangeAtBar(wanted);
+        arrangeAtBar();
     else
-        arrangeAsWindow(wanted);
+        arrangeAsWindow();
 }
 
-void PanelWindow::arrangeAtBar(const QSize& wanted) {
+QSize PanelWindow::wantedSize(int maximumWidth) const {
+    const int borders = 2 * borderWidth();
+    const int wanted = m_with.themes.theme().pixels(PanelMetrics::width);
+    const int width = std::min(wanted, maximumWidth - borders);
+    m_content->ensurePolished();
+    // How high the content is depends on its width.
+    m_content->resize(width, m_content->height());
+    const int height = std::clamp(
+        m_content->sizeHint().height(), m_content->minimumHeight(), m_content->maximumHeight());
+    return {width + borders, height + borders};
+}
+
+void PanelWindow::arrangeAtBar() {
     const auto screens = m_with.screens();
     const auto anchor = chooseAnchor({.lastGood = m_lastGoodAnchor}, screens);
     if (!anchor)
         return;
     const PlacementScreen& screen = screens.at(anchor->screen);
     const int gap = hasShadow() ? floatingGap : 0;
+    const QSize wanted = wantedSize(screen.available.width() - 2 * gap);
     const PanelPlacement placement = placePanel(anchor->point, screen, wanted, gap);
 
     // Beyond the work area nobody would see the shadow, and window managers would push it back.
@@ -169,26 +175,32 @@ void PanelWindow::arrangeAtBar(const QSize& wanted) {
     if (std::exchange(m_asked, window) != window)
         setGeometry(window);
     const QRect panel = placement.panel.translated(-window.topLeft());
-    setPanel(panel, wanted.height());
+    setPanel(panel);
     setMask(panel.marginsAdded(margins) & QRect(QPoint(), window.size()));
 }
 
-void PanelWindow::arrangeAsWindow(const QSize& wanted) {
+void PanelWindow::arrangeAsWindow() {
     const QRect room = screen()->availableGeometry();
+    const QSize wanted = wantedSize(room.width());
     setFixedSize(wanted.width(), std::min(wanted.height(), room.height()));
-    setPanel(rect(), wanted.height());
+    setPanel(rect());
 }
 
-void PanelWindow::setPanel(const QRect& panel, int contentHeight) {
+void PanelWindow::setPanel(const QRect& panel) {
     m_panel = panel;
     const int border = borderWidth();
-    m_scroller->setGeometry(panel.adjusted(border, border, -border, -border));
-    // Only scrolled content comes near the corners.
-    if (isRounded() && contentHeight > panel.height())
-        m_scroller->setMask(outline(m_scroller->rect()).toFillPolygon().toPolygon());
-    else
-        m_scroller->clearMask();
+    m_content->setGeometry(panel.adjusted(border, border, -border, -border));
     update();
+}
+
+double PanelWindow::cornerRadius() const {
+    return m_with.themes.theme().exact(panelRadius);
+}
+
+bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_content && event->type() == QEvent::LayoutRequest)
+        refit(); // the content asks for another size
+    return QWidget::eventFilter(watched, event);
 }
 
 bool PanelWindow::event(QEvent* event) {
@@ -213,19 +225,10 @@ void PanelWindow::hideEvent(QHideEvent* event) {
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
-    switch (event->key()) {
-    case Qt::Key_Escape:
+    if (event->key() == Qt::Key_Escape)
         hide();
-        break;
-    case Qt::Key_PageUp:
-        m_scroller->scrollByPage(-1);
-        break;
-    case Qt::Key_PageDown:
-        m_scroller->scrollByPage(1);
-        break;
-    default:
+    else
         QWidget::keyPressEvent(event);
-    }
 }
 
 void PanelWindow::mousePressEvent(QMouseEvent* event) {
@@ -245,15 +248,17 @@ void PanelWindow::paintEvent(QPaintEvent*) {
         return;
     }
     if (hasShadow())
-        m_shadow.paint(painter, m_panel, cornerRadius);
+        m_shadow.paint(painter, m_panel, int(std::lround(cornerRadius())));
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(outline(m_panel), background);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(background);
+    painter.drawRoundedRect(m_panel, cornerRadius(), cornerRadius());
 }
 
 void PanelWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (!m_with.placesWindows)
-        setPanel(rect(), m_scroller->contentHeight(PanelMetrics::width));
+        setPanel(rect());
 }
 
 } // namespace lumora

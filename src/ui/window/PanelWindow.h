@@ -14,8 +14,6 @@
 
 namespace lumora {
 
-class PanelScroller;
-
 /// The monitors of the desktop, the first one first.
 [[nodiscard]] QList<PlacementScreen> desktopScreens();
 
@@ -39,7 +37,8 @@ public:
         std::function<QList<PlacementScreen>()> screens = desktopScreens;
     };
 
-    /// Takes `content`.
+    /// Takes `content`, which is shown at the height it asks for, or less where the screen is too
+    /// low.
     PanelWindow(QWidget* content, const Dependencies& dependencies);
 
     /// What a press on the status item does: opens or closes the panel. A press that has just
@@ -59,9 +58,6 @@ public:
 
     void setVisible(bool visible) override;
 
-    /// What part of its content is in view.
-    PanelScroller* scroller() const { return m_scroller; }
-
 Q_SIGNALS:
     /// The panel is about to be measured and shown: the moment to bring its content up to date.
     void aboutToShow();
@@ -71,6 +67,7 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -84,16 +81,18 @@ private:
 
     int borderWidth() const { return isRounded() ? 0 : 1; }
 
+    QSize wantedSize(int maximumWidth) const;
     void arrange();
     void refit();
-    void arrangeAtBar(const QSize& wanted);
-    void arrangeAsWindow(const QSize& wanted);
-    void setPanel(const QRect& panel, int contentHeight);
+    void arrangeAtBar();
+    void arrangeAsWindow();
+    void setPanel(const QRect& panel);
+    double cornerRadius() const;
     void followScreens();
     void onDeactivated();
 
     Dependencies m_with;
-    PanelScroller* m_scroller;
+    QWidget* m_content;
     PanelShadow m_shadow;
     std::optional<QPoint> m_lastGoodAnchor; ///< in points
     QRect m_panel;

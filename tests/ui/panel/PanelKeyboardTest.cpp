@@ -1,6 +1,6 @@
 #include "support/PanelFixture.h"
 #include "ui/access/FocusRing.h"
-#include "ui/window/PanelScroller.h"
+#include "ui/rows/ContentScroller.h"
 
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -189,7 +189,7 @@ TEST_F(PanelKeyboardTest, WhatHasTheKeyboardIsScrolledIntoView) {
         briefing.habits.items.push_back({QString::number(i), u"Habit %1"_s.arg(i), false, 0, 1, 0});
     auto* content = new MenuBarView(
         {.themes = m_panel.themes, .preferences = m_panel.preferences, .clock = m_panel.clock});
-    PanelScroller scroller(m_panel.themes, content, nullptr);
+    ContentScroller scroller(m_panel.themes, content, nullptr);
     scroller.resize(320, 400);
     scroller.show();
     scroller.activateWindow();

@@ -4,8 +4,8 @@
 #include "fakes/SwitchedCompositing.h"
 #include "support/Patience.h"
 #include "ui/panel/FoldArea.h"
+#include "ui/rows/ContentScroller.h"
 #include "ui/theme/PanelMetrics.h"
-#include "ui/window/PanelScroller.h"
 
 #include <QApplication>
 #include <QLineEdit>

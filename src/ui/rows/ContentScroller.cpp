@@ -1,4 +1,4 @@
-#include "ui/window/PanelScroller.h"
+#include "ui/rows/ContentScroller.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -11,8 +11,8 @@ namespace lumora {
 
 namespace {
 
+// In pixels: the mark is for the pointer, which does not grow with the text.
 constexpr int revealMargin = 12; ///< what stays visible around a focused widget
-
 constexpr int thumbThickness = 4;
 constexpr int thumbInset = 3; ///< from the mark to the edges
 constexpr int shortestThumb = 24;
@@ -74,7 +74,7 @@ void ScrollThumb::mouseMoveEvent(QMouseEvent* event) {
     m_bar->setValue(m_bar->minimum() + top * (m_bar->maximum() - m_bar->minimum()) / way);
 }
 
-PanelScroller::PanelScroller(const ThemeSource& themes, QWidget* content, QWidget* parent)
+ContentScroller::ContentScroller(const ThemeSource& themes, QWidget* content, QWidget* parent)
     : QScrollArea(parent)
     , m_thumb(new ScrollThumb(themes, verticalScrollBar(), this)) {
     setFrameShape(QFrame::NoFrame);
@@ -93,7 +93,7 @@ PanelScroller::PanelScroller(const ThemeSource& themes, QWidget* content, QWidge
     });
 }
 
-int PanelScroller::contentHeight(int width) const {
+int ContentScroller::contentHeight(int width) const {
     QWidget* content = widget();
     content->ensurePolished();
     const int wanted = content->hasHeightForWidth() ? content->heightForWidth(width)
@@ -101,32 +101,48 @@ int PanelScroller::contentHeight(int width) const {
     return std::clamp(wanted, content->minimumHeight(), content->maximumHeight());
 }
 
-bool PanelScroller::isScrollable() const {
+void ContentScroller::setContentWidth(int width) {
+    if (m_contentWidth == width)
+        return;
+    m_contentWidth = width;
+    updateGeometry();
+}
+
+QSize ContentScroller::sizeHint() const {
+    return {m_contentWidth, contentHeight(m_contentWidth)};
+}
+
+QSize ContentScroller::minimumSizeHint() const {
+    return {0, 0};
+}
+
+bool ContentScroller::isScrollable() const {
     return verticalScrollBar()->maximum() > 0;
 }
 
-void PanelScroller::scrollByPage(int pages) {
+void ContentScroller::scrollByPage(int pages) {
     QScrollBar* bar = verticalScrollBar();
     bar->setValue(bar->value() + pages * bar->pageStep());
 }
 
-bool PanelScroller::eventFilter(QObject* watched, QEvent* event) {
+bool ContentScroller::eventFilter(QObject* watched, QEvent* event) {
     const bool handled = QScrollArea::eventFilter(watched, event);
     // The content has laid itself out at its old size by now, and knows what it would like.
     if (watched == widget() && event->type() == QEvent::LayoutRequest) {
         placeContent();
+        updateGeometry();
         Q_EMIT contentChanged();
     }
     return handled;
 }
 
-void PanelScroller::resizeEvent(QResizeEvent* event) {
+void ContentScroller::resizeEvent(QResizeEvent* event) {
     placeContent();
     QScrollArea::resizeEvent(event);
     m_thumb->setGeometry(width() - m_thumb->width(), 0, m_thumb->width(), height());
 }
 
-void PanelScroller::placeContent() {
+void ContentScroller::placeContent() {
     widget()->resize(width(), contentHeight(width()));
 }
 

@@ -34,17 +34,23 @@ private:
     int m_grip = 0; ///< from the top of the mark to where it is held
 };
 
-/// Shows the panel's content at its own width and height, and lets it be scrolled where there is
-/// less room than that.
-class PanelScroller : public QScrollArea {
+/// Shows a window's content, or the middle of it, at its own width and height, and lets it be
+/// scrolled where there is less room than that.
+class ContentScroller : public QScrollArea {
     Q_OBJECT
 
 public:
     /// Takes `content`.
-    PanelScroller(const ThemeSource& themes, QWidget* content, QWidget* parent);
+    ContentScroller(const ThemeSource& themes, QWidget* content, QWidget* parent);
 
-    /// The height that the content asks for at `width`, in points.
+    /// The height that the content asks for at `width`, in pixels.
     [[nodiscard]] int contentHeight(int width) const;
+
+    /// The width in pixels that `sizeHint` is for.
+    void setContentWidth(int width);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
     [[nodiscard]] bool isScrollable() const;
 
@@ -62,6 +68,7 @@ private:
     void placeContent();
 
     ScrollThumb* m_thumb;
+    int m_contentWidth = 0;
 };
 
 } // namespace lumora

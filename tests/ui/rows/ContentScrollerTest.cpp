@@ -1,4 +1,4 @@
-#include "ui/window/PanelScroller.h"
+#include "ui/rows/ContentScroller.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -16,9 +16,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace lumora::tests {
 namespace {
 
-class PanelScrollerTest : public testing::Test {
+class ContentScrollerTest : public testing::Test {
 protected:
-    PanelScrollerTest() {
+    ContentScrollerTest() {
         content->setFixedWidth(320);
         layout->setContentsMargins({});
         layout->setSpacing(0);
@@ -41,11 +41,11 @@ protected:
     QWidget* content = new QWidget;
     QVBoxLayout* layout = new QVBoxLayout(content);
     QWidget* block = new QWidget;
-    PanelScroller scroller{themes, content, nullptr};
+    ContentScroller scroller{themes, content, nullptr};
     ScrollThumb* thumb = scroller.findChild<ScrollThumb*>();
 };
 
-TEST_F(PanelScrollerTest, ContentThatFitsIsShownAsItIs) {
+TEST_F(ContentScrollerTest, ContentThatFitsIsShownAsItIs) {
     setContentHeight(400);
     show();
     EXPECT_EQ(scroller.contentHeight(320), 400);
@@ -54,7 +54,7 @@ TEST_F(PanelScrollerTest, ContentThatFitsIsShownAsItIs) {
     EXPECT_FALSE(thumb->isVisible());
 }
 
-TEST_F(PanelScrollerTest, ContentThatDoesNotFitKeepsItsWidthAndScrolls) {
+TEST_F(ContentScrollerTest, ContentThatDoesNotFitKeepsItsWidthAndScrolls) {
     setContentHeight(1000);
     show();
     EXPECT_EQ(content->size(), QSize(320, 1000));
@@ -64,10 +64,10 @@ TEST_F(PanelScrollerTest, ContentThatDoesNotFitKeepsItsWidthAndScrolls) {
     EXPECT_TRUE(thumb->isVisible());
 }
 
-TEST_F(PanelScrollerTest, ReportsAndFollowsTheContentsHeight) {
+TEST_F(ContentScrollerTest, ReportsAndFollowsTheContentsHeight) {
     setContentHeight(300);
     show();
-    const QSignalSpy changed(&scroller, &PanelScroller::contentChanged);
+    const QSignalSpy changed(&scroller, &ContentScroller::contentChanged);
     setContentHeight(1000);
     EXPECT_GT(changed.count(), 0);
     EXPECT_EQ(content->height(), 1000);
@@ -77,7 +77,7 @@ TEST_F(PanelScrollerTest, ReportsAndFollowsTheContentsHeight) {
     EXPECT_FALSE(thumb->isVisible());
 }
 
-TEST_F(PanelScrollerTest, TextThatWrapsIsMeasuredAtThePanelsWidth) {
+TEST_F(ContentScrollerTest, TextThatWrapsIsMeasuredAtThePanelsWidth) {
     auto* text = new QLabel(u"many words "_s.repeated(60));
     text->setWordWrap(true);
     layout->addWidget(text);
@@ -86,7 +86,7 @@ TEST_F(PanelScrollerTest, TextThatWrapsIsMeasuredAtThePanelsWidth) {
     EXPECT_GT(scroller.contentHeight(320), 10 + 2 * text->fontMetrics().height());
 }
 
-TEST_F(PanelScrollerTest, TheWheelScrolls) {
+TEST_F(ContentScrollerTest, TheWheelScrolls) {
     setContentHeight(1000);
     show();
     QWheelEvent wheel(
@@ -97,7 +97,7 @@ TEST_F(PanelScrollerTest, TheWheelScrolls) {
     EXPECT_EQ(content->y(), -scroller.verticalScrollBar()->value());
 }
 
-TEST_F(PanelScrollerTest, PagesScrollByWhatIsInView) {
+TEST_F(ContentScrollerTest, PagesScrollByWhatIsInView) {
     setContentHeight(1000);
     show();
     scroller.scrollByPage(1);
@@ -108,7 +108,7 @@ TEST_F(PanelScrollerTest, PagesScrollByWhatIsInView) {
     EXPECT_EQ(scroller.verticalScrollBar()->value(), 200);
 }
 
-TEST_F(PanelScrollerTest, WhatGetsTheFocusComesIntoView) {
+TEST_F(ContentScrollerTest, WhatGetsTheFocusComesIntoView) {
     setContentHeight(1000);
     auto* field = new QLineEdit;
     layout->addWidget(field);
@@ -121,7 +121,7 @@ TEST_F(PanelScrollerTest, WhatGetsTheFocusComesIntoView) {
     EXPECT_LE(top + field->height(), 400);
 }
 
-TEST_F(PanelScrollerTest, TheThumbShowsWhatPartIsInView) {
+TEST_F(ContentScrollerTest, TheThumbShowsWhatPartIsInView) {
     setContentHeight(800);
     show();
     EXPECT_EQ(thumb->geometry(), QRect(310, 0, 10, 400));
@@ -130,7 +130,7 @@ TEST_F(PanelScrollerTest, TheThumbShowsWhatPartIsInView) {
     EXPECT_EQ(thumb->thumbRect(), QRect(3, 200, 4, 197));
 }
 
-TEST_F(PanelScrollerTest, TheThumbOfVeryLongContentCanStillBeHit) {
+TEST_F(ContentScrollerTest, TheThumbOfVeryLongContentCanStillBeHit) {
     setContentHeight(100'000);
     show();
     EXPECT_EQ(thumb->thumbRect().height(), 24);
@@ -138,7 +138,7 @@ TEST_F(PanelScrollerTest, TheThumbOfVeryLongContentCanStillBeHit) {
     EXPECT_EQ(thumb->thumbRect().bottom(), 396);
 }
 
-TEST_F(PanelScrollerTest, TheThumbCanBeDragged) {
+TEST_F(ContentScrollerTest, TheThumbCanBeDragged) {
     setContentHeight(800);
     show();
     QTest::mousePress(thumb, Qt::LeftButton, {}, QPoint(5, 50));
@@ -149,14 +149,14 @@ TEST_F(PanelScrollerTest, TheThumbCanBeDragged) {
     EXPECT_NEAR(scroller.verticalScrollBar()->value(), 203, 2);
 }
 
-TEST_F(PanelScrollerTest, APressBesideTheThumbBringsItThere) {
+TEST_F(ContentScrollerTest, APressBesideTheThumbBringsItThere) {
     setContentHeight(800);
     show();
     QTest::mousePress(thumb, Qt::LeftButton, {}, QPoint(5, 390));
     EXPECT_EQ(scroller.verticalScrollBar()->value(), 400);
 }
 
-TEST_F(PanelScrollerTest, NothingOfTheScrollerTakesTheFocus) {
+TEST_F(ContentScrollerTest, NothingOfTheScrollerTakesTheFocus) {
     EXPECT_EQ(scroller.focusPolicy(), Qt::NoFocus);
     EXPECT_EQ(scroller.viewport()->focusPolicy(), Qt::NoFocus);
     EXPECT_EQ(thumb->focusPolicy(), Qt::NoFocus);
