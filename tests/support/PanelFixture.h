@@ -79,6 +79,13 @@ protected:
         return {widget->mapTo(&m_panel.view, QPoint()), widget->size()};
     }
 
+    /// Where what `widget` shows is, without the room around it.
+    QRect contentInPanel(const QWidget* widget) const {
+        return {
+            widget->mapTo(&m_panel.view, widget->contentsRect().topLeft()),
+            widget->contentsRect().size()};
+    }
+
     void fold(const QString& title) {
         QTest::mouseClick(section(title)->header(), Qt::LeftButton);
         m_panel.render();

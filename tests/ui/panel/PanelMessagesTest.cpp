@@ -82,7 +82,7 @@ TEST_F(PanelMessagesTest, ALongFailureIsReadWhole) {
     const auto* banner = shown<ErrorBanner>(m_panel.view).front();
     const QFontMetrics metrics(m_panel.themes.theme().font(TextRole::Caption));
     EXPECT_GE(banner->height(), 3 * metrics.height());
-    EXPECT_EQ(m_panel.view.height(), before + banner->height() + 12);
+    EXPECT_EQ(m_panel.view.height(), before + banner->contentsRect().height() + 12);
 }
 
 TEST_F(PanelMessagesTest, TheBannerIsOrange) {
