@@ -39,14 +39,14 @@ Spending spending(std::optional<double> deltaFraction) {
     };
 }
 
-constexpr double iconWidth = 12;
+constexpr BucketColumns columns{.icons = 12};
 
 TimeCell cell(const QString& time) {
     return {time, 58};
 }
 
 RowContent bucket(const QString& color) {
-    return bucketRow({u"food"_s, u"Food"_s, u"🍎"_s, color, 99.6}, iconWidth, american);
+    return bucketRow({u"food"_s, u"Food"_s, u"🍎"_s, color, 99.6}, columns, american);
 }
 
 TextStyle symbolStyle(const RowContent& row, std::size_t item = 0) {
@@ -265,7 +265,7 @@ TEST(BucketRow, WithAnUnusableColourHasNoBar) {
 
 TEST(BucketRow, KeepsItsAmountInSightWhateverIconAndLabelAre) {
     const QString endless(10'240, u'W');
-    const RowContent row = bucketRow({u"food"_s, endless, endless, u"#1E90FF"_s, 99.6}, iconWidth, american);
+    const RowContent row = bucketRow({u"food"_s, endless, endless, u"#1E90FF"_s, 99.6}, columns, american);
     const RowGeometry geometry = layOutRow(row, plainTheme(), 296);
     EXPECT_DOUBLE_EQ(geometry.items.back().right(), 296);
     EXPECT_GE(geometry.items.at(3).width(), 8);
