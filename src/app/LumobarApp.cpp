@@ -124,7 +124,7 @@ CommandHandlers LumobarApp::handlers() {
     };
 }
 
-void LumobarApp::refresh(const std::function<void(QString)>& done) {
+void LumobarApp::refresh(const std::function<void(std::optional<QString>)>& done) {
     Q_ASSERT(m_session.has_value()); // commands are answered only once work has begun
     AppState& state = m_session->state;
     spawn(&state, state.refresh(), [&state, done] { done(state.state().failureMessage()); });

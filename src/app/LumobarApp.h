@@ -49,7 +49,7 @@ private:
 
     void begin();
     void followNetwork();
-    void refresh(const std::function<void(QString)>& done);
+    void refresh(const std::function<void(std::optional<QString>)>& done);
     void runCommand(MenuCommand command, const QByteArray& activationToken);
     void openSettings(const QByteArray& activationToken);
     void joinMeeting(const QByteArray& activationToken);

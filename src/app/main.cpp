@@ -7,6 +7,7 @@
 #include "linux/session/TerminationSignals.h"
 #include "platform/ActivationToken.h"
 #include "platform/AppStorageBacked.h"
+#include "texts/StatusPresentation.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -55,10 +56,10 @@ int runStatus(CommandClient& client, const StatusCommand& command) {
 }
 
 int runRefresh(CommandClient& client) {
-    const auto message = client.refresh();
-    if (!message)
-        return complain(message.error());
-    return message->isEmpty() ? int(Success) : complain(*message, Failure);
+    const auto failure = client.refresh();
+    if (!failure)
+        return complain(failure.error());
+    return *failure ? complain(failureText(**failure), Failure) : int(Success);
 }
 
 int outcome(const tl::expected<void, CommandClient::Failure>& answer) {

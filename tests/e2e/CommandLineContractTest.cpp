@@ -2,6 +2,7 @@
 #include "e2e/XDesktop.h"
 #include "support/Patience.h"
 #include "support/PrivateDisplay.h"
+#include "support/ScriptedServer.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
@@ -100,6 +101,20 @@ TEST_F(CommandLineContract, ExplainsItself) {
           "--scenario"})
         EXPECT_TRUE(outcome.out.contains(word)) << word;
 }
+
+/// A user whose service refuses, and does not say why.
+class CommandLineContractWithARefusal : public CommandLineContract {
+protected:
+    void SetUp() override {
+        keyring.startUnlocked();
+        ASSERT_TRUE(storeToken(keyring, "a token"));
+        lumora.writePreferences({{u"endpointURL"_s, server.url(u"/api/briefing"_s).toString()}});
+    }
+
+    RealKeyring keyring{lumora.sessionBus()};
+    ScriptedServer server{
+        ScriptedServer::always(ScriptedServer::answer("400 Bad Request", R"({"error":""})"))};
+};
 
 TEST_F(CommandLineContract, ComplainsInOneLineAboutWrongArguments) {
     for (const QStringList& arguments :
@@ -291,6 +306,14 @@ TEST_F(CommandLineContractWithABriefing, PrintsTheLabelAsText) {
 
 TEST_F(CommandLineContractWithABriefing, RefreshReturnsWhenTheFetchHasEnded) {
     lumora.start();
+TEST_F(CommandLineContractWithARefusal, ARefreshFailsAndSaysSoAllTheSame) {
+    startAnswering();
+    const auto refreshed = lumora.run({u"refresh"_s});
+    expectComplaint(refreshed, 1);
+    EXPECT_EQ(refreshed.err, "lumora: The refresh failed, and no reason was given\n");
+    EXPECT_TRUE(lumora.comesToShow({{u"state"_s, u"failed"_s}, {u"message"_s, u""_s}}));
+}
+
     ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
     leaveMeetingsBehind();
     const auto refreshed = lumora.run({u"refresh"_s});

@@ -18,6 +18,11 @@ namespace {
 constexpr double bannerSpacing = 6;
 constexpr int wrapping = Qt::TextWrapAnywhere | Qt::TextWordWrap;
 
+/// What screen readers say of `message`; the triangle has a name of its own where it stands alone.
+QString spoken(const QString& message) {
+    return message.trimmed().isEmpty() ? u"Warning"_s : message;
+}
+
 } // namespace
 
 ErrorBanner::ErrorBanner(const ThemeSource& themes, QWidget* parent)
@@ -31,16 +36,16 @@ ErrorBanner::ErrorBanner(const ThemeSource& themes, QWidget* parent)
     hide();
 }
 
-void ErrorBanner::setMessage(const QString& message) {
+void ErrorBanner::setMessage(const std::optional<QString>& message) {
     if (m_message == message)
         return;
     m_message = message;
-    setAccessibleName(message);
+    setAccessibleName(message ? spoken(*message) : QString());
     const bool wasVisible = isVisible();
-    setVisible(!message.isEmpty());
+    setVisible(message.has_value());
     updateGeometry();
     update();
-    if (message.isEmpty())
+    if (!message)
         return;
     tell(QAccessible::Alert);
     // Where alerts are not passed on, screen readers read those that come into view.
@@ -58,7 +63,7 @@ QRectF ErrorBanner::textRect(double width) const {
     const QFontMetricsF metrics(m_themes.theme().font(TextRole::Caption));
     const double left = contentsMargins().left() + edge + bannerSpacing;
     const QRectF room(left, 0, std::max(1.0, width - contentsMargins().right() - left), 1e6);
-    QRectF rect = metrics.boundingRect(room, wrapping, m_message);
+    QRectF rect = metrics.boundingRect(room, wrapping, m_message.value_or(QString()));
     // One line stands in the middle of the symbol.
     rect.moveTop(std::max(0.0, (edge - metrics.height()) / 2));
     return rect;
@@ -66,7 +71,7 @@ QRectF ErrorBanner::textRect(double width) const {
 
 int ErrorBanner::heightForWidth(int width) const {
     // A box layout asks hidden widgets too.
-    if (m_message.isEmpty())
+    if (!m_message)
         return 0;
     const double edge = symbolEdge(TextRole::Caption, m_themes.theme());
     return int(std::ceil(std::max(edge, textRect(width).bottom())));
@@ -86,7 +91,7 @@ void ErrorBanner::paintEvent(QPaintEvent*) {
         color);
     painter.setFont(theme.font(TextRole::Caption));
     painter.setPen(color);
-    painter.drawText(textRect(width()), wrapping, m_message);
+    painter.drawText(textRect(width()), wrapping, m_message.value_or(QString()));
 }
 
 } // namespace lumora
