@@ -4,6 +4,7 @@
 #include "app/PanelController.h"
 #include "app/SettingsController.h"
 #include "app/StatusItemController.h"
+#include "app/ThemeFollower.h"
 #include "linux/commands/CommandServer.h"
 #include "platform/PlatformFamily.h"
 #include "reminders/NotificationService.h"
@@ -43,6 +44,7 @@ private:
         AppState state;
         Ticker ticker;
         StatusItemController controller;
+        ThemeFollower themes;
         PanelController panel;
         SettingsController settings;
     };
