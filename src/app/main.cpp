@@ -87,8 +87,20 @@ int handOver(CommandClient& client, const RunCommand& run, const QByteArray& tok
     return outcome(client.open(token));
 }
 
+QtMessageHandler usualHandler = nullptr;
+
+/// Platform plug-ins warn at every wish that they cannot fulfil, such as coming to the front. They
+/// are asked all the same, because most can, and the user can do nothing about those that cannot.
+void passOnUnlessUnsupported(
+    QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type != QtWarningMsg || !message.contains(u" does not support "))
+        usualHandler(type, context, message);
+}
+
 int runProgram(int& argc, char** argv, const RunCommand& run) {
     const QByteArray token = inheritedActivationToken(); // as long as it is there
+    completeProxyVariables();
+    usualHandler = qInstallMessageHandler(passOnUnlessUnsupported);
     std::optional<StartupEnvironment> startupEnvironment(std::in_place);
     QApplication application(argc, argv);
     startupEnvironment.reset();
