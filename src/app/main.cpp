@@ -87,6 +87,13 @@ int handOver(CommandClient& client, const RunCommand& run, const QByteArray& tok
     return outcome(client.open(token));
 }
 
+/// Ends without tearing down what is static. Qt's D-Bus thread lives on until then, and warns when
+/// a message reaches it after the types it would be read into are gone.
+[[noreturn]] void leaveAtOnce(int exitCode) {
+    std::fflush(nullptr);
+    std::_Exit(exitCode);
+}
+
 QtMessageHandler usualHandler = nullptr;
 
 /// Platform plug-ins warn at every wish that they cannot fulfil, such as coming to the front. They
@@ -110,7 +117,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
 
     CommandClient other;
     if (other.isRunning())
-        return handOver(other, run, token);
+        leaveAtOnce(handOver(other, run, token));
 
     DemoServiceProcess demoService;
     PlatformFamily family = run.demo ? makeForgetfulPlatform() : makeDesktopPlatform();
@@ -144,13 +151,6 @@ int askRunningProgram(int& argc, char** argv, const Command& command) {
     if (const auto* window = std::get_if<WindowCommand>(&command))
         return runWindow(client, *window);
     return outcome(client.quit());
-}
-
-/// Ends without tearing down what is static. Qt's D-Bus thread lives on until then, and warns when
-/// a message reaches it after the types it would be read into are gone.
-[[noreturn]] void leaveAtOnce(int exitCode) {
-    std::fflush(nullptr);
-    std::_Exit(exitCode);
 }
 
 } // namespace
