@@ -67,7 +67,7 @@ protected:
     QStringList banners() const {
         QStringList messages;
         for (const auto* banner : shown<ErrorBanner>(m_panel.view))
-            messages += banner->message();
+            messages += *banner->message();
         return messages;
     }
 
