@@ -16,7 +16,6 @@ namespace lumora {
 namespace {
 
 constexpr double bannerSpacing = 6; // points
-constexpr int wrapping = Qt::TextWrapAnywhere | Qt::TextWordWrap;
 
 /// What screen readers say of `message`; the triangle has a name of its own where it stands alone.
 QString spoken(const QString& message) {
@@ -61,28 +60,33 @@ void ErrorBanner::tell(QAccessible::Event what) {
     QAccessible::updateAccessibility(&event);
 }
 
-QRectF ErrorBanner::textRect(double width) const {
-    const double edge = symbolEdge(TextRole::Caption, m_themes.theme());
-    const QFontMetricsF metrics(m_themes.theme().font(TextRole::Caption));
-    const double before = edge + m_themes.theme().exact(bannerSpacing);
+ErrorBanner::Laid ErrorBanner::layOut(double width) const {
+    const Theme& theme = m_themes.theme();
+    const QFont font = theme.font(TextRole::Caption);
+    const double edge = symbolEdge(TextRole::Caption, theme);
+    const double before = edge + theme.exact(bannerSpacing);
     const QMargins margins = contentsMargins();
-    const double free = width - margins.left() - margins.right() - before;
     const bool fromLeft = layoutDirection() == Qt::LeftToRight;
-    const QRectF room(margins.left() + (fromLeft ? before : 0), 0, std::max(1.0, free), 1e6);
-    QRectF rect = metrics.boundingRect(room, wrapping, m_message.value_or(QString()));
-    rect.setLeft(room.left());
-    rect.setRight(room.right());
+
+    Laid laid;
+    laid.text = wrappedText(
+        m_message.value_or(QString()), font, width - margins.left() - margins.right() - before,
+        layoutDirection());
+    laid.symbol = QRectF(
+        fromLeft ? margins.left() : width - margins.right() - edge, margins.top(), edge, edge);
     // One line stands in the middle of the symbol.
-    rect.moveTop(margins.top() + std::max(0.0, (edge - metrics.height()) / 2));
-    return rect;
+    const double line = QFontMetricsF(font).height();
+    laid.origin = QPointF(
+        margins.left() + (fromLeft ? before : 0), margins.top() + std::max(0.0, (edge - line) / 2));
+    return laid;
 }
 
 int ErrorBanner::heightForWidth(int width) const {
     // A box layout asks hidden widgets too.
     if (!m_message)
         return 0;
-    const double edge = symbolEdge(TextRole::Caption, m_themes.theme());
-    const double bottom = std::max(contentsMargins().top() + edge, textRect(width).bottom());
+    const Laid laid = layOut(width);
+    const double bottom = std::max(laid.symbol.bottom(), laid.origin.y() + heightOf(*laid.text));
     return int(std::ceil(bottom)) + contentsMargins().bottom();
 }
 
@@ -92,19 +96,11 @@ QSize ErrorBanner::sizeHint() const {
 
 void ErrorBanner::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const Theme& theme = m_themes.theme();
-    const QColor color = theme.color(ColorRole::Orange);
-    const double edge = symbolEdge(TextRole::Caption, theme);
-    const bool fromLeft = layoutDirection() == Qt::LeftToRight;
-    const double left =
-        fromLeft ? contentsMargins().left() : width() - contentsMargins().right() - edge;
-    paintSymbol(
-        painter, QRectF(left, contentsMargins().top(), edge, edge), u"exclamationmark.triangle"_s,
-        {.tint = color});
-    painter.setFont(theme.font(TextRole::Caption));
+    const QColor color = m_themes.theme().color(ColorRole::Orange);
+    const Laid laid = layOut(width());
+    paintSymbol(painter, laid.symbol, u"exclamationmark.triangle"_s, {.tint = color});
     painter.setPen(color);
-    const int side = Qt::AlignAbsolute | (fromLeft ? Qt::AlignLeft : Qt::AlignRight);
-    painter.drawText(textRect(width()), wrapping | side, m_message.value_or(QString()));
+    laid.text->draw(&painter, laid.origin);
 }
 
 } // namespace lumora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/rows/SpokenRole.h"
+#include "ui/rows/WrappedText.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QAccessible>
@@ -34,8 +35,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// Where triangle and message stand, in pixels.
+    struct Laid {
+        QRectF symbol;
+        QPointF origin; ///< of the text
+        std::unique_ptr<QTextLayout> text;
+    };
+
     void tell(QAccessible::Event what);
-    QRectF textRect(double width) const;
+    Laid layOut(double width) const;
 
     const ThemeSource& m_themes;
     QMargins m_padding; ///< points

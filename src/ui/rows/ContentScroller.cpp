@@ -44,7 +44,9 @@ QRect ScrollThumb::thumbRect() const {
     const int page = std::max(1, m_bar->pageStep());
     const int length = std::min(track, std::max(shortestThumb, track * page / (page + range)));
     const int top = range == 0 ? 0 : (track - length) * (m_bar->value() - m_bar->minimum()) / range;
-    return {width() - thumbInset - thumbThickness, thumbInset + top, thumbThickness, length};
+    const int left =
+        layoutDirection() == Qt::LeftToRight ? width() - thumbInset - thumbThickness : thumbInset;
+    return {left, thumbInset + top, thumbThickness, length};
 }
 
 int ScrollThumb::travel() const {
@@ -144,7 +146,8 @@ void ContentScroller::keyPressEvent(QKeyEvent* event) {
 void ContentScroller::resizeEvent(QResizeEvent* event) {
     placeContent();
     QScrollArea::resizeEvent(event);
-    m_thumb->setGeometry(width() - m_thumb->width(), 0, m_thumb->width(), height());
+    const int left = layoutDirection() == Qt::LeftToRight ? width() - m_thumb->width() : 0;
+    m_thumb->setGeometry(left, 0, m_thumb->width(), height());
 }
 
 void ContentScroller::placeContent() {

@@ -8,7 +8,7 @@ class QScrollBar;
 
 namespace lumora {
 
-/// A thin mark over the right edge of what scrolls, which shows and changes how far it is
+/// A thin mark over the trailing edge of what scrolls, which shows and changes how far it is
 /// scrolled. It takes no room, and is hidden while everything is in view.
 class ScrollThumb : public QWidget {
     Q_OBJECT

@@ -16,10 +16,6 @@ namespace {
 constexpr double badgeMarginX = 5;
 constexpr double badgeMarginY = 1;
 
-QFontMetricsF metricsOf(const TextLine& line, const Theme& theme) {
-    return QFontMetricsF(theme.font(line.style.role, line.style.weight));
-}
-
 /// The edge of a symbol's square beside text one pixel high. A drawing keeps a margin on its grid;
 /// beside small print it has to be larger than the letters to be made out.
 double symbolToText(TextRole role) {
@@ -53,14 +49,14 @@ double heightOf(const RowItem& item, const Theme& theme) {
         return theme.exact(item.width);
     double height = 0;
     for (const TextLine& line : item.lines)
-        height += metricsOf(line, theme).height();
+        height += lineHeight(line, theme).whole;
     if (item.kind == RowItem::Kind::Badge)
         height += theme.exact(2 * badgeMarginY);
     return std::ceil(height);
 }
 
 double ascentOf(const RowItem& item, const Theme& theme) {
-    return item.lines.empty() ? 0 : metricsOf(item.lines.front(), theme).ascent();
+    return item.lines.empty() ? 0 : lineHeight(item.lines.front(), theme).ascent;
 }
 
 bool takesTheRest(const RowItem& item) {

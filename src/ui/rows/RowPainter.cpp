@@ -43,13 +43,13 @@ void paintTexts(
     const bool fromRight = direction == Qt::RightToLeft;
     double top = rect.top();
     for (const TextLine& line : item.lines) {
-        const QFontMetricsF metrics(theme.font(line.style.role, line.style.weight));
+        const LineHeight height = lineHeight(line, theme);
         const TextLine shown = elidedLine(line, theme, rect.width());
         // Whole points keep the letters sharp.
         const double left = fromRight ? rect.right() - textWidth(shown, theme) : rect.left();
-        const QPointF baseline(left, std::round(top + metrics.ascent()));
+        const QPointF baseline(left, std::round(top + height.ascent));
         drawText(painter, baseline, shown, theme);
-        top += metrics.height();
+        top += height.whole;
     }
 }
 

@@ -72,6 +72,12 @@ double digitCell(const QFontMetricsF& metrics) {
     return widest;
 }
 
+/// Letters that fonts for Latin, Greek and Cyrillic often leave to others.
+bool isOfAnotherScript(QChar character) {
+    constexpr char16_t firstOther = 0x0590;
+    return character.unicode() >= firstOther && character.isLetter();
+}
+
 bool runsFromRight(QChar character) {
     switch (character.direction()) {
     case QChar::DirR:
@@ -134,6 +140,22 @@ double textWidth(const TextLine& line, const Theme& theme) {
     forEachPiece(
         line, font, metrics, [&](const QString&, double pieceWidth, bool) { width += pieceWidth; });
     return width;
+}
+
+LineHeight lineHeight(const TextLine& line, const Theme& theme) {
+    const QFont font = fontOf(line.style, theme);
+    const QFontMetricsF metrics(font);
+    LineHeight height{.ascent = metrics.ascent(), .whole = metrics.height()};
+    // Pictures are as high as the letters beside them, whatever their font says.
+    if (std::none_of(line.text.cbegin(), line.text.cend(), isOfAnotherScript))
+        return height;
+    QTextLayout layout(singleLine(line.text), font);
+    layout.beginLayout();
+    const QTextLine laidOut = layout.createLine();
+    layout.endLayout();
+    height.ascent = std::max(height.ascent, laidOut.ascent());
+    height.whole = height.ascent + std::max(metrics.descent(), laidOut.descent());
+    return height;
 }
 
 bool isCut(const TextLine& line, const Theme& theme, double width) {

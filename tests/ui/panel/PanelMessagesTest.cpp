@@ -135,3 +135,33 @@ TEST_F(PanelMessagesTest, TheBannerIsOrange) {
     }
     EXPECT_GT(solid, 20);
 }
+
+TEST_F(PanelMessagesTest, ALongFailureBreaksBetweenWords) {
+    const Theme theme = m_panel.themes.theme();
+    const QFont font = theme.font(TextRole::Caption);
+    const QString message = u"The service has changed its address and can no longer be reached"_s;
+    const double width =
+        QFontMetricsF(font).horizontalAdvance(u"The service has changed its addr"_s);
+    const auto layout = wrappedText(message, font, width, Qt::LeftToRight);
+    ASSERT_GT(layout->lineCount(), 1);
+    for (int i = 1; i < layout->lineCount(); ++i)
+        EXPECT_EQ(message[layout->lineAt(i).textStart() - 1], u' ');
+}
+
+TEST_F(PanelMessagesTest, AWordThatIsTooLongForALineIsBroken) {
+    const QFont font = m_panel.themes.theme().font(TextRole::Caption);
+    const auto layout = wrappedText(QString(200, u'W'), font, 100, Qt::LeftToRight);
+    EXPECT_GT(layout->lineCount(), 1);
+    for (int i = 0; i < layout->lineCount(); ++i)
+        EXPECT_LE(layout->lineAt(i).naturalTextWidth(), 100);
+}
+
+TEST_F(PanelMessagesTest, ASentenceEndsWhereItsLanguageSaysOnEitherSide) {
+    const QFont font = m_panel.themes.theme().font(TextRole::Caption);
+    for (const auto side : {Qt::LeftToRight, Qt::RightToLeft}) {
+        const auto layout = wrappedText(u"Not found."_s, font, 500, side);
+        const QTextLine line = layout->lineAt(0);
+        EXPECT_GT(line.cursorToX(10), line.cursorToX(0));
+        EXPECT_EQ(line.cursorToX(0) > 200, side == Qt::RightToLeft);
+    }
+}

@@ -4,6 +4,7 @@
 #include "ui/rows/TextDrawing.h"
 
 #include <QFontMetricsF>
+#include <QTextLayout>
 
 #include <gtest/gtest.h>
 
@@ -202,4 +203,18 @@ TEST(RowLayout, NamesTheTextsThatAreCut) {
     row.items[1].lines.push_back({u"Room 4"_s, {}});
     EXPECT_EQ(cutTexts(row, plainTheme(), 200), QStringList{longText});
     EXPECT_EQ(cutTexts(row, plainTheme(), 2000), QStringList());
+}
+
+TEST(RowLayout, HasRoomForTheFontsThatStandIn) {
+    const Theme theme = plainTheme();
+    const TextLine latin{u"Standup"_s, {}};
+    const TextLine arabic{u"موعد مع الطبيب"_s, {}};
+    EXPECT_DOUBLE_EQ(
+        lineHeight(latin, theme).whole, QFontMetricsF(theme.font(TextRole::Callout)).height());
+    QTextLayout layout(arabic.text, theme.font(TextRole::Callout));
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    EXPECT_GE(lineHeight(arabic, theme).ascent, line.ascent());
+    EXPECT_GE(lineHeight(arabic, theme).whole - lineHeight(arabic, theme).ascent, line.descent());
 }
