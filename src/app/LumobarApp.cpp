@@ -54,7 +54,7 @@ LumobarApp::Session::Session(LumobarApp& app)
               .loginItems = *app.m_platform.loginItems,
               .reminders = app.m_reminders,
           },
-          *app.m_platform.appearance) {}
+          *app.m_platform.appearance, *app.m_platform.compositing) {}
 
 LumobarApp::LumobarApp(const PlatformFamily& platform)
     : m_platform(platform)

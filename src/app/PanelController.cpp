@@ -31,7 +31,7 @@ AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
 
 PanelController::PanelController(Dependencies dependencies)
     : m_with(std::move(dependencies))
-    , m_themes(m_with.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP")) {
+    , m_themes(m_with.appearance, m_with.compositing, qEnvironmentVariable("XDG_CURRENT_DESKTOP")) {
     speakWidgets();
     connect(&m_with.state, &AppState::changed, this, [this] {
         if (m_window && m_window->isVisible())

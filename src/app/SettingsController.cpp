@@ -6,8 +6,10 @@ namespace lumora {
 
 /// What there is from the first opening on.
 struct SettingsController::Opened {
-    Opened(const SettingsModel::Dependencies& with, const DesktopAppearance& appearance)
-        : themes(appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
+    Opened(
+        const SettingsModel::Dependencies& with, const DesktopAppearance& appearance,
+        const Compositing& compositing)
+        : themes(appearance, compositing, qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
         , model(with)
         , window(model, themes.themes()) {}
 
@@ -17,15 +19,17 @@ struct SettingsController::Opened {
 };
 
 SettingsController::SettingsController(
-    const SettingsModel::Dependencies& dependencies, const DesktopAppearance& appearance)
+    const SettingsModel::Dependencies& dependencies, const DesktopAppearance& appearance,
+    const Compositing& compositing)
     : m_with(dependencies)
-    , m_appearance(appearance) {}
+    , m_appearance(appearance)
+    , m_compositing(compositing) {}
 
 SettingsController::~SettingsController() = default;
 
 void SettingsController::open(const QByteArray& activationToken) {
     if (!m_opened)
-        m_opened = std::make_unique<Opened>(m_with, m_appearance);
+        m_opened = std::make_unique<Opened>(m_with, m_appearance, m_compositing);
     m_opened->window.open(activationToken);
 }
 

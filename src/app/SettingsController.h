@@ -7,6 +7,7 @@
 
 namespace lumora {
 
+class Compositing;
 class DesktopAppearance;
 class SettingsWindow;
 
@@ -16,7 +17,8 @@ class SettingsController {
 public:
     /// Everything must outlive the controller.
     SettingsController(
-        const SettingsModel::Dependencies& dependencies, const DesktopAppearance& appearance);
+        const SettingsModel::Dependencies& dependencies, const DesktopAppearance& appearance,
+        const Compositing& compositing);
     ~SettingsController();
     SettingsController(const SettingsController&) = delete;
     SettingsController& operator=(const SettingsController&) = delete;
@@ -29,6 +31,7 @@ private:
 
     SettingsModel::Dependencies m_with;
     const DesktopAppearance& m_appearance;
+    const Compositing& m_compositing;
     std::unique_ptr<Opened> m_opened; ///< null until first opened
 };
 

@@ -1,6 +1,7 @@
 #include "app/SettingsController.h"
 
 #include "fakes/FakeAppearance.h"
+#include "fakes/SwitchedCompositing.h"
 #include "support/SettingsHarness.h"
 #include "ui/settings/SettingsWindow.h"
 
@@ -28,6 +29,7 @@ protected:
     }
 
     FakeAppearance appearance;
+    SwitchedCompositing compositing{true};
     SettingsController controller{
         {
             .state = *state,
@@ -38,7 +40,8 @@ protected:
             .loginItems = loginItems,
             .reminders = reminders,
         },
-        appearance};
+        appearance,
+        compositing};
 };
 
 } // namespace
