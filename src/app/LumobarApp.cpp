@@ -53,6 +53,7 @@ LumobarApp::Session::Session(LumobarApp& app)
               .service = app.m_service,
               .loginItems = *app.m_platform.loginItems,
               .reminders = app.m_reminders,
+              .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
           },
           *app.m_platform.appearance, *app.m_platform.compositing) {}
 
