@@ -10,8 +10,9 @@ namespace lumora {
 class Compositing;
 class DesktopAppearance;
 
-/// Keeps the program's font, its tool tips and the panel's theme in step with the desktop's colour
-/// scheme, palette and font, with its wish for less motion, and with what its windows can do.
+/// Keeps the program's font, its tool tips and its windows' theme in step with the desktop's colour
+/// scheme, palette, accent and font, with its wish for less motion, and with whether it blends
+/// windows. There is one in a program.
 class ThemeFollower : public QObject {
     Q_OBJECT
 

@@ -1,9 +1,8 @@
 #include "app/SettingsController.h"
 
-#include "fakes/FakeAppearance.h"
-#include "fakes/SwitchedCompositing.h"
 #include "support/SettingsHarness.h"
 #include "ui/settings/SettingsWindow.h"
+#include "ui/theme/ThemeSource.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -28,8 +27,7 @@ protected:
         return found;
     }
 
-    FakeAppearance appearance;
-    SwitchedCompositing compositing{true};
+    const ThemeSource themes{Theme(ColorScheme::Light, QFont())};
     SettingsController controller{
         {
             .state = *state,
@@ -40,8 +38,7 @@ protected:
             .loginItems = loginItems,
             .reminders = reminders,
         },
-        appearance,
-        compositing};
+        themes};
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "support/ViewHarness.h"
 
+#include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -65,7 +66,7 @@ protected:
     ThemeSource m_themes{stillTheme()};
     QWidget m_window;
     CaptureField* m_field = new CaptureField(m_themes, m_clock);
-    RowButton* m_other = new RowButton(m_themes, {}, RowButton::Highlight::None);
+    RowButton* m_other = new RowButton(m_themes, QMargins());
     QSignalSpy m_submitted{m_field, &CaptureField::submitted};
 };
 
@@ -78,14 +79,15 @@ TEST_F(CaptureFieldTest, IsPaddedTwelveByEightWithItemsSixApart) {
     EXPECT_EQ(icon->content().items.front().style.color, ColorRole::Secondary);
     EXPECT_EQ(icon->x(), 12);
     EXPECT_EQ(m_field->edit()->x() - (icon->geometry().right() + 1), 6);
-    EXPECT_EQ(m_field->edit()->geometry().right() + 1, 320 - 12);
     EXPECT_EQ(m_field->edit()->y(), 8);
     EXPECT_EQ(m_field->height() - (m_field->edit()->geometry().bottom() + 1), 8);
     EXPECT_NEAR(icon->geometry().center().y(), m_field->edit()->geometry().center().y(), 1);
 
     type(u"x"_s);
-    EXPECT_EQ(m_field->sendButton()->geometry().right() + 1, 320 - 12);
-    EXPECT_EQ(m_field->sendButton()->x() - (m_field->edit()->geometry().right() + 1), 6);
+    const RowButton* send = m_field->sendButton();
+    const QRect face = send->contentsRect().translated(send->pos());
+    EXPECT_EQ(face.right() + 1, 320 - 12);
+    EXPECT_EQ(send->x() - (m_field->edit()->geometry().right() + 1), 6);
 }
 
 TEST_F(CaptureFieldTest, InvitesInTheCalloutSize) {
@@ -245,7 +247,7 @@ TEST_F(CaptureFieldTest, TheKeyboardComesBackWhenTheFieldTakesTypingAgain) {
 TEST_F(CaptureFieldTest, TheKeyboardStaysWhereTheUserTookIt) {
     m_field->edit()->setFocus();
     m_field->setPending(true);
-    auto* elsewhere = new RowButton(m_themes, {}, RowButton::Highlight::None, &m_window);
+    auto* elsewhere = new RowButton(m_themes, QMargins(), &m_window);
     elsewhere->show();
     elsewhere->setFocus();
     m_field->setPending(false);
@@ -261,6 +263,32 @@ TEST_F(CaptureFieldTest, EscapeIsLeftToThePanelAndTabMovesOn) {
     QTest::keyClick(m_field->edit(), Qt::Key_Tab);
     EXPECT_EQ(m_field->edit()->toPlainText(), u"hello"_s);
     EXPECT_EQ(m_window.focusWidget(), m_field->sendButton());
+}
+
+TEST_F(CaptureFieldTest, ItsMenuIsInTheTheme) {
+    m_themes.setTheme(plainTheme(ColorScheme::Dark));
+    type(u"hello"_s);
+    QContextMenuEvent press(
+        QContextMenuEvent::Mouse, QPoint(3, 3), m_field->edit()->mapToGlobal(QPoint(3, 3)));
+    QCoreApplication::sendEvent(m_field->edit()->viewport(), &press);
+    QWidget* const menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_LT(painted(*menu).pixelColor(menu->width() / 2, 3).lightnessF(), 0.3);
+    menu->close();
+}
+
+TEST_F(CaptureFieldTest, SelectedTextCanBeRead) {
+    for (const auto scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        m_themes.setTheme(plainTheme(scheme));
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            const QPalette colors = m_field->edit()->palette();
+            EXPECT_GE(
+                contrastRatio(
+                    colors.color(group, QPalette::HighlightedText),
+                    colors.color(group, QPalette::Highlight)),
+                4.5);
+        }
+    }
 }
 
 TEST_F(CaptureFieldTest, HoldsAnyAmountOfText) {

@@ -1,4 +1,5 @@
 #include "support/PanelFixture.h"
+#include "ui/rows/ContentScroller.h"
 
 #include <QLayout>
 
@@ -82,11 +83,60 @@ TEST_F(MenuBarViewTest, StacksItsPartsWithoutGaps) {
     EXPECT_EQ(bottom, m_panel.view.height());
     EXPECT_NE(qobject_cast<const PaintedRow*>(inOrder[0]), nullptr);
     EXPECT_TRUE(isDivider(*inOrder[1]));
-    EXPECT_EQ(inOrder[2], m_panel.view.briefing());
+    EXPECT_EQ(inOrder[2], m_panel.view.scroller());
+    EXPECT_TRUE(inOrder[2]->isAncestorOf(m_panel.view.briefing()));
     EXPECT_TRUE(isDivider(*inOrder[3]));
     EXPECT_EQ(inOrder[4], m_panel.view.capture());
     EXPECT_TRUE(isDivider(*inOrder[5]));
     EXPECT_EQ(inOrder[6], m_panel.view.footer());
+}
+
+TEST_F(MenuBarViewTest, OnlyTheMiddleGivesWayWhereTheScreenIsTooLow) {
+    m_panel.show(fullDay());
+    const int header = m_panel.view.scroller()->y();
+    const int rest = m_panel.view.height() - m_panel.view.scroller()->geometry().bottom();
+    m_panel.view.resize(320, 250);
+    settle();
+    const ContentScroller& scroller = *m_panel.view.scroller();
+    EXPECT_TRUE(scroller.isScrollable());
+    EXPECT_EQ(scroller.y(), header);
+    EXPECT_EQ(m_panel.view.height() - scroller.geometry().bottom(), rest);
+    EXPECT_EQ(inPanel(m_panel.view.footer()).bottom() + 1, 250);
+}
+
+TEST_F(MenuBarViewTest, AsksForMoreHeightAsItsContentGrows) {
+    m_panel.show(fullDay());
+    const int before = m_panel.view.sizeHint().height();
+    Briefing more = fullDay();
+    more.habits.items.push_back({u"walk"_s, u"Walk"_s, false, 0, 1, 0});
+    m_panel.show(more);
+    EXPECT_GT(m_panel.view.sizeHint().height(), before);
+    EXPECT_FALSE(m_panel.view.scroller()->isScrollable());
+}
+
+TEST(MirroredMenuBarViewTest, FromTheRightEverythingIsMirrored) {
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    const auto restore = qScopeGuard([] { QGuiApplication::setLayoutDirection(Qt::LeftToRight); });
+    ViewHarness panel;
+    panel.show(fullDay());
+    const auto* row = shown<ActionRow>(panel.view).front();
+    const RowGeometry inside = row->itemGeometry();
+    EXPECT_GT(inside.items.front().left(), inside.items.back().right());
+    const auto left = [&panel](const QWidget* widget) {
+        return widget->mapTo(&panel.view, widget->contentsRect().topLeft()).x();
+    };
+    EXPECT_GT(
+        left(buttonNamed(panel.view, u"Refresh"_s)), left(buttonNamed(panel.view, u"Settings"_s)));
+    EXPECT_EQ(left(buttonNamed(panel.view, u"Quit Lumora"_s)), 12);
+    EXPECT_EQ(left(shown<EventRow>(panel.view).front()->joinButton()), 12);
+    EXPECT_EQ(inside.direction, Qt::RightToLeft);
+    panel.preferences.setValue(u"section.collapsed.habits"_s, u"true"_s);
+    panel.render();
+    for (const auto* found : shown<CollapsibleSection>(panel.view)) {
+        if (found->isCollapsed()) {
+            EXPECT_DOUBLE_EQ(found->header()->content().items.back().rotation, 90);
+        }
+    }
 }
 
 TEST_F(MenuBarViewTest, TheHeaderIsPaddedTwelveByTen) {
@@ -119,11 +169,14 @@ TEST_F(MenuBarViewTest, SectionsAreTwelveApartAndPaddedTwelveByTen) {
     const QRect content = inPanel(m_panel.view.briefing());
     const QList sections = shown<CollapsibleSection>(m_panel.view);
     ASSERT_EQ(sections.size(), 4);
-    EXPECT_EQ(inPanel(sections.front()).top() - content.top(), 10);
+    const auto top = [this](const CollapsibleSection* found) {
+        return contentInPanel(found->header()).top();
+    };
+    EXPECT_EQ(top(sections.front()) - content.top(), 10);
     for (int i = 1; i < sections.size(); ++i)
-        EXPECT_EQ(inPanel(sections[i]).top() - (inPanel(sections[i - 1]).bottom() + 1), 12);
+        EXPECT_EQ(top(sections[i]) - (inPanel(sections[i - 1]).bottom() + 1), 12);
     const auto* focus = shown<PaintedRow>(*m_panel.view.briefing()).back();
-    EXPECT_EQ(inPanel(focus).top() - (inPanel(sections.back()).bottom() + 1), 12);
+    EXPECT_EQ(contentInPanel(focus).top() - (inPanel(sections.back()).bottom() + 1), 12);
     EXPECT_EQ(content.bottom() - inPanel(focus).bottom(), 10);
 
     for (const auto* found : sections) {
@@ -134,15 +187,16 @@ TEST_F(MenuBarViewTest, SectionsAreTwelveApartAndPaddedTwelveByTen) {
         EXPECT_DOUBLE_EQ(left + header->itemGeometry().items.back().right(), 320 - 12);
     }
     const ActionRow* row = shown<ActionRow>(m_panel.view).front();
-    EXPECT_EQ(inPanel(row).left() + ActionRow::padding.left(), 12);
+    EXPECT_EQ(inPanel(row).left() + row->contentsMargins().left(), 12);
     EXPECT_EQ(inPanel(shown<EventRow>(m_panel.view).front()).left(), 12);
-    EXPECT_EQ(inPanel(shown<EventRow>(m_panel.view).front()).right() + 1, 320 - 12);
+    const auto* join = shown<EventRow>(m_panel.view).front()->joinButton();
+    EXPECT_EQ(contentInPanel(join).right() + 1, 320 - 12);
 }
 
 TEST_F(MenuBarViewTest, AllSectionsBodiesBeginSixBelowTheirHeaders) {
     m_panel.show(fullDay());
     const auto gap = [this](const QString& title, const QWidget* first) {
-        return inPanel(first).top() - (inPanel(section(title)->header()).bottom() + 1);
+        return inPanel(first).top() - (contentInPanel(section(title)->header()).bottom() + 1);
     };
     EXPECT_EQ(gap(u"Next up"_s, shown<EventRow>(m_panel.view).front()), 6);
     EXPECT_EQ(gap(u"Habits"_s, shown<ActionRow>(m_panel.view).front()), 6);
@@ -220,9 +274,9 @@ TEST_F(MenuBarViewTest, FollowsAChangeOfFontAndScheme) {
     m_panel.show(fullDay());
     const int before = m_panel.view.height();
     QFont large = QApplication::font();
-    large.setPointSizeF(large.pointSizeF() * 1.5);
+    large.setPointSizeF(22);
     m_panel.themes.setTheme(Theme(ColorScheme::Dark, large));
     settle();
-    EXPECT_GT(m_panel.view.sizeHint().height(), before * 5 / 4);
-    EXPECT_EQ(m_panel.view.sizeHint().width(), 320);
+    EXPECT_NEAR(m_panel.view.sizeHint().height(), 2 * before, before / 5.0);
+    EXPECT_EQ(m_panel.view.sizeHint().width(), 640);
 }

@@ -119,6 +119,21 @@ TEST(Theme, WhatIsRaisedIsNoDarkerThanTheBackgroundAndCarriesEveryText) {
     }
 }
 
+TEST(Theme, TakesAnAccentThatCanBeRead) {
+    const QColor red(0xc0, 0x1c, 0x28);
+    const QColor yellow(0xff, 0xe0, 0x40);
+    Theme light = own(ColorScheme::Light);
+    light.setAccent(red);
+    EXPECT_EQ(light.color(ColorRole::Accent), red);
+    light.setAccent(yellow);
+    EXPECT_EQ(light.color(ColorRole::Accent), red);
+    Theme dark = own(ColorScheme::Dark);
+    dark.setAccent(yellow);
+    EXPECT_EQ(dark.color(ColorRole::Accent), yellow);
+    for (const Theme& theme : {light, dark})
+        expectReadable(theme);
+}
+
 TEST(Theme, HoverIsThePrimaryColourAtSevenPercent) {
     for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
         const QColor hover = own(scheme).color(ColorRole::Hover);
@@ -146,4 +161,28 @@ TEST(Theme, TakesAFontThatIsSizedInPixels) {
     QFont base;
     base.setPixelSize(20);
     EXPECT_EQ(Theme(ColorScheme::Light, base).font(TextRole::Title3).pixelSize(), 23);
+}
+
+TEST(ThemePoint, IsAPixelAtCommonTextSizesAndFollowsTheOthers) {
+    const auto widthAt = [](double points) {
+        QFont font;
+        font.setPointSizeF(points);
+        return Theme(ColorScheme::Light, font).pixels(320);
+    };
+    EXPECT_EQ(widthAt(8), 260);
+    EXPECT_EQ(widthAt(10), 320);
+    EXPECT_EQ(widthAt(11), 320);
+    EXPECT_EQ(widthAt(16), 460);
+    EXPECT_EQ(widthAt(24), 700);
+    EXPECT_EQ(widthAt(28), 800);
+}
+
+TEST(ThemePoint, KnowsFontsThatAreGivenInPixels) {
+    QFont font;
+    font.setPixelSize(13);
+    EXPECT_DOUBLE_EQ(Theme(ColorScheme::Light, font).exact(2.5), 2.5);
+    font.setPixelSize(44);
+    const Theme large(ColorScheme::Light, font);
+    EXPECT_DOUBLE_EQ(large.exact(2.5), 7.5);
+    EXPECT_EQ(large.pixels(QMargins(1, 2, 3, 4)), QMargins(3, 6, 9, 12));
 }
