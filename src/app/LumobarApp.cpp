@@ -33,7 +33,9 @@ LumobarApp::Session::Session(LumobarApp& app)
       })
     , ticker(*app.m_platform.clock)
     , controller(state, ticker, *app.m_platform.preferences, *app.m_platform.statusItem)
-    , themes(*app.m_platform.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
+    , themes(
+          *app.m_platform.appearance, *app.m_platform.compositing,
+          qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
     , panel({
           .state = state,
           .ticker = ticker,
@@ -54,6 +56,7 @@ LumobarApp::Session::Session(LumobarApp& app)
               .service = app.m_service,
               .loginItems = *app.m_platform.loginItems,
               .reminders = app.m_reminders,
+              .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
           },
           themes.themes()) {}
 

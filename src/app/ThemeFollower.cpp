@@ -1,10 +1,12 @@
 #include "app/ThemeFollower.h"
 
+#include "platform/Compositing.h"
 #include "platform/DesktopAppearance.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QToolTip>
+#include <QWidget>
 
 #include <utility>
 
@@ -38,18 +40,21 @@ bool isDark(const QPalette& palette) {
 
 } // namespace
 
-ThemeFollower::ThemeFollower(const DesktopAppearance& appearance, QString desktop)
+ThemeFollower::ThemeFollower(
+    const DesktopAppearance& appearance, const Compositing& compositing, QString desktop)
     : m_appearance(appearance)
+    , m_compositing(compositing)
     , m_desktop(std::move(desktop))
     , m_themes(current()) {
     connect(&m_appearance, &DesktopAppearance::changed, this, [this] {
         adoptFont();
         m_themes.setTheme(current());
     });
+    connect(&m_compositing, &Compositing::changed, this, [this] { m_themes.setTheme(current()); });
     qApp->installEventFilter(this);
     adoptFont();
-    connect(&m_themes, &ThemeSource::changed, this, &ThemeFollower::dressToolTips);
-    dressToolTips();
+    connect(&m_themes, &ThemeSource::changed, this, &ThemeFollower::colorToolTips);
+    colorToolTips();
 }
 
 void ThemeFollower::adoptFont() {
@@ -59,12 +64,12 @@ void ThemeFollower::adoptFont() {
 }
 
 // The toolkit's own are yellow, whatever is around them.
-void ThemeFollower::dressToolTips() const {
+void ThemeFollower::colorToolTips() const {
     if (hasPaletteOfItsOwn(m_desktop))
         return;
     QPalette palette = QToolTip::palette();
-    palette.setColor(QPalette::ToolTipBase, m_themes.theme().color(ColorRole::Background));
-    palette.setColor(QPalette::ToolTipText, m_themes.theme().color(ColorRole::Secondary));
+    palette.setColor(QPalette::ToolTipBase, m_themes.theme().color(ColorRole::Raised));
+    palette.setColor(QPalette::ToolTipText, m_themes.theme().color(ColorRole::Primary));
     QToolTip::setPalette(palette);
 }
 
@@ -75,6 +80,7 @@ Theme ThemeFollower::current() const {
         theme.setAccent(
             QColor::fromRgbF(float(accent->red), float(accent->green), float(accent->blue)));
     theme.setAllowsMotion(wishes.animations.value_or(true));
+    theme.setRoundsWindows(m_compositing.isActive());
     return theme;
 }
 
@@ -92,6 +98,13 @@ bool ThemeFollower::eventFilter(QObject* watched, QEvent* event) {
                           event->type() == QEvent::ApplicationFontChange;
     if (watched == qApp && isChange)
         m_themes.setTheme(current());
+    // The toolkit's own tool tips are windows of its own that nobody is handed; the first that
+    // anybody hears of a new one is that it is about to get its style.
+    if (event->type() == QEvent::Polish && !hasPaletteOfItsOwn(m_desktop)) {
+        auto* const widget = qobject_cast<QWidget*>(watched);
+        if (widget && widget->windowType() == Qt::ToolTip)
+            m_toolTipStyle.dress(*widget);
+    }
     return QObject::eventFilter(watched, event);
 }
 

@@ -24,6 +24,9 @@ public:
     /// Asked of the desktop afresh.
     [[nodiscard]] virtual LoginItemStatus status() const = 0;
 
+    /// Where the record is that counts, for people: the path of a file. Empty where it is nowhere.
+    [[nodiscard]] virtual QString place() const { return {}; }
+
     /// Makes the program a login item that is enabled, whatever it was. The error is the system's
     /// own message.
     [[nodiscard]] virtual tl::expected<void, QString> registerProgram() = 0;

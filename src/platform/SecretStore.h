@@ -44,6 +44,9 @@ public:
     /// Removes every item with the key's attributes.
     [[nodiscard]] virtual SecretRemoval remove(const SecretKey& key) = 0;
 
+    /// What people call the program that keeps the secrets; empty while nobody knows.
+    [[nodiscard]] virtual QString keeper() { return {}; }
+
 Q_SIGNALS:
     /// An item that could not be read before may be readable now: the store appeared, was
     /// unlocked, or another program added or changed an item.

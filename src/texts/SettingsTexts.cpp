@@ -1,8 +1,38 @@
 #include "texts/SettingsTexts.h"
 
+#include <QStringList>
+
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
+
+namespace {
+
+/// Where each desktop lets people switch off what starts at login.
+QString startupSettings(const QString& desktop) {
+    static const std::array<std::pair<QString, QString>, 9> settings{{
+        {u"KDE"_s, u"System Settings › Autostart"_s},
+        {u"XFCE"_s, u"Session and Startup › Application Autostart"_s},
+        {u"LXQt"_s, u"LXQt Session Settings › Autostart"_s},
+        {u"Budgie"_s, u"Budgie Desktop Settings › Autostart"_s},
+        {u"X-Cinnamon"_s, u"Startup Applications"_s},
+        {u"MATE"_s, u"Startup Applications"_s},
+        {u"Unity"_s, u"Startup Applications"_s},
+        {u"Pantheon"_s, u"System Settings › Applications › Startup"_s},
+        // The last: others build on it and name it too.
+        {u"GNOME"_s, u"Tweaks › Startup Applications"_s},
+    }};
+    const QStringList names = desktop.split(u':');
+    for (const auto& [name, place] : settings) {
+        if (names.contains(name))
+            return place;
+    }
+    return u"the desktop's settings for programs that start at login"_s;
+}
+
+} // namespace
 
 QString intervalText(qint64 minutes) {
     return minutes == 1 ? u"1 minute"_s : u"%1 minutes"_s.arg(minutes);
@@ -36,6 +66,31 @@ std::optional<QString> loginItemHint(LoginItemStatus status) {
         return std::nullopt;
     }
     Q_UNREACHABLE();
+}
+
+std::optional<QString>
+loginItemExplanation(LoginItemStatus status, const QString& entry, const QString& desktop) {
+    const QString file = entry.isEmpty() ? u"its autostart entry"_s : entry;
+    switch (status) {
+    case LoginItemStatus::NotFound:
+        return u"On this desktop Lumora starts at login by %1, but the program that the file names "
+               "is not there. Keep Lumora in one place and turn the switch on: that writes the "
+               "file anew."_s.arg(file);
+    case LoginItemStatus::RequiresApproval:
+        return u"On this desktop Lumora starts at login by %1, and that file is switched off. Turn "
+               "it on here, or in %2."_s.arg(file, startupSettings(desktop));
+    case LoginItemStatus::NotRegistered:
+    case LoginItemStatus::Enabled:
+        return std::nullopt;
+    }
+    Q_UNREACHABLE();
+}
+
+QString keychainExplanation(const QString& keyring) {
+    const QString name = keyring.isEmpty() ? u"the desktop's keyring (Secret Service)"_s : keyring;
+    return u"On this desktop the keychain is %1. The token is there as “Lumora briefing token”, "
+           u"and "
+           "in no file of Lumora's own."_s.arg(name);
 }
 
 QString endpointDescription(const QString& endpointURL) {

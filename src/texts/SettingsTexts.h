@@ -33,6 +33,16 @@ bool isGoodNews(const QString& result);
 /// What to say below the switch; absent where there is nothing to say.
 std::optional<QString> loginItemHint(LoginItemStatus status);
 
+/// What the hint means where there are neither such folders nor such settings; absent where there
+/// is no hint. `entry` is the file by which the desktop knows the login item, empty where there is
+/// none; `desktop` is the session's XDG_CURRENT_DESKTOP.
+std::optional<QString>
+loginItemExplanation(LoginItemStatus status, const QString& entry, const QString& desktop);
+
+/// What "keychain" means here. `keyring` is the name of the program that keeps the secrets, empty
+/// where nobody knows it.
+QString keychainExplanation(const QString& keyring);
+
 /// How the token's note calls the endpoint: by its address without surrounding white space, or in
 /// words when there is none.
 QString endpointDescription(const QString& endpointURL);

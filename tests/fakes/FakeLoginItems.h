@@ -13,6 +13,8 @@ class FakeLoginItems final : public LoginItemRegistry {
 public:
     LoginItemStatus status() const override { return current; }
 
+    QString place() const override { return QStringLiteral("~/items/lumora"); }
+
     tl::expected<void, QString> registerProgram() override {
         calls += QStringLiteral("register");
         return change(registerError, LoginItemStatus::Enabled);

@@ -21,6 +21,10 @@ public:
     bool add(const SecretKey& key, const QString& label, const QByteArray& secret) override;
     SecretRemoval remove(const SecretKey& key) override;
 
+    QString keeper() override { return m_keeper; }
+
+    void setKeeper(const QString& keeper) { m_keeper = keeper; }
+
     /// The item under `key`, whatever troubles the store has.
     std::optional<Item> item(const SecretKey& key) const;
 
@@ -44,6 +48,7 @@ private:
     std::optional<SecretLookup::Status> m_lookupTrouble;
     bool m_addFails = false;
     bool m_removeFails = false;
+    QString m_keeper;
     QStringList m_calls;
 };
 

@@ -109,12 +109,12 @@ QString AutostartRegistry::userFile() const {
     return m_places.userFolder + u'/' + fileName;
 }
 
-std::optional<QByteArray> AutostartRegistry::effectiveEntry() const {
+std::optional<QString> AutostartRegistry::effectiveFile() const {
     const QStringList folders = QStringList(m_places.userFolder) + m_places.systemFolders;
     for (const QString& folder : folders) {
         const QString path = folder + u'/' + fileName;
         if (isTaken(path))
-            return contentOf(path);
+            return path;
     }
     return std::nullopt;
 }
@@ -126,8 +126,14 @@ bool AutostartRegistry::hasSystemEntry() const {
 }
 
 LoginItemStatus AutostartRegistry::status() const {
-    const auto bytes = effectiveEntry();
-    return bytes ? statusOf(*bytes) : LoginItemStatus::NotRegistered;
+    const auto file = effectiveFile();
+    return file ? statusOf(contentOf(*file)) : LoginItemStatus::NotRegistered;
+}
+
+QString AutostartRegistry::place() const {
+    const QString file = effectiveFile().value_or(userFile());
+    const QString home = QDir::homePath() + u'/';
+    return file.startsWith(home) ? u"~/"_s + file.sliced(home.size()) : file;
 }
 
 tl::expected<void, QString> AutostartRegistry::registerProgram() {

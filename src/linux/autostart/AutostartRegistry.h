@@ -31,6 +31,10 @@ public:
     /// desktop has switched it off and what it starts exists.
     [[nodiscard]] LoginItemStatus status() const override;
 
+    /// The entry that counts; without one the user's, which would be written. In the user's home
+    /// it begins with "~".
+    [[nodiscard]] QString place() const override;
+
     /// Writes the user's entry in one step. What else an entry of theirs says is kept.
     [[nodiscard]] tl::expected<void, QString> registerProgram() override;
 
@@ -39,7 +43,7 @@ public:
 
 private:
     QString userFile() const;
-    [[nodiscard]] std::optional<QByteArray> effectiveEntry() const;
+    [[nodiscard]] std::optional<QString> effectiveFile() const;
     bool hasSystemEntry() const;
     [[nodiscard]] tl::expected<void, QString> write(const DesktopEntry& entry) const;
 

@@ -1,7 +1,9 @@
 #include "linux/secrets/LibsecretStore.h"
 
 #include "linux/secrets/SecretConversation.h"
+#include "linux/secrets/SecretServiceNames.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -51,7 +53,8 @@ QString LibsecretStore::sessionBusAddress() {
 
 LibsecretStore::LibsecretStore(
     QDBusConnection bus, QString busAddress, std::chrono::milliseconds timeout)
-    : m_busAddress(std::move(busAddress))
+    : m_bus(bus)
+    , m_busAddress(std::move(busAddress))
     , m_timeout(timeout)
     , m_monitor(bus)
     , m_unlocker(bus) {
@@ -68,6 +71,31 @@ LibsecretStore::LibsecretStore(
     connect(&m_monitor, &Monitor::unlockReported, this, &LibsecretStore::becameReachable);
     connect(&m_monitor, &Monitor::unlockReported, &m_unlocker, &SecretUnlocker::unlockReported);
     connect(&m_unlocker, &SecretUnlocker::unlocked, this, &LibsecretStore::becameReachable);
+}
+
+QString LibsecretStore::keyringOf(const QString& process) {
+    // The system keeps the first fifteen characters of a name.
+    if (process.startsWith(u"gnome-keyring"))
+        return u"GNOME Keyring"_s;
+    if (process.startsWith(u"kwalletd") || process == u"ksecretd")
+        return u"KWallet"_s;
+    if (process == u"keepassxc")
+        return u"KeePassXC"_s;
+    return {};
+}
+
+QString LibsecretStore::keeper() {
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
+        u"GetConnectionUnixProcessID"_s);
+    question.setArguments({secretService::name});
+    // The bus itself answers, and at once.
+    const QDBusMessage answer = m_bus.call(question, QDBus::Block, int(m_timeout.count()));
+    if (answer.type() != QDBusMessage::ReplyMessage)
+        return {};
+    QFile name(u"/proc/%1/comm"_s.arg(answer.arguments().value(0).toUInt()));
+    const bool isThere = name.open(QFile::ReadOnly);
+    return isThere ? keyringOf(QString::fromUtf8(name.readAll()).trimmed()) : QString();
 }
 
 SecretLookup LibsecretStore::lookup(const SecretKey& key) {

@@ -43,12 +43,19 @@ public:
     add(const SecretKey& key, const QString& label, const QByteArray& secret) override;
     [[nodiscard]] SecretRemoval remove(const SecretKey& key) override;
 
+    /// Of whatever owns the service's name at the moment; it is not started for this.
+    [[nodiscard]] QString keeper() override;
+
+    /// What people call the keyring whose process is called `process`; empty for an unknown one.
+    static QString keyringOf(const QString& process);
+
 private:
     [[nodiscard]] SecretLookup ask(const SecretKey& key);
     [[nodiscard]] SecretLookup askWithoutItems(SecretConversation& conversation);
     void itemTouched(const SecretAttributes& attributes);
     void becameReachable();
 
+    QDBusConnection m_bus;
     const QString m_busAddress;
     const std::chrono::milliseconds m_timeout;
     SecretServiceMonitor m_monitor;

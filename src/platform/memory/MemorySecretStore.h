@@ -13,6 +13,10 @@ public:
     bool add(const SecretKey& key, const QString& label, const QByteArray& secret) override;
     SecretRemoval remove(const SecretKey& key) override;
 
+    QString keeper() override {
+        return QStringLiteral("this program's memory, for as long as it runs");
+    }
+
 private:
     QHash<QPair<QString, QString>, QByteArray> m_secrets;
 };

@@ -1,6 +1,10 @@
 #include "ui/panel/ThoughtEdit.h"
 
+#include "ui/theme/PopupStyle.h"
+
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -45,6 +49,7 @@ void ThoughtEdit::applyTheme() {
     colors.setColor(QPalette::Text, theme.color(ColorRole::Primary));
     colors.setColor(QPalette::PlaceholderText, theme.color(ColorRole::Secondary));
     colors.setColor(QPalette::Highlight, theme.color(ColorRole::Accent));
+    colors.setColor(QPalette::HighlightedText, theme.color(ColorRole::OnAccent));
     setPalette(colors);
     updateGeometry();
 }
@@ -58,6 +63,12 @@ int ThoughtEdit::visibleLines() const {
 
 QSize ThoughtEdit::sizeHint() const {
     return {0, visibleLines() * fontMetrics().lineSpacing() + roomBelow};
+}
+
+void ThoughtEdit::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* const menu = createStandardContextMenu(event->pos());
+    dressMenu(*menu, m_themes);
+    menu->popup(event->globalPos());
 }
 
 void ThoughtEdit::keyPressEvent(QKeyEvent* event) {

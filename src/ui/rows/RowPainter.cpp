@@ -70,6 +70,8 @@ void paintBadge(QPainter& painter, const QRectF& rect, const RowItem& item, cons
     drawText(painter, {left, std::round(top + metrics.ascent())}, line, theme);
 }
 
+} // namespace
+
 void paintSpinner(QPainter& painter, const QRectF& square, const QColor& color, double rotation) {
     constexpr double strokeShare = 1.5 / 14;
     const double stroke = square.width() * strokeShare;
@@ -82,8 +84,6 @@ void paintSpinner(QPainter& painter, const QRectF& square, const QColor& color, 
         square.adjusted(stroke, stroke, -stroke, -stroke), sixteenths(-rotation),
         sixteenths(sweep));
 }
-
-} // namespace
 
 void paintSymbol(
     QPainter& painter, const QRectF& square, const QString& name, const SymbolStyle& style) {

@@ -20,6 +20,10 @@ struct SymbolStyle {
     double rotation = 0;                  ///< degrees clockwise about its centre
 };
 
+/// Draws an arc of `color` that says that something is under way, turned by `rotation` degrees
+/// clockwise, into `square`.
+void paintSpinner(QPainter& painter, const QRectF& square, const QColor& color, double rotation);
+
 /// Draws a symbol into `square`.
 void paintSymbol(
     QPainter& painter, const QRectF& square, const QString& name, const SymbolStyle& style);

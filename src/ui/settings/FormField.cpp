@@ -1,8 +1,11 @@
 #include "ui/settings/FormField.h"
 
+#include "ui/rows/WidgetTexts.h"
 #include "ui/settings/FormPainting.h"
+#include "ui/theme/PopupStyle.h"
 
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QPainter>
 
@@ -10,15 +13,17 @@ namespace lumora {
 
 namespace {
 
-// The toolkit leaves two points beside the text by itself.
-constexpr int textMargin = Form::controlPadding - 2;
+/// What the toolkit leaves beside the text by itself, in pixels.
+constexpr int ownMargin = 2;
+
+constexpr int narrowest = 120; ///< points
 
 } // namespace
 
 FormField::FormField(const ThemeSource& themes)
     : m_themes(themes) {
     setFrame(false);
-    setTextMargins(textMargin, 0, textMargin, 0);
+    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&m_themes, &ThemeSource::changed, this, &FormField::applyTheme);
     applyTheme();
@@ -27,13 +32,16 @@ FormField::FormField(const ThemeSource& themes)
 void FormField::applyTheme() {
     const Theme& theme = m_themes.theme();
     setFont(theme.font(TextRole::Body));
+    const int margin = theme.pixels(Form::controlPadding) - ownMargin;
+    setTextMargins(margin, 0, margin, 0);
     QPalette colors = palette();
     colors.setColor(QPalette::Base, Qt::transparent);
     colors.setColor(QPalette::Text, theme.color(ColorRole::Primary));
     colors.setColor(QPalette::PlaceholderText, theme.color(ColorRole::Secondary));
     colors.setColor(QPalette::Highlight, theme.color(ColorRole::Accent));
-    colors.setColor(QPalette::HighlightedText, theme.color(ColorRole::Background));
+    colors.setColor(QPalette::HighlightedText, theme.color(ColorRole::OnAccent));
     setPalette(colors);
+    updateGeometry();
 }
 
 QSize FormField::sizeHint() const {
@@ -41,15 +49,23 @@ QSize FormField::sizeHint() const {
 }
 
 QSize FormField::minimumSizeHint() const {
-    return {
-        4 * Form::controlHeight,
-        std::max(Form::controlHeight, QFontMetrics(font()).height() + Form::controlPadding)};
+    const Theme& theme = m_themes.theme();
+    return {theme.pixels(narrowest), Form::controlHeight(font(), theme)};
+}
+
+bool FormField::event(QEvent* event) {
+    // A secret is told to nobody.
+    const int room = width() - 2 * m_themes.theme().pixels(Form::controlPadding);
+    if (event->type() == QEvent::ToolTip && echoMode() == Normal && !text().isEmpty() &&
+        fontMetrics().horizontalAdvance(text()) > room) {
+        return showToolTip(*this, static_cast<QHelpEvent*>(event)->globalPos(), {text()});
+    }
+    return QLineEdit::event(event);
 }
 
 void FormField::contextMenuEvent(QContextMenuEvent* event) {
     QMenu* const menu = createStandardContextMenu();
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setPalette(Form::popupPalette(m_themes.theme()));
+    dressMenu(*menu, m_themes);
     menu->popup(event->globalPos());
 }
 
@@ -57,17 +73,7 @@ void FormField::paintEvent(QPaintEvent* event) {
     {
         QPainter painter(this);
         const Theme& theme = m_themes.theme();
-        Form::paintGround(
-            painter, rect(), Form::controlRadius, Form::controlColor(theme, Form::Emphasis::None));
-        if (hasFocus()) {
-            Form::paintFocusRing(painter, rect(), Form::controlRadius, theme);
-        } else {
-            painter.setPen(theme.color(ColorRole::Quaternary));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(
-                QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Form::controlRadius,
-                Form::controlRadius);
-        }
+        Form::paintControl(painter, *this, Form::emphasisOf(*this, false), theme);
     }
     QLineEdit::paintEvent(event);
 }

@@ -1,30 +1,52 @@
 #include "ui/settings/FormPainting.h"
 
+#include "ui/rows/WidgetTexts.h"
+
+#include <QFontMetrics>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QVariant>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace lumora::Form {
 
 namespace {
 
 constexpr char mnemonicsProperty[] = "showsMnemonics";
-constexpr double ringWidth = 2;
 
-QColor raised(const Theme& theme) {
-    return laidOver(theme.color(ColorRole::Hover), theme.color(ColorRole::Background));
-}
+// In points.
+constexpr int lowestControl = 30;
+constexpr double controlRadius = 7;
+constexpr double ringWidth = 2;
 
 } // namespace
 
+int controlHeight(const QFont& font, const Theme& theme) {
+    return std::max(
+        theme.pixels(lowestControl), QFontMetrics(font).height() + theme.pixels(controlPadding));
+}
+
+int textWidth(const QFont& font, const QString& text) {
+    return QFontMetrics(font).size(Qt::TextSingleLine | Qt::TextHideMnemonic, text).width();
+}
+
 QColor windowColor(const Theme& theme) {
-    const bool dark = theme.scheme() == ColorScheme::Dark;
-    return dark ? theme.color(ColorRole::Background) : raised(theme);
+    if (theme.scheme() == ColorScheme::Dark)
+        return theme.color(ColorRole::Background);
+    return laidOver(theme.color(ColorRole::Hover), theme.color(ColorRole::Background));
 }
 
 QColor cardColor(const Theme& theme) {
-    const bool dark = theme.scheme() == ColorScheme::Dark;
-    return dark ? raised(theme) : theme.color(ColorRole::Background);
+    return theme.color(ColorRole::Raised);
+}
+
+Emphasis emphasisOf(const QWidget& control, bool isDown) {
+    if (isDown)
+        return Emphasis::Pressed;
+    return control.underMouse() && control.isEnabled() ? Emphasis::Hover : Emphasis::None;
 }
 
 QColor controlColor(const Theme& theme, Emphasis emphasis) {
@@ -40,41 +62,53 @@ QColor controlColor(const Theme& theme, Emphasis emphasis) {
     Q_UNREACHABLE();
 }
 
-QPalette popupPalette(const Theme& theme) {
-    QPalette colors(cardColor(theme));
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
-        colors.setColor(role, cardColor(theme));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        colors.setColor(role, theme.color(ColorRole::Primary));
-    colors.setColor(QPalette::Highlight, theme.color(ColorRole::Accent));
-    colors.setColor(QPalette::HighlightedText, theme.color(ColorRole::Background));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        colors.setColor(QPalette::Disabled, role, theme.color(ColorRole::Tertiary));
-    return colors;
-}
-
-void paintGround(QPainter& painter, const QRectF& rect, double radius, const QColor& color) {
+void paintGround(
+    QPainter& painter, const QRectF& rect, double radius, const QColor& color, const Theme& theme) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
-    painter.drawRoundedRect(rect, radius, radius);
+    painter.drawRoundedRect(rect, theme.exact(radius), theme.exact(radius));
 }
 
 void paintFocusRing(QPainter& painter, const QRectF& rect, double radius, const Theme& theme) {
+    const double width = theme.exact(ringWidth);
+    const double inset = width / 2;
+    const double corner = theme.exact(radius) - inset;
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(theme.color(ColorRole::Accent), ringWidth));
+    painter.setPen(QPen(theme.color(ColorRole::Accent), width));
     painter.setBrush(Qt::NoBrush);
-    constexpr double inset = ringWidth / 2;
-    painter.drawRoundedRect(
-        rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), corner, corner);
+}
+
+void paintControl(
+    QPainter& painter, const QWidget& control, Emphasis emphasis, const Theme& theme) {
+    paintGround(painter, control.rect(), controlRadius, controlColor(theme, emphasis), theme);
+    if (control.hasFocus())
+        paintFocusRing(painter, control.rect(), controlRadius, theme);
 }
 
 void paintLabel(
-    QPainter& painter, const QRectF& rect, Qt::Alignment alignment, const QString& text,
-    const QWidget& owner) {
+    QPainter& painter, const QRect& rect, Qt::Alignment alignment, const QString& text,
+    const QWidget& owner, bool wraps) {
     const bool shows = owner.window()->property(mnemonicsProperty).toBool();
     const int mnemonic = shows ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
-    painter.drawText(rect, int(alignment) | Qt::TextSingleLine | mnemonic, text);
+    const QString cut = wraps || textWidth(painter.font(), text) <= rect.width()
+                            ? text
+                            : painter.fontMetrics().elidedText(
+                                  text, Qt::ElideRight, rect.width(), Qt::TextShowMnemonic);
+    // Each text runs the way it is written, whatever the form does.
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+    const auto flags = QStyle::visualAlignment(owner.layoutDirection(), alignment);
+    painter.drawText(
+        rect, int(flags) | (wraps ? Qt::TextWordWrap : Qt::TextSingleLine) | mnemonic, cut);
+}
+
+bool answersWithWhole(QWidget& widget, QEvent& event, const QString& text, int room) {
+    if (event.type() != QEvent::ToolTip || textWidth(widget.font(), text) <= room)
+        return false;
+    const auto& help = static_cast<const QHelpEvent&>(event);
+    QString plain = text;
+    return showToolTip(widget, help.globalPos(), {plain.remove(u'&')});
 }
 
 void setShowsMnemonics(QWidget& window, bool shows) {

@@ -2,10 +2,15 @@
 
 #include "ui/rows/RowPainter.h"
 #include "ui/settings/FormPainting.h"
+#include "ui/theme/PopupStyle.h"
 
-#include <QAbstractItemView>
+#include <QActionGroup>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -13,8 +18,10 @@ namespace lumora {
 
 namespace {
 
-constexpr double chevronEdge = 11;
-constexpr double chevronGap = 8;
+// In points.
+constexpr int chevronEdge = 11;
+constexpr int chevronGap = 8;
+constexpr int menuGap = 3; ///< from the picker to its menu
 
 } // namespace
 
@@ -29,12 +36,7 @@ FormPicker::FormPicker(const ThemeSource& themes, const QStringList& choices)
 }
 
 void FormPicker::applyTheme() {
-    const Theme& theme = m_themes.theme();
-    setFont(theme.font(TextRole::Callout));
-    // The list is a window of its own and takes nothing from the picker by itself.
-    const QPalette colors = Form::popupPalette(theme);
-    view()->setPalette(colors);
-    view()->window()->setPalette(colors);
+    setFont(m_themes.theme().font(TextRole::Callout));
     updateGeometry();
     update();
 }
@@ -55,18 +57,57 @@ QString FormPicker::shownText() const {
     return currentIndex() < 0 ? placeholderText() : currentText();
 }
 
+int FormPicker::besideText() const {
+    return m_themes.theme().pixels(2 * Form::controlPadding + chevronGap + chevronEdge);
+}
+
 QSize FormPicker::sizeHint() const {
-    const QFontMetrics metrics(font());
-    int widest = metrics.horizontalAdvance(shownText());
+    int widest = Form::textWidth(font(), shownText());
     for (int index = 0; index < count(); ++index)
-        widest = std::max(widest, metrics.horizontalAdvance(itemText(index)));
-    return {
-        widest + 2 * Form::controlPadding + int(chevronGap + chevronEdge),
-        std::max(Form::controlHeight, metrics.height() + Form::controlPadding)};
+        widest = std::max(widest, Form::textWidth(font(), itemText(index)));
+    return {widest + besideText(), Form::controlHeight(font(), m_themes.theme())};
 }
 
 QSize FormPicker::minimumSizeHint() const {
-    return sizeHint();
+    return {0, sizeHint().height()};
+}
+
+void FormPicker::showPopup() {
+    if (m_menu)
+        return;
+    m_menu = new QMenu(this);
+    auto* const choices = new QActionGroup(m_menu);
+    for (int index = 0; index < count(); ++index) {
+        QAction* const choice = choices->addAction(itemText(index));
+        choice->setCheckable(true);
+        choice->setChecked(index == currentIndex());
+        connect(choice, &QAction::triggered, this, [this, index] { setCurrentIndex(index); });
+    }
+    m_menu->addActions(choices->actions());
+    m_menu->setMinimumWidth(width());
+    dressMenu(*m_menu, m_themes);
+    connect(m_menu, &QObject::destroyed, this, qOverload<>(&QWidget::update));
+
+    const int left =
+        layoutDirection() == Qt::RightToLeft ? width() - m_menu->sizeHint().width() : 0;
+    m_menu->popup(mapToGlobal(QPoint(left, height() + m_themes.theme().pixels(menuGap))));
+    m_menu->setActiveAction(choices->checkedAction());
+    update();
+}
+
+void FormPicker::hidePopup() {
+    if (m_menu)
+        m_menu->close();
+}
+
+bool FormPicker::event(QEvent* event) {
+    return Form::answersWithWhole(*this, *event, shownText(), width() - besideText()) ||
+           QComboBox::event(event);
+}
+
+void FormPicker::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        showPopup();
 }
 
 void FormPicker::keyPressEvent(QKeyEvent* event) {
@@ -85,19 +126,20 @@ void FormPicker::wheelEvent(QWheelEvent* event) {
 void FormPicker::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const Theme& theme = m_themes.theme();
-    const auto emphasis = underMouse() ? Form::Emphasis::Hover : Form::Emphasis::None;
-    Form::paintGround(painter, rect(), Form::controlRadius, Form::controlColor(theme, emphasis));
-    if (hasFocus())
-        Form::paintFocusRing(painter, rect(), Form::controlRadius, theme);
+    Form::paintControl(painter, *this, Form::emphasisOf(*this, !m_menu.isNull()), theme);
 
-    const QRectF room = QRectF(rect()).adjusted(
-        Form::controlPadding, 0, -(Form::controlPadding + chevronEdge + chevronGap), 0);
+    const int padding = theme.pixels(Form::controlPadding);
+    const int edge = theme.pixels(chevronEdge);
+    const QRect square(width() - padding - edge, (height() - edge) / 2, edge, edge);
+    const QRect room(padding, 0, width() - besideText(), height());
     painter.setFont(font());
     painter.setPen(theme.color(ColorRole::Primary));
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shownText());
-    const QRectF square(
-        room.right() + chevronGap, (height() - chevronEdge) / 2, chevronEdge, chevronEdge);
-    paintSymbol(painter, square, u"chevron.down"_s, {.tint = theme.color(ColorRole::Secondary)});
+    Form::paintLabel(
+        painter, QStyle::visualRect(layoutDirection(), rect(), room),
+        Qt::AlignLeft | Qt::AlignVCenter, shownText(), *this);
+    paintSymbol(
+        painter, QStyle::visualRect(layoutDirection(), rect(), square), u"chevron.down"_s,
+        {.tint = theme.color(ColorRole::Secondary)});
 }
 
 } // namespace lumora

@@ -6,7 +6,8 @@
 
 namespace lumora {
 
-/// A setting that is on or off: its name in front and a switch behind. All of the row moves it.
+/// A setting that is on or off: its name in front, wrapping where it must, and a switch behind. All
+/// of the row moves it.
 class FormSwitch : public QCheckBox {
     Q_OBJECT
 
@@ -14,6 +15,9 @@ public:
     /// `themes` must outlive the switch.
     FormSwitch(const ThemeSource& themes, const QString& text);
 
+    bool hasHeightForWidth() const override { return true; }
+
+    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -24,6 +28,8 @@ protected:
 
 private:
     void applyTheme();
+    int besideText() const;
+    void paintTrack(QPainter& painter) const;
 
     const ThemeSource& m_themes;
 };

@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QFontDatabase>
 #include <QPainter>
+#include <QStyle>
 
 #include <cmath>
 
@@ -98,6 +99,7 @@ std::unique_ptr<QTextLayout> FormText::layOut(double width) const {
     auto layout = std::make_unique<QTextLayout>(withLineSeparators(text()), font());
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft));
     layout->setTextOption(option);
     layout->setFormats(formats());
     layout->beginLayout();
@@ -152,13 +154,15 @@ void FormLabel::applyTheme() {
 }
 
 QSize FormLabel::sizeHint() const {
-    const QFontMetrics metrics(font());
-    return {
-        metrics.size(Qt::TextSingleLine | Qt::TextHideMnemonic, text()).width(), metrics.height()};
+    return {Form::textWidth(font(), text()), QFontMetrics(font()).height()};
 }
 
 QSize FormLabel::minimumSizeHint() const {
-    return sizeHint();
+    return {0, sizeHint().height()};
+}
+
+bool FormLabel::event(QEvent* event) {
+    return Form::answersWithWhole(*this, *event, text(), width()) || QLabel::event(event);
 }
 
 void FormLabel::paintEvent(QPaintEvent*) {

@@ -35,6 +35,7 @@ void SettingsModel::appear() {
     m_shown = true;
     m_token = m_with.keychain.getToken().value_or(QString());
     m_tokenTouched = false;
+    m_keychainExplanation = lumora::keychainExplanation(m_with.secrets.keeper());
     lookAgain();
 }
 
@@ -156,6 +157,13 @@ void SettingsModel::setLaunchAtLogin(bool enabled) {
 
 std::optional<QString> SettingsModel::loginItemMessage() const {
     return m_loginItemError ? m_loginItemError : loginItemHint(m_with.loginItems.status());
+}
+
+std::optional<QString> SettingsModel::loginItemExplanation() const {
+    if (m_loginItemError)
+        return std::nullopt;
+    const LoginItemRegistry& items = m_with.loginItems;
+    return lumora::loginItemExplanation(items.status(), items.place(), m_with.desktop);
 }
 
 bool SettingsModel::notifyBeforeMeetings() const {

@@ -33,6 +33,7 @@ public:
         LumoService& service;
         LoginItemRegistry& loginItems;
         MeetingReminders& reminders;
+        QString desktop = {}; ///< the session's XDG_CURRENT_DESKTOP
     };
 
     explicit SettingsModel(const Dependencies& dependencies);
@@ -81,6 +82,12 @@ public:
     /// What to say below the switch: the last error, or else a hint on the present state.
     std::optional<QString> loginItemMessage() const;
 
+    /// What a hint below the switch means on this desktop; absent where there is none.
+    std::optional<QString> loginItemExplanation() const;
+
+    /// What the note about the token means on this desktop, as of when the window came up.
+    const QString& keychainExplanation() const { return m_keychainExplanation; }
+
     /// Whether to remind of meetings. A change asks for permission and brings the reminders in
     /// line.
     bool notifyBeforeMeetings() const;
@@ -107,6 +114,7 @@ private:
     std::optional<QString> m_unsaved; ///< a token that the store has not taken yet
     std::optional<QString> m_testResult;
     bool m_testing = false;
+    QString m_keychainExplanation;
     bool m_launchAtLogin = false;
     std::optional<QString> m_loginItemError;
 };

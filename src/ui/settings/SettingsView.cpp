@@ -1,17 +1,21 @@
 #include "ui/settings/SettingsView.h"
 
 #include "texts/SettingsTexts.h"
+#include "ui/rows/WidgetTexts.h"
 #include "ui/settings/FormButton.h"
 #include "ui/settings/FormField.h"
 #include "ui/settings/FormPainting.h"
 #include "ui/settings/FormPicker.h"
+#include "ui/settings/FormRow.h"
 #include "ui/settings/FormSwitch.h"
 #include "ui/settings/FormText.h"
 #include "ui/settings/SettingsModel.h"
 #include "ui/settings/TokenField.h"
+#include "ui/theme/Spacing.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -22,10 +26,10 @@ namespace lumora {
 
 namespace {
 
+// In points.
 constexpr QMargins margins(20, 18, 20, 20);
 constexpr int groupGap = 18;
 constexpr int headerGap = 6;
-constexpr int headerIndent = 14; ///< in line with what is on the card
 constexpr int labelGap = 4;
 constexpr int controlGap = 8;
 constexpr int fieldGap = 10;
@@ -33,12 +37,11 @@ constexpr int fieldGap = 10;
 constexpr double cardRadius = 11;
 constexpr QMargins cardPadding(14, 8, 14, 8);
 
-/// From a row of a card to the line below it, and from there to the next row.
-constexpr int rowGap = 8;
+/// In line with what is on the card.
+constexpr QMargins headerMargins(cardPadding.left(), 0, cardPadding.right(), 0);
 
-// An ampersand is in front of the letter that leads there with Alt.
-const QString testTitle = u"&Test connection"_s;
-const QString testingTitle = u"Testing…"_s;
+/// From a row of a card to the next; the line is in the middle.
+constexpr int rowGap = 17;
 
 QStringList intervalTexts() {
     QStringList texts;
@@ -66,9 +69,9 @@ void showText(FormField& field, const QString& text) {
         field.setText(text);
 }
 
-QVBoxLayout* column(int gap) {
+QVBoxLayout* column(const ThemeSource& themes, int gap) {
     auto* const layout = new QVBoxLayout;
-    layout->setSpacing(gap);
+    keepSpaced(*layout, themes, {}, gap);
     return layout;
 }
 
@@ -80,8 +83,7 @@ public:
     explicit Card(const ThemeSource& themes)
         : m_themes(themes)
         , m_rows(new QVBoxLayout(this)) {
-        m_rows->setContentsMargins(cardPadding);
-        m_rows->setSpacing(2 * rowGap + 1);
+        keepSpaced(*m_rows, themes, cardPadding, rowGap);
         connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
     }
 
@@ -92,12 +94,16 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         const Theme& theme = m_themes.theme();
-        Form::paintGround(painter, rect(), cardRadius, Form::cardColor(theme));
+        Form::paintGround(painter, rect(), cardRadius, Form::cardColor(theme), theme);
         painter.setRenderHint(QPainter::Antialiasing, false);
+        const int indent = theme.pixels(cardPadding.left());
         for (int index = 1; index < m_rows->count(); ++index) {
-            const int top = m_rows->itemAt(index)->geometry().top() - rowGap - 1;
-            const QRect line(cardPadding.left(), top, width() - cardPadding.left(), 1);
-            painter.fillRect(line, theme.color(ColorRole::Divider));
+            const int above = m_rows->itemAt(index - 1)->geometry().bottom() + 1;
+            const int middle = (above + m_rows->itemAt(index)->geometry().top()) / 2;
+            const QRect line(indent, middle, width() - indent, 1);
+            painter.fillRect(
+                QStyle::visualRect(layoutDirection(), rect(), line),
+                theme.color(ColorRole::Divider));
         }
     }
 
@@ -106,13 +112,14 @@ private:
     QVBoxLayout* m_rows;
 };
 
+// An ampersand is in front of the letter that leads to a control with Alt.
 SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
     : m_model(model)
     , m_themes(themes)
     , m_endpoint(new FormField(themes))
     , m_token(new TokenField(themes))
-    , m_save(new FormButton(themes, {u"&Save token"_s}))
-    , m_test(new FormButton(themes, {testTitle, testingTitle}))
+    , m_save(new FormButton(themes, u"&Save token"_s))
+    , m_test(new FormButton(themes, u"&Test connection"_s, u"Testing…"_s))
     , m_result(new FormText(themes, ColorRole::Green, FormText::Announced::Yes))
     , m_interval(new FormPicker(themes, intervalTexts()))
     , m_launch(new FormSwitch(themes, u"&Launch at login"_s))
@@ -125,8 +132,7 @@ SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
         Qt::ImhUrlCharactersOnly | Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText);
 
     auto* const groups = new QVBoxLayout(this);
-    groups->setContentsMargins(margins);
-    groups->setSpacing(headerGap);
+    keepSpaced(*groups, themes, margins, groupGap);
     addGroup(*groups, u"Connection"_s, makeConnection());
     addGroup(*groups, u"Refresh"_s, makeRefresh());
     addGroup(*groups, u"General"_s, makeGeneral());
@@ -135,26 +141,25 @@ SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
 }
 
 void SettingsView::addGroup(QVBoxLayout& groups, const QString& header, Card* card) {
-    if (groups.count() > 0)
-        groups.addSpacing(groupGap - headerGap);
+    QVBoxLayout* const group = column(m_themes, headerGap);
     if (!header.isEmpty()) {
-        auto* const label = new FormLabel(m_themes, header, {TextRole::Callout, QFont::DemiBold});
-        label->setContentsMargins(headerIndent, 0, 0, 0);
-        groups.addWidget(label);
+        auto* const row = new QHBoxLayout;
+        keepSpaced(*row, m_themes, headerMargins, 0);
+        row->addWidget(new FormLabel(m_themes, header, {TextRole::Callout, QFont::DemiBold}));
+        group->addLayout(row);
         card->setAccessibleName(header);
     }
-    groups.addWidget(card);
+    group->addWidget(card);
+    groups.addLayout(group);
 }
 
 SettingsView::Card* SettingsView::makeConnection() {
-    auto* const result = new QHBoxLayout;
-    result->setSpacing(controlGap);
-    result->addWidget(m_save, 0, Qt::AlignTop);
-    result->addWidget(m_test, 0, Qt::AlignTop);
-    result->addStretch();
+    auto* const result = new FormRow(m_themes, controlGap);
+    result->addWidget(m_save);
+    result->addWidget(m_test);
     result->addWidget(m_result);
 
-    auto* const fields = column(fieldGap);
+    auto* const fields = column(m_themes, fieldGap);
     fields->addLayout(labelled(u"&Endpoint URL"_s, m_endpoint));
     fields->addLayout(labelled(u"&API token"_s, m_token));
     fields->addLayout(result);
@@ -171,17 +176,17 @@ SettingsView::Card* SettingsView::makeRefresh() {
 }
 
 SettingsView::Card* SettingsView::makeGeneral() {
-    auto* const launch = column(0);
+    auto* const launch = column(m_themes, 0);
     launch->addWidget(m_launch);
     launch->addWidget(m_launchMessage);
 
-    auto* const notify = column(0);
+    auto* const notify = column(m_themes, 0);
     notify->addWidget(m_notify);
 
     auto* const help = new FormText(m_themes, ColorRole::Secondary);
     help->setRuns({{u"When no meeting is soon. An upcoming or in-progress meeting always takes "
                     "over the menu bar."_s}});
-    auto* const ambient = column(labelGap);
+    auto* const ambient = column(m_themes, labelGap);
     ambient->addLayout(labelled(u"&Menu bar shows"_s, m_ambient));
     ambient->addWidget(help);
 
@@ -193,7 +198,7 @@ SettingsView::Card* SettingsView::makeGeneral() {
 }
 
 SettingsView::Card* SettingsView::makeNote() {
-    auto* const note = column(0);
+    auto* const note = column(m_themes, 0);
     note->addWidget(m_note);
     auto* const card = new Card(m_themes);
     card->addRow(note);
@@ -204,7 +209,7 @@ QLayout* SettingsView::labelled(const QString& label, FormField* field) {
     auto* const name =
         new FormLabel(m_themes, label, {TextRole::Callout, QFont::Normal, ColorRole::Secondary});
     name->setBuddy(field);
-    auto* const layout = column(labelGap);
+    auto* const layout = column(m_themes, labelGap);
     layout->addWidget(name);
     layout->addWidget(field);
     return layout;
@@ -213,9 +218,8 @@ QLayout* SettingsView::labelled(const QString& label, FormField* field) {
 QLayout* SettingsView::labelled(const QString& label, FormPicker* picker) {
     auto* const name = new FormLabel(m_themes, label, {});
     name->setBuddy(picker);
-    auto* const layout = new QHBoxLayout;
+    auto* const layout = new FormRow(m_themes, controlGap);
     layout->addWidget(name);
-    layout->addStretch();
     layout->addWidget(picker);
     return layout;
 }
@@ -245,14 +249,14 @@ void SettingsView::render() {
     m_interval->setChosen(indexIn(offeredRefreshMinutes, minutes), intervalText(minutes));
     renderGeneral();
     m_note->setRuns(tokenNote(m_model.endpointURL()));
+    setToolTipText(*m_note, m_model.keychainExplanation());
 }
 
 void SettingsView::renderConnection() {
     showText(*m_endpoint, m_model.endpointURL());
     showText(*m_token, m_model.token());
     m_save->setEnabled(m_model.canSaveToken());
-    m_test->setEnabled(!m_model.isTesting());
-    m_test->setText(m_model.isTesting() ? testingTitle : testTitle);
+    m_test->setBusy(m_model.isTesting());
 
     const QString result = m_model.testResult().value_or(QString());
     m_result->setColor(isGoodNews(result) ? ColorRole::Green : ColorRole::Orange);
@@ -264,6 +268,7 @@ void SettingsView::renderGeneral() {
     m_launch->setChecked(m_model.launchAtLogin());
     const QString message = m_model.loginItemMessage().value_or(QString());
     m_launchMessage->setRuns({{message}});
+    setToolTipText(*m_launchMessage, m_model.loginItemExplanation().value_or(QString()));
     m_launchMessage->setVisible(!message.isEmpty());
     m_notify->setChecked(m_model.notifyBeforeMeetings());
     m_ambient->setChosen(indexIn(menuBarAmbientCases, m_model.menuBarAmbient()), {});

@@ -19,6 +19,18 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
 
+namespace {
+
+/// What window managers put around a window, until this one's has done so. In points, because their
+/// title bars have a text as well.
+constexpr QMargins usualFrame(2, 36, 2, 4);
+
+} // namespace
+
+QSize sizeOnScreen(const QSize& wanted, const QSize& available, const QMargins& frame) {
+    return wanted.boundedTo(available.shrunkBy(frame));
+}
+
 SettingsWindow::SettingsWindow(SettingsModel& model, const ThemeSource& themes)
     : m_model(model)
     , m_themes(themes)
@@ -28,7 +40,10 @@ SettingsWindow::SettingsWindow(SettingsModel& model, const ThemeSource& themes)
     // Absent until Lumora is installed; the desktop has one of its own for such windows.
     setWindowIcon(QIcon::fromTheme(u"com.lumora.app"_s));
     connect(m_scroller, &ContentScroller::contentChanged, this, &SettingsWindow::refit);
-    connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
+    connect(&m_themes, &ThemeSource::changed, this, [this] {
+        refit();
+        update();
+    });
 }
 
 void SettingsWindow::open(const QByteArray& activationToken) {
@@ -44,9 +59,16 @@ void SettingsWindow::open(const QByteArray& activationToken) {
     bringToFront(*this, activationToken);
 }
 
+QMargins SettingsWindow::frame() const {
+    const QMargins known = isVisible() ? windowHandle()->frameMargins() : QMargins();
+    return known.isNull() ? m_themes.theme().pixels(usualFrame) : known;
+}
+
 void SettingsWindow::refit() {
-    const int wanted = m_scroller->contentHeight(contentWidth);
-    setFixedSize(contentWidth, std::min(wanted, screen()->availableGeometry().height()));
+    const QSize available = screen()->availableGeometry().size();
+    const int wanted = m_themes.theme().pixels(contentWidth);
+    const int width = sizeOnScreen({wanted, 0}, available, frame()).width();
+    setFixedSize(sizeOnScreen({width, m_scroller->contentHeight(width)}, available, frame()));
     m_scroller->setGeometry(rect());
 }
 
@@ -90,6 +112,13 @@ bool SettingsWindow::eventFilter(QObject* watched, QEvent* event) {
             Form::setShowsMnemonics(*this, pressed);
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void SettingsWindow::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    // That is how a window hears of having got its frame.
+    if (isVisible())
+        refit();
 }
 
 void SettingsWindow::paintEvent(QPaintEvent*) {

@@ -10,6 +10,11 @@ class ContentScroller;
 class SettingsModel;
 class SettingsView;
 
+/// The size in pixels of a window whose content would like to be `wanted`, so that it and its
+/// `frame` do not reach out of what is `available` on the screen.
+[[nodiscard]] QSize
+sizeOnScreen(const QSize& wanted, const QSize& available, const QMargins& frame);
+
 /// The window with the settings: of one width, and as high as they are or as the screen allows.
 /// Escape closes it. While it is closed it holds no token and draws nothing.
 class SettingsWindow : public QWidget {
@@ -32,10 +37,12 @@ protected:
     bool event(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
+    QMargins frame() const;
     void refit();
 
     SettingsModel& m_model;

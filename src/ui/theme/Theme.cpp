@@ -77,6 +77,13 @@ QColor madeReadable(const QColor& color, const QColor& primary, const QColor& gr
     return result;
 }
 
+/// The first of `colors` that can be read on `ground`. One of black and white always can.
+QColor readableOn(const QColor& ground, std::initializer_list<QColor> colors) {
+    const auto* const found = std::ranges::find_if(
+        colors, [&](const QColor& color) { return contrastRatio(color, ground) >= readableText; });
+    return found != colors.end() ? *found : Qt::black;
+}
+
 } // namespace
 
 QColor laidOver(const QColor& foreground, const QColor& background) {
@@ -143,6 +150,8 @@ QColor Theme::color(ColorRole role) const {
     switch (role) {
     case ColorRole::Background:
         return m_background;
+    case ColorRole::Raised:
+        return dark ? laidOver(color(ColorRole::Hover), m_background) : m_background;
     case ColorRole::Primary:
         return m_primary;
     case ColorRole::Secondary:
@@ -159,6 +168,8 @@ QColor Theme::color(ColorRole role) const {
         return dark ? withOpacity(Qt::white, 0.10) : withOpacity(Qt::black, 0.09);
     case ColorRole::Accent:
         return m_accent;
+    case ColorRole::OnAccent:
+        return readableOn(m_accent, {m_background, m_primary, Qt::white, Qt::black});
     case ColorRole::Orange:
         return m_orange;
     case ColorRole::Green:

@@ -10,6 +10,7 @@ namespace lumora {
 /// What a colour is for. Tertiary and quaternary are for symbols and marks, never for text.
 enum class ColorRole {
     Background,
+    Raised, ///< the ground of what lies on or above the background, such as a card or a menu
     Primary,
     Secondary,
     Tertiary,
@@ -18,6 +19,7 @@ enum class ColorRole {
     Pressed, ///< the same while it is held down
     Divider,
     Accent,
+    OnAccent, ///< a text on the accent, such as one that is selected
     Orange,
     Green,
 };
@@ -64,6 +66,12 @@ public:
 
     void setAllowsMotion(bool allowed) { m_allowsMotion = allowed; }
 
+    /// Whether windows that pop up may have round corners; false unless the desktop blends windows
+    /// into each other.
+    bool roundsWindows() const { return m_roundsWindows; }
+
+    void setRoundsWindows(bool rounds) { m_roundsWindows = rounds; }
+
     bool operator==(const Theme&) const = default;
 
 private:
@@ -79,6 +87,7 @@ private:
     QColor m_orange;
     QColor m_green;
     bool m_allowsMotion = true;
+    bool m_roundsWindows = false;
 };
 
 /// What is seen where `foreground`, with its opacity, lies on an opaque `background`.

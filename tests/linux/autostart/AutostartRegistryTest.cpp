@@ -95,6 +95,16 @@ TEST_F(AutostartRegistryTest, AskingLeavesNothingBehind) {
     EXPECT_FALSE(QFileInfo::exists(userFolder));
 }
 
+TEST_F(AutostartRegistryTest, NamesTheEntryThatCounts) {
+    EXPECT_EQ(registry.place(), userFile);
+    writeSystemEntry("Exec=/bin/sh\n");
+    EXPECT_EQ(registry.place(), systemFile);
+    writeUserEntry("Exec=/bin/sh\n");
+    EXPECT_EQ(registry.place(), userFile);
+    const AutostartRegistry own({QDir::homePath() + u"/.config/autostart"_s, {}, program});
+    EXPECT_EQ(own.place(), u"~/.config/autostart/com.lumora.app.desktop"_s);
+}
+
 TEST_F(AutostartRegistryTest, RegistersAnEntryThatStartsTheProgram) {
     ASSERT_TRUE(registry.registerProgram());
     EXPECT_EQ(registry.status(), Status::Enabled);

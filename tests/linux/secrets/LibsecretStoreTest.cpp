@@ -338,3 +338,17 @@ TEST(LibsecretStoreBusAddress, IsTheSessionsOrElseTheUserBus) {
                      : qputenv("DBUS_SESSION_BUS_ADDRESS", address);
     folder.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", folder);
 }
+
+TEST(KeyringOf, KnowsThoseThatDesktopsBring) {
+    EXPECT_EQ(LibsecretStore::keyringOf(u"gnome-keyring-d"_s), u"GNOME Keyring"_s);
+    for (const auto& process : {u"kwalletd5"_s, u"kwalletd6"_s, u"ksecretd"_s})
+        EXPECT_EQ(LibsecretStore::keyringOf(process), u"KWallet"_s);
+    EXPECT_EQ(LibsecretStore::keyringOf(u"keepassxc"_s), u"KeePassXC"_s);
+    EXPECT_EQ(LibsecretStore::keyringOf(u"python3"_s), QString());
+}
+
+TEST_F(LibsecretStoreTest, NamesTheKeyringThatAnswers) {
+    EXPECT_EQ(store.keeper(), QString());
+    keyring.startUnlocked();
+    EXPECT_EQ(store.keeper(), u"GNOME Keyring"_s);
+}

@@ -2,6 +2,7 @@
 
 #include "support/ViewHarness.h"
 
+#include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -262,6 +263,32 @@ TEST_F(CaptureFieldTest, EscapeIsLeftToThePanelAndTabMovesOn) {
     QTest::keyClick(m_field->edit(), Qt::Key_Tab);
     EXPECT_EQ(m_field->edit()->toPlainText(), u"hello"_s);
     EXPECT_EQ(m_window.focusWidget(), m_field->sendButton());
+}
+
+TEST_F(CaptureFieldTest, ItsMenuIsInTheTheme) {
+    m_themes.setTheme(plainTheme(ColorScheme::Dark));
+    type(u"hello"_s);
+    QContextMenuEvent press(
+        QContextMenuEvent::Mouse, QPoint(3, 3), m_field->edit()->mapToGlobal(QPoint(3, 3)));
+    QCoreApplication::sendEvent(m_field->edit()->viewport(), &press);
+    QWidget* const menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_LT(painted(*menu).pixelColor(menu->width() / 2, 3).lightnessF(), 0.3);
+    menu->close();
+}
+
+TEST_F(CaptureFieldTest, SelectedTextCanBeRead) {
+    for (const auto scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        m_themes.setTheme(plainTheme(scheme));
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            const QPalette colors = m_field->edit()->palette();
+            EXPECT_GE(
+                contrastRatio(
+                    colors.color(group, QPalette::HighlightedText),
+                    colors.color(group, QPalette::Highlight)),
+                4.5);
+        }
+    }
 }
 
 TEST_F(CaptureFieldTest, HoldsAnyAmountOfText) {

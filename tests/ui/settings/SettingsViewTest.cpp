@@ -287,7 +287,8 @@ TEST_F(SettingsViewTest, ResultsCanBeReadOnTheirCard) {
     }
 }
 
-TEST_F(SettingsViewTest, LongMessagesWrapBesideTheButtons) {
+TEST_F(SettingsViewTest, LongMessagesGoBelowTheButtons) {
+    setTextSize(10.5);
     show();
     const int height = window->height();
     const QString words = u"The service is closed for the season and will be back soon "_s;
@@ -301,13 +302,17 @@ TEST_F(SettingsViewTest, LongMessagesWrapBesideTheButtons) {
         EXPECT_EQ(result->text(), u"✗ "_s + message);
         EXPECT_EQ(window->width(), 420);
         EXPECT_GT(window->height(), height);
-        EXPECT_GT(inWindow(result).left(), inWindow(testButton()).right());
+        EXPECT_EQ(inWindow(result).left(), inWindow(saveButton()).left());
+        EXPECT_GT(inWindow(result).top(), inWindow(testButton()).bottom());
         EXPECT_LE(inWindow(result).right(), 420 - 34);
         EXPECT_EQ(result->height(), result->heightForWidth(result->width()));
         EXPECT_EQ(inWindow(testButton()).top(), inWindow(saveButton()).top());
     }
     finishTest(FakeHttpTransport::answer(200, bodyWithEvents(1)));
     EXPECT_EQ(window->height(), height);
+    const QRect result = inWindow(textBeginning(u"✓"_s));
+    EXPECT_GT(result.left(), inWindow(testButton()).right());
+    EXPECT_EQ(result.right(), inWindow(endpoint()).right());
 }
 
 TEST_F(SettingsViewTest, AnEndlessMessageIsCut) {

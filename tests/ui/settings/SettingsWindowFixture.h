@@ -8,7 +8,10 @@
 #include "ui/settings/SettingsWindow.h"
 
 #include <QAccessible>
+#include <QComboBox>
 #include <QTest>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -77,6 +80,57 @@ protected:
         token()->selectAll();
         QTest::keyClicks(token(), text);
     }
+
+    /// Lets the theme have texts of so many points.
+    void setTextSize(double points, ColorScheme scheme = ColorScheme::Light) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(points);
+        themes.setTheme(Theme(scheme, font));
+        lumora::tests::settle();
+    }
+
+    /// What the tool tip says that comes up where the pointer rests on `widget`; empty for none.
+    static QString toolTipOf(QWidget& widget) {
+        const QPoint middle = widget.mapToGlobal(widget.rect().center());
+        const QString before = QStringLiteral("another tool tip");
+        QToolTip::showText(middle, before, &widget);
+        QHelpEvent rest(QEvent::ToolTip, widget.rect().center(), middle);
+        QCoreApplication::sendEvent(&widget, &rest);
+        const QString text = QToolTip::text() == before ? QString() : QToolTip::text();
+        return QTextDocumentFragment::fromHtml(text).toPlainText();
+    }
+
+    QLabel* labelReading(const QString& text) const {
+        for (auto* label : window->findChildren<QLabel*>()) {
+            if (label->text() == text)
+                return label;
+        }
+        return nullptr;
+    }
+
+    /// The controls and texts that can be seen.
+    QList<QWidget*> shownControls() const {
+        QList<QWidget*> controls;
+        for (auto* widget : shown<QWidget>(*window)) {
+            if (qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
+                qobject_cast<QLineEdit*>(widget) || qobject_cast<QComboBox*>(widget))
+                controls += widget;
+        }
+        return controls;
+    }
+
+    /// What `widget` really paints on, in the window's coordinates.
+    QRect inkOf(QWidget* widget) const {
+        const QImage image = painted(*widget);
+        QRect ink;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y).alpha() > 100)
+                    ink |= QRect(x, y, 1, 1);
+        return ink.translated(widget->mapTo(&*window, QPoint()));
+    }
+
+    int points(double wanted) const { return themes.theme().pixels(wanted); }
 
     QRect inWindow(const QWidget* widget) const {
         return {widget->mapTo(&*window, QPoint()), widget->size()};

@@ -20,29 +20,83 @@ constexpr char secret[] = "my-very-secret-token";
 
 TEST_F(SettingsWindowTest, IsExactly420PointsWideAndAsHighAsItsContent) {
     show();
-    EXPECT_EQ(window->size().width(), 420);
-    EXPECT_EQ(window->minimumSize(), window->maximumSize());
-    EXPECT_EQ(window->height(), window->findChild<SettingsView*>()->heightForWidth(420));
+    for (const double size : {8.0, 10.5, 12.0}) {
+        setTextSize(size);
+        EXPECT_EQ(window->width(), points(420));
+        EXPECT_EQ(window->minimumSize(), window->maximumSize());
+        EXPECT_EQ(
+            window->height(), window->findChild<SettingsView*>()->heightForWidth(points(420)));
+    }
     EXPECT_EQ(window->windowType(), Qt::Window);
     EXPECT_FALSE(window->windowFlags() & Qt::FramelessWindowHint);
 }
 
-TEST_F(SettingsWindowTest, NoTextIsCutOff) {
-    loginItems.current = LoginItemStatus::RequiresApproval;
+TEST_F(SettingsWindowTest, LeavesItsFrameRoomOnTheScreen) {
+    EXPECT_EQ(sizeOnScreen({420, 500}, {800, 600}, {2, 36, 2, 4}), QSize(420, 500));
+    EXPECT_EQ(sizeOnScreen({420, 900}, {800, 600}, {2, 36, 2, 4}), QSize(420, 560));
+    EXPECT_EQ(sizeOnScreen({900, 900}, {800, 600}, {2, 36, 2, 4}), QSize(796, 560));
     show();
-    finishTest(FakeHttpTransport::answer(401));
-    for (const double points : roomyFontSizes) {
-        themes.setTheme(stillTheme(points));
-        tests::settle();
-        EXPECT_EQ(window->width(), 420);
-        EXPECT_EQ(cutOff(*window), "") << points;
-        for (const auto* widget : shown<QWidget>(*window)) {
-            const bool needsItsSize =
-                qobject_cast<const FormLabel*>(widget) || qobject_cast<const FormPicker*>(widget) ||
-                qobject_cast<const FormButton*>(widget) || qobject_cast<const FormSwitch*>(widget);
-            EXPECT_TRUE(
-                !needsItsSize || widget->size().expandedTo(widget->sizeHint()) == widget->size())
-                << points << ' ' << widget->metaObject()->className();
+    for (const double size : {16.0, 24.0, 28.0, 40.0}) {
+        setTextSize(size);
+        const QSize room = window->screen()->availableGeometry().size();
+        EXPECT_EQ(window->frameGeometry().size().boundedTo(room), window->frameGeometry().size());
+        EXPECT_EQ(window->frameGeometry().height(), room.height());
+    }
+}
+
+TEST_F(SettingsWindowTest, AllOfItStandsClearInEveryTextSize) {
+    loginItems.current = LoginItemStatus::RequiresApproval;
+    loginItems.registerError = QString(u"/home/a/.config/autostart: No space left "_s).repeated(4);
+    show();
+    const QByteArray closed = QByteArray("The service is closed for the season. ").repeated(4);
+    const auto expectRoom = [this](const std::string& what) {
+        EXPECT_EQ(cutOff(*window->findChild<SettingsView*>()), "") << what;
+        const auto controls = shownControls();
+        for (const QWidget* control : controls) {
+            const QWidget* const card = control->parentWidget();
+            EXPECT_TRUE(card->rect().contains(control->geometry())) << what;
+            if (!control->hasHeightForWidth()) {
+                EXPECT_EQ(control->size().expandedTo(control->sizeHint()), control->size())
+                    << what << ' ' << control->metaObject()->className();
+            }
+            for (const QWidget* other : controls) {
+                EXPECT_TRUE(other == control || !inWindow(other).intersects(inWindow(control)))
+                    << what << ' ' << control->metaObject()->className() << " on "
+                    << other->metaObject()->className();
+            }
+        }
+    };
+    for (const double size : {8.0, 10.0, 11.0, 16.0, 24.0, 28.0}) {
+        const std::string points = std::to_string(size);
+        setTextSize(size);
+        expectRoom(points);
+        finishTest(FakeHttpTransport::answer(403, R"({"error":")" + closed + R"("})"));
+        EXPECT_GE(textBeginning(u"✗"_s)->width(), this->points(140)) << size;
+        expectRoom(points + " failed");
+        testButton()->click();
+        settle();
+        expectRoom(points + " testing");
+        transport.complete(transport.requests().size() - 1, FakeHttpTransport::answer(401));
+        settle();
+        named<FormSwitch>(u"Launch at login"_s)->click();
+        settle();
+        expectRoom(points + " refused");
+    }
+}
+
+TEST_F(SettingsWindowTest, HeadersStandInLineWithWhatIsOnTheirCard) {
+    show();
+    for (const bool fromRight : {false, true}) {
+        window->setLayoutDirection(fromRight ? Qt::RightToLeft : Qt::LeftToRight);
+        for (const double size : {8.0, 11.0, 20.0}) {
+            setTextSize(size);
+            const QRect header = inkOf(labelReading(u"Connection"_s));
+            const QRect label = inkOf(labelReading(u"&Endpoint URL"_s));
+            const int slack = points(2); // letters differ
+            if (fromRight)
+                EXPECT_NEAR(header.right(), label.right(), slack) << size;
+            else
+                EXPECT_NEAR(header.left(), label.left(), slack) << size;
         }
     }
 }

@@ -50,6 +50,9 @@ void expectReadable(const Theme& theme) {
             << int(role) << " under the pointer";
     EXPECT_GE(contrastRatio(theme.color(ColorRole::Green), hovered), readableSymbol);
     EXPECT_GE(contrastRatio(theme.color(ColorRole::Accent), background), readableSymbol);
+    EXPECT_GE(
+        contrastRatio(theme.color(ColorRole::OnAccent), theme.color(ColorRole::Accent)),
+        readableText);
     const QColor badge = blended(theme.color(ColorRole::Quaternary), background);
     EXPECT_GE(contrastRatio(theme.color(ColorRole::Primary), badge), readableText);
 }
@@ -86,6 +89,34 @@ TEST(Theme, DoesWithoutDesktopColoursThatCannotBeRead) {
     expectReadable(Theme(desktop(0x777777, 0x808080, 0x7a7a7a), QFont()));
     expectReadable(Theme(desktop(0x9a9a9a, 0x000000, 0xffffff), QFont()));
     expectReadable(Theme(desktop(0x6a6a6a, 0xffffff, 0x6b6b6b), QFont()));
+}
+
+TEST(Theme, SelectedTextCanBeReadOnEveryAccent) {
+    constexpr int steps = 12;
+    for (int hue = 0; hue < 360; hue += 360 / steps) {
+        for (const int lightness : {20, 60, 90, 128, 160, 200, 240}) {
+            const QRgb accent = QColor::fromHsl(hue, 220, lightness).rgb();
+            for (const QPalette& palette :
+                 {desktop(0xfafafa, 0x1d1d1f, accent), desktop(0x202124, 0xf2f2f4, accent)}) {
+                const Theme theme(palette, QFont());
+                const QColor ground = theme.color(ColorRole::Accent);
+                EXPECT_GE(contrastRatio(theme.color(ColorRole::OnAccent), ground), readableText)
+                    << ground.name().toStdString();
+            }
+        }
+    }
+}
+
+TEST(Theme, WhatIsRaisedIsNoDarkerThanTheBackgroundAndCarriesEveryText) {
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        const Theme theme = own(scheme);
+        const QColor raised = theme.color(ColorRole::Raised);
+        EXPECT_EQ(raised.alphaF(), 1);
+        EXPECT_GE(raised.lightnessF(), theme.color(ColorRole::Background).lightnessF());
+        EXPECT_EQ(raised != theme.color(ColorRole::Background), scheme == ColorScheme::Dark);
+        for (const ColorRole role : textRoles)
+            EXPECT_GE(contrastRatio(theme.color(role), raised), readableText) << int(role);
+    }
 }
 
 TEST(Theme, TakesAnAccentThatCanBeRead) {
