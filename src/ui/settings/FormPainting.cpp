@@ -57,7 +57,7 @@ QColor controlColor(const Theme& theme, Emphasis emphasis) {
     case Emphasis::Hover:
         return theme.color(ColorRole::Quaternary);
     case Emphasis::Pressed:
-        return laidOver(ground, theme.color(ColorRole::Quaternary));
+        return stronger(theme.color(ColorRole::Quaternary), ground);
     }
     Q_UNREACHABLE();
 }

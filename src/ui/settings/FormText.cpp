@@ -1,12 +1,12 @@
 #include "ui/settings/FormText.h"
 
 #include "texts/PlainText.h"
+#include "ui/rows/WrappedText.h"
 #include "ui/settings/FormPainting.h"
 
 #include <QAccessible>
 #include <QFontDatabase>
 #include <QPainter>
-#include <QStyle>
 
 #include <cmath>
 
@@ -25,16 +25,6 @@ QFont codeFont(const QFont& font) {
     else
         code.setPixelSize(font.pixelSize());
     return code;
-}
-
-/// Line ends as a text layout knows them.
-QString withLineSeparators(QString text) {
-    return text.replace(u'\n', QChar(QChar::LineSeparator));
-}
-
-double heightOf(const QTextLayout& layout) {
-    const int last = layout.lineCount() - 1;
-    return last < 0 ? 0 : layout.lineAt(last).rect().bottom();
 }
 
 } // namespace
@@ -96,21 +86,7 @@ QList<QTextLayout::FormatRange> FormText::formats() const {
 }
 
 std::unique_ptr<QTextLayout> FormText::layOut(double width) const {
-    auto layout = std::make_unique<QTextLayout>(withLineSeparators(text()), font());
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft));
-    layout->setTextOption(option);
-    layout->setFormats(formats());
-    layout->beginLayout();
-    double y = 0;
-    for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
-        line.setLineWidth(width);
-        line.setPosition({0, y});
-        y += line.height();
-    }
-    layout->endLayout();
-    return layout;
+    return wrappedText(text(), font(), width, layoutDirection(), formats());
 }
 
 int FormText::heightForWidth(int width) const {
