@@ -22,6 +22,12 @@ constexpr int lowestControl = 30;
 constexpr double controlRadius = 7;
 constexpr double ringWidth = 2;
 
+/// The same ink, as opaque as both together.
+QColor stronger(QColor ink, const QColor& more) {
+    ink.setAlphaF(std::min(1.0F, ink.alphaF() + more.alphaF()));
+    return ink;
+}
+
 } // namespace
 
 int controlHeight(const QFont& font, const Theme& theme) {

@@ -1,3 +1,4 @@
+#include "ui/settings/FormPainting.h"
 #include "ui/settings/FormPicker.h"
 #include "ui/settings/FormSwitch.h"
 #include "ui/settings/SettingsWindowFixture.h"
@@ -219,4 +220,19 @@ TEST_F(SettingsLooksTest, WhatIsCutOffSaysItselfWhole) {
     }
     EXPECT_EQ(toolTipOf(*saveButton()), u"Save token"_s);
     EXPECT_EQ(toolTipOf(*every), u"10 minutes"_s);
+}
+
+TEST(FormControl, EveryEmphasisCanBeTakenForNoOtherAndRead) {
+    using Form::Emphasis;
+    for (const auto scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        const Theme theme(scheme, QFont());
+        const QColor card = Form::cardColor(theme);
+        double last = 1;
+        for (const auto emphasis : {Emphasis::None, Emphasis::Hover, Emphasis::Pressed}) {
+            const QColor ground = laidOver(Form::controlColor(theme, emphasis), card);
+            EXPECT_GT(contrastRatio(ground, card), last + 0.03);
+            EXPECT_GE(contrastRatio(theme.color(ColorRole::Primary), ground), 4.5);
+            last = contrastRatio(ground, card);
+        }
+    }
 }
