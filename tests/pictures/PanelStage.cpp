@@ -86,6 +86,7 @@ QWidget& PanelStage::button(const QString& name) {
 }
 
 QImage PanelStage::picture() {
+    settle(); // and the panel is as high as it will be
     QRect part = m_part;
     if (part.isNull()) {
         const QMargins margins = compositing.isActive() ? PanelShadow::margins() : QMargins();

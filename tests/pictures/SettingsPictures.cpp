@@ -149,13 +149,15 @@ std::vector<PictureState> settingsWindowStates() {
             "test_failed",
             [](SettingsStage& stage) {
                 stage.show();
-                stage.finishTest(FakeHttpTransport::failure(u"Could not connect to the server."_s));
+                stage.finishTest(FakeHttpTransport::answer(
+                    403, R"({"error":"This token was made for another dashboard than yours"})"));
             }),
         settings(
             "login_refused",
             [](SettingsStage& stage) {
-                stage.loginItems.registerError =
-                    u"The folder for programs that start at login cannot be written to."_s;
+                const QString reason = u"~/.config/autostart: no space left on the device"_s;
+                stage.loginItems.registerError = reason;
+                stage.loginItems.unregisterError = reason;
                 stage.show();
                 stage.launch().click();
             }),
