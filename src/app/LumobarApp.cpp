@@ -33,13 +33,14 @@ LumobarApp::Session::Session(LumobarApp& app)
       })
     , ticker(*app.m_platform.clock)
     , controller(state, ticker, *app.m_platform.preferences, *app.m_platform.statusItem)
+    , themes(*app.m_platform.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
     , panel({
           .state = state,
           .ticker = ticker,
           .preferences = *app.m_platform.preferences,
           .clock = *app.m_platform.clock,
           .urls = *app.m_platform.urls,
-          .appearance = *app.m_platform.appearance,
+          .themes = themes.themes(),
           .compositing = *app.m_platform.compositing,
           .openSettings = [&app] { app.openSettings({}); },
           .quit = [] { QCoreApplication::quit(); },
@@ -54,7 +55,7 @@ LumobarApp::Session::Session(LumobarApp& app)
               .loginItems = *app.m_platform.loginItems,
               .reminders = app.m_reminders,
           },
-          *app.m_platform.appearance) {}
+          themes.themes()) {}
 
 LumobarApp::LumobarApp(const PlatformFamily& platform)
     : m_platform(platform)
@@ -124,7 +125,7 @@ CommandHandlers LumobarApp::handlers() {
     };
 }
 
-void LumobarApp::refresh(const std::function<void(QString)>& done) {
+void LumobarApp::refresh(const std::function<void(std::optional<QString>)>& done) {
     Q_ASSERT(m_session.has_value()); // commands are answered only once work has begun
     AppState& state = m_session->state;
     spawn(&state, state.refresh(), [&state, done] { done(state.state().failureMessage()); });

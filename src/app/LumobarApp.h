@@ -4,6 +4,7 @@
 #include "app/PanelController.h"
 #include "app/SettingsController.h"
 #include "app/StatusItemController.h"
+#include "app/ThemeFollower.h"
 #include "linux/commands/CommandServer.h"
 #include "platform/PlatformFamily.h"
 #include "reminders/NotificationService.h"
@@ -43,13 +44,14 @@ private:
         AppState state;
         Ticker ticker;
         StatusItemController controller;
+        ThemeFollower themes;
         PanelController panel;
         SettingsController settings;
     };
 
     void begin();
     void followNetwork();
-    void refresh(const std::function<void(QString)>& done);
+    void refresh(const std::function<void(std::optional<QString>)>& done);
     void runCommand(MenuCommand command, const QByteArray& activationToken);
     void openSettings(const QByteArray& activationToken);
     void joinMeeting(const QByteArray& activationToken);

@@ -30,8 +30,7 @@ AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
 } // namespace
 
 PanelController::PanelController(Dependencies dependencies)
-    : m_with(std::move(dependencies))
-    , m_themes(m_with.appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP")) {
+    : m_with(std::move(dependencies)) {
     speakWidgets();
     connect(&m_with.state, &AppState::changed, this, [this] {
         if (m_window && m_window->isVisible())
@@ -68,10 +67,10 @@ void PanelController::hide() {
 
 PanelWindow& PanelController::window() {
     if (!m_window) {
-        m_view = new MenuBarView({m_themes.themes(), m_with.preferences, m_with.clock});
+        m_view = new MenuBarView({m_with.themes, m_with.preferences, m_with.clock});
         m_window = std::make_unique<PanelWindow>(
             m_view, PanelWindow::Dependencies{
-                        .themes = m_themes.themes(),
+                        .themes = m_with.themes,
                         .compositing = m_with.compositing,
                         .clock = m_with.clock,
                         .placesWindows = currentWindowSystem().placesWindows,

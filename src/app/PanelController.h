@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/ThemeFollower.h"
 #include "ui/window/PanelPlacement.h"
 
 #include <QByteArray>
@@ -15,10 +14,10 @@ namespace lumora {
 class AppState;
 class Clock;
 class Compositing;
-class DesktopAppearance;
 class MenuBarView;
 class PanelWindow;
 class Preferences;
+class ThemeSource;
 class Ticker;
 class UrlOpener;
 
@@ -35,7 +34,7 @@ public:
         Preferences& preferences;
         Clock& clock;
         UrlOpener& urls;
-        const DesktopAppearance& appearance;
+        const ThemeSource& themes;
         const Compositing& compositing;
         std::function<void()> openSettings;
         std::function<void()> quit;
@@ -68,7 +67,6 @@ private:
     void openDashboard();
 
     Dependencies m_with;
-    ThemeFollower m_themes;
     std::unique_ptr<PanelWindow> m_window; ///< null until first opened
     MenuBarView* m_view = nullptr;         ///< a child of the window
 };

@@ -6,26 +6,24 @@ namespace lumora {
 
 /// What there is from the first opening on.
 struct SettingsController::Opened {
-    Opened(const SettingsModel::Dependencies& with, const DesktopAppearance& appearance)
-        : themes(appearance, qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
-        , model(with)
-        , window(model, themes.themes()) {}
+    Opened(const SettingsModel::Dependencies& with, const ThemeSource& themes)
+        : model(with)
+        , window(model, themes) {}
 
-    ThemeFollower themes;
     SettingsModel model;
     SettingsWindow window;
 };
 
 SettingsController::SettingsController(
-    const SettingsModel::Dependencies& dependencies, const DesktopAppearance& appearance)
+    const SettingsModel::Dependencies& dependencies, const ThemeSource& themes)
     : m_with(dependencies)
-    , m_appearance(appearance) {}
+    , m_themes(themes) {}
 
 SettingsController::~SettingsController() = default;
 
 void SettingsController::open(const QByteArray& activationToken) {
     if (!m_opened)
-        m_opened = std::make_unique<Opened>(m_with, m_appearance);
+        m_opened = std::make_unique<Opened>(m_with, m_themes);
     m_opened->window.open(activationToken);
 }
 

@@ -27,20 +27,17 @@ StatusReport StatusItemController::report() const {
     const StatusItemContent content = statusItemContent(inputs);
     const auto mode =
         MenuBarLabel::mode(inputs.lastGood, inputs.state, inputs.now, inputs.menuBarAmbient);
-    StatusReport report{
+    return {
         .mode = MenuBarLabel::modeName(mode),
         .symbol = content.symbol,
         .text = content.text,
         .tooltip = content.toolTipTitle + u'\n' + content.toolTipBody,
         .state = m_state.state().name(),
-        .message = std::nullopt,
+        .message = m_state.state().failureMessage(),
         .lastUpdated = m_state.lastUpdated(),
         .pending = QStringList(m_state.pending().cbegin(), m_state.pending().cend()),
         .actionError = m_state.actionError(),
     };
-    if (m_state.state().isFailed())
-        report.message = m_state.state().failureMessage();
-    return report;
 }
 
 StatusInputs StatusItemController::currentInputs() const {

@@ -70,7 +70,11 @@ void ThemeFollower::dressToolTips() const {
 
 Theme ThemeFollower::current() const {
     Theme theme = colors();
-    theme.setAllowsMotion(m_appearance.wishes().animations.value_or(true));
+    const auto& wishes = m_appearance.wishes();
+    if (const auto& accent = wishes.accent)
+        theme.setAccent(
+            QColor::fromRgbF(float(accent->red), float(accent->green), float(accent->blue)));
+    theme.setAllowsMotion(wishes.animations.value_or(true));
     return theme;
 }
 

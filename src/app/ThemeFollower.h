@@ -8,8 +8,8 @@ namespace lumora {
 
 class DesktopAppearance;
 
-/// Keeps the program's font, its tool tips and the panel's theme in step with the desktop's colour
-/// scheme, palette and font, and with its wish for less motion.
+/// Keeps the program's font, its tool tips and its windows' theme in step with the desktop's colour
+/// scheme, palette, accent and font, and with its wish for less motion. There is one in a program.
 class ThemeFollower : public QObject {
     Q_OBJECT
 

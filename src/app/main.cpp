@@ -7,6 +7,7 @@
 #include "linux/session/TerminationSignals.h"
 #include "platform/ActivationToken.h"
 #include "platform/AppStorageBacked.h"
+#include "texts/StatusPresentation.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -55,10 +56,10 @@ int runStatus(CommandClient& client, const StatusCommand& command) {
 }
 
 int runRefresh(CommandClient& client) {
-    const auto message = client.refresh();
-    if (!message)
-        return complain(message.error());
-    return message->isEmpty() ? int(Success) : complain(*message, Failure);
+    const auto failure = client.refresh();
+    if (!failure)
+        return complain(failure.error());
+    return *failure ? complain(failureText(**failure), Failure) : int(Success);
 }
 
 int outcome(const tl::expected<void, CommandClient::Failure>& answer) {
@@ -86,8 +87,27 @@ int handOver(CommandClient& client, const RunCommand& run, const QByteArray& tok
     return outcome(client.open(token));
 }
 
+/// Ends without tearing down what is static. Qt's D-Bus thread lives on until then, and warns when
+/// a message reaches it after the types it would be read into are gone.
+[[noreturn]] void leaveAtOnce(int exitCode) {
+    std::fflush(nullptr);
+    std::_Exit(exitCode);
+}
+
+QtMessageHandler usualHandler = nullptr;
+
+/// Platform plug-ins warn at every wish that they cannot fulfil, such as coming to the front. They
+/// are asked all the same, because most can, and the user can do nothing about those that cannot.
+void passOnUnlessUnsupported(
+    QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type != QtWarningMsg || !message.contains(u" does not support "))
+        usualHandler(type, context, message);
+}
+
 int runProgram(int& argc, char** argv, const RunCommand& run) {
     const QByteArray token = inheritedActivationToken(); // as long as it is there
+    completeProxyVariables();
+    usualHandler = qInstallMessageHandler(passOnUnlessUnsupported);
     std::optional<StartupEnvironment> startupEnvironment(std::in_place);
     QApplication application(argc, argv);
     startupEnvironment.reset();
@@ -97,7 +117,7 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
 
     CommandClient other;
     if (other.isRunning())
-        return handOver(other, run, token);
+        leaveAtOnce(handOver(other, run, token));
 
     DemoServiceProcess demoService;
     PlatformFamily family = run.demo ? makeForgetfulPlatform() : makeDesktopPlatform();
@@ -131,13 +151,6 @@ int askRunningProgram(int& argc, char** argv, const Command& command) {
     if (const auto* window = std::get_if<WindowCommand>(&command))
         return runWindow(client, *window);
     return outcome(client.quit());
-}
-
-/// Ends without tearing down what is static. Qt's D-Bus thread lives on until then, and warns when
-/// a message reaches it after the types it would be read into are gone.
-[[noreturn]] void leaveAtOnce(int exitCode) {
-    std::fflush(nullptr);
-    std::_Exit(exitCode);
 }
 
 } // namespace

@@ -2,9 +2,9 @@
 
 namespace lumora {
 
-QString LoadState::failureMessage() const {
+std::optional<QString> LoadState::failureMessage() const {
     const auto* failed = std::get_if<Failed>(&m_value);
-    return failed ? failed->message : QString();
+    return failed ? std::optional(failed->message) : std::nullopt;
 }
 
 QString LoadState::name() const {

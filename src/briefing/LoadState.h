@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <variant>
 
 namespace lumora {
@@ -20,7 +21,7 @@ public:
     };
 
     struct Failed {
-        QString message; ///< for the user, as it stands
+        QString message; ///< for the user, as it stands; may be empty
     };
 
     LoadState() = default; ///< idle
@@ -39,8 +40,9 @@ public:
 
     bool isFailed() const { return std::holds_alternative<Failed>(m_value); }
 
-    /// The message of a failed state; a null string in every other state.
-    QString failureMessage() const;
+    /// The message of a failed state, which a server may have left empty; absent in every other
+    /// state.
+    std::optional<QString> failureMessage() const;
 
     /// "idle", "loading", "loaded" or "failed".
     QString name() const;

@@ -17,6 +17,15 @@ struct DesktopFont {
     bool operator==(const DesktopFont&) const = default;
 };
 
+/// A colour as desktops name it, in sRGB; each part is from 0 to 1.
+struct DesktopColor {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+
+    bool operator==(const DesktopColor&) const = default;
+};
+
 /// What the user asks of all programs' looks. Absent is what the desktop does not state.
 class DesktopAppearance : public QObject {
     Q_OBJECT
@@ -26,8 +35,9 @@ public:
 
     struct Wishes {
         std::optional<Preference> colorScheme = std::nullopt;
-        std::optional<DesktopFont> font = std::nullopt; ///< of ordinary texts
-        std::optional<bool> animations = std::nullopt;  ///< false: nothing is to move by itself
+        std::optional<DesktopFont> font = std::nullopt;    ///< of ordinary texts
+        std::optional<bool> animations = std::nullopt;     ///< false: nothing is to move by itself
+        std::optional<DesktopColor> accent = std::nullopt; ///< of what stands out
 
         bool operator==(const Wishes&) const = default;
     };

@@ -30,7 +30,8 @@ struct HttpResponse {
 /// Why there was no answer.
 struct TransportError {
     enum class Kind {
-        Failed,       ///< the exchange broke off or never began
+        Failed,       ///< the exchange broke off, or nobody was reached
+        Refused,      ///< the request cannot be sent as it stands, whoever is reached
         BodyTooLarge, ///< the body went past what is taken
         NotHttp,      ///< something answered, but not in HTTP
     };

@@ -29,17 +29,22 @@ void NotificationService::scheduleUpcoming(const Briefing& briefing) {
         m_center.removeAllPending();
 }
 
+// The user may have changed their mind while a question was open.
+bool NotificationService::mayRemind() const {
+    return m_authorized && m_enabled.wrappedValue();
+}
+
 QCoro::Task<> NotificationService::reconcile(Briefing briefing) {
     const QPointer<NotificationService> self(this);
     if (!m_authorized)
         co_await requestAuthorization();
-    if (!self || !m_authorized)
+    if (!self || !mayRemind())
         co_return;
 
     // One moment decides on all events, however long the centre takes to tell what is pending.
     const auto events = remindedEvents(briefing, m_clock.now());
     const QStringList pending = co_await m_center.pendingIdentifiers();
-    if (!self)
+    if (!self || !mayRemind())
         co_return;
 
     const QStringList stale = staleIdentifiers(pending, events);

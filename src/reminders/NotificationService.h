@@ -22,6 +22,7 @@ public:
 
 private:
     [[nodiscard]] QCoro::Task<> reconcile(Briefing briefing);
+    [[nodiscard]] bool mayRemind() const;
 
     NotificationCenter& m_center;
     const Clock& m_clock;

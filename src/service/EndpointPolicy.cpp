@@ -27,9 +27,9 @@ tl::expected<void, LumoError> checkTokenMayGoTo(const QUrl& url) {
     const bool overTls = url.scheme() == u"https"_s;
     const bool toThisComputer = url.scheme() == u"http"_s && isLoopbackHost(url.host());
     if (!overTls && !toThisComputer) {
-        return tl::unexpected(LumoError::networkError(
-            u"The endpoint must start with https:// to keep the token private; "
-            "http:// works only for this computer"_s));
+        return tl::unexpected(
+            LumoError::refused(u"The endpoint must start with https:// to keep the token private; "
+                               "http:// works only for this computer"_s));
     }
     return {};
 }

@@ -16,8 +16,8 @@ namespace lumora {
 /// without the slashes at either end, plus "/action". A query or fragment stays where it is.
 QString actionEndpoint(const QString& endpoint);
 
-/// Whether the token may be sent to `url`: over TLS, or to this very computer. A networkError that
-/// says so otherwise.
+/// Whether the token may be sent to `url`: over TLS, or to this very computer. Refused with a
+/// sentence that says so otherwise.
 [[nodiscard]] tl::expected<void, LumoError> checkTokenMayGoTo(const QUrl& url);
 
 } // namespace lumora

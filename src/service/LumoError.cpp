@@ -15,6 +15,12 @@ LumoError LumoError::networkError(QString description) {
     return LumoError(Kind::NetworkError, std::move(description));
 }
 
+LumoError LumoError::refused(QString description) {
+    LumoError error = networkError(std::move(description));
+    error.m_wasSent = false;
+    return error;
+}
+
 LumoError LumoError::serverError(int status) {
     return LumoError(Kind::ServerError, {}, status);
 }
@@ -40,7 +46,7 @@ LumoError LumoError::invalidResponse() {
 }
 
 bool LumoError::isRetryable() const {
-    return m_kind == Kind::NetworkError ||
+    return (m_kind == Kind::NetworkError && m_wasSent) ||
            (m_kind == Kind::ServerError && (m_status >= 500 || m_status == 429));
 }
 

@@ -19,6 +19,9 @@ public:
 
     /// The exchange broke off; `description` is the transport's own text.
     static LumoError networkError(QString description);
+    /// A networkError of an exchange that was refused here, before anything was sent, and would be
+    /// refused again.
+    static LumoError refused(QString description);
     /// An HTTP status that is no success and has no kind of its own.
     static LumoError serverError(int status);
     /// The server refused with a message for the user.
@@ -30,7 +33,8 @@ public:
 
     Kind kind() const { return m_kind; }
 
-    /// True for failures that may pass: a broken exchange, status 429, and status 500 or above.
+    /// True for failures that may pass: an exchange that was begun and broke off, status 429, and
+    /// status 500 or above.
     bool isRetryable() const;
 
     /// What the user reads, as it stands.
@@ -44,6 +48,7 @@ private:
     Kind m_kind;
     QString m_text;   ///< of NetworkError and ActionRejected
     int m_status = 0; ///< of ServerError
+    bool m_wasSent = true;
 };
 
 } // namespace lumora

@@ -13,6 +13,8 @@ LumoError failureError(const TransportError& failure) {
     switch (failure.kind) {
     case TransportError::Kind::Failed:
         return LumoError::networkError(failure.description);
+    case TransportError::Kind::Refused:
+        return LumoError::refused(failure.description);
     case TransportError::Kind::BodyTooLarge:
     case TransportError::Kind::NotHttp:
         return LumoError::invalidResponse();

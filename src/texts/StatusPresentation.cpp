@@ -60,8 +60,8 @@ QStringList freshness(const StatusInputs& inputs) {
         lines += u"Updated "_s + Formatters::relative(*inputs.lastUpdated, inputs.now);
     else if (!inputs.state.isFailed())
         lines += u"Loading…"_s;
-    if (inputs.state.isFailed())
-        lines += inputs.state.failureMessage();
+    if (const auto message = inputs.state.failureMessage())
+        lines += failureText(*message);
     return lines;
 }
 
@@ -110,6 +110,10 @@ QList<StatusMenuRow> menu(const StatusInputs& inputs) {
 }
 
 } // namespace
+
+QString failureText(const QString& message) {
+    return message.trimmed().isEmpty() ? u"The refresh failed, and no reason was given"_s : message;
+}
 
 std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood, Instant now) {
     if (auto meeting = labelMeeting(lastGood, now))

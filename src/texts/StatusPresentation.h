@@ -25,6 +25,10 @@ struct StatusInputs {
 /// shortens, and the menu for desktops that open one on a click.
 StatusItemContent statusItemContent(const StatusInputs& inputs);
 
+/// What is said of a failed fetch where there are only words to say it with: its message, or that
+/// there is none.
+[[nodiscard]] QString failureText(const QString& message);
+
 /// The meeting that the menu offers to join: the label's while it shows one, else the next.
 [[nodiscard]] std::optional<BriefEvent>
 offeredMeeting(const std::optional<Briefing>& lastGood, Instant now);

@@ -1,5 +1,6 @@
 #include "app/LumobarApp.h"
 
+#include "fakes/FakeAppearance.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpTransport.h"
 #include "fakes/FakeNotificationCenter.h"
@@ -59,7 +60,7 @@ protected:
         family.loginItems = std::make_unique<MemoryLoginItems>();
         family.wake = std::make_unique<WakeMonitor>();
         network = keep(family.network, std::make_unique<NetworkMonitor>());
-        family.appearance = std::make_unique<DesktopAppearance>();
+        appearance = keep(family.appearance, std::make_unique<FakeAppearance>());
         family.compositing = std::make_unique<Compositing>(false);
         program = std::make_unique<LumobarApp>(family);
     }
@@ -105,6 +106,7 @@ protected:
     RecordingUrlOpener* urls = nullptr;
     FakeNotificationCenter* notifications = nullptr;
     NetworkMonitor* network = nullptr;
+    FakeAppearance* appearance = nullptr;
     std::optional<PlatformFamily> platform;
     std::unique_ptr<LumobarApp> program;
 };
@@ -218,6 +220,22 @@ TEST_F(LumobarAppTest, TheMenuOpensTheOneSettingsWindow) {
     }
     program.reset();
     EXPECT_EQ(openSettingsWindows(), 0);
+}
+
+TEST_F(LumobarAppTest, OneFollowsTheDesktopForAllWindows) {
+    begin();
+    Q_EMIT item->commandChosen(MenuCommand::Open, {});
+    Q_EMIT item->commandChosen(MenuCommand::Settings, {});
+    EXPECT_EQ(appearance->followers(), 1);
+}
+
+TEST_F(LumobarAppTest, AFailureWithoutAMessageIsOneAllTheSame) {
+    begin();
+    const auto refresh = command(u"Refresh"_s);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return transport->requests().size() == 2; }, patience));
+    transport->complete(1, FakeHttpTransport::answer(400, R"({"error": ""})"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return refresh.isFinished(); }, patience));
+    EXPECT_EQ(refresh.reply().arguments(), (QVariantList{false, QString()}));
 }
 
 // Ending completes whatever is under way, and none of it may find the program half gone.

@@ -1,6 +1,5 @@
 #include "app/PanelController.h"
 
-#include "fakes/FakeAppearance.h"
 #include "fakes/RecordingUrlOpener.h"
 #include "fakes/SwitchedCompositing.h"
 #include "state/Ticker.h"
@@ -9,6 +8,7 @@
 #include "support/WrittenTexts.h"
 #include "ui/panel/CaptureField.h"
 #include "ui/panel/SpendingSection.h"
+#include "ui/theme/ThemeSource.h"
 #include "ui/window/PanelWindow.h"
 
 #include <QApplication>
@@ -73,7 +73,7 @@ protected:
             .preferences = harness.preferences,
             .clock = harness.clock,
             .urls = urls,
-            .appearance = appearance,
+            .themes = themes,
             .compositing = compositing,
             .openSettings = [this] { ++settingsOpened; },
             .quit = [this] { ++quits; },
@@ -103,7 +103,7 @@ protected:
 
     StateHarness harness;
     std::optional<Ticker> ticker;
-    FakeAppearance appearance;
+    const ThemeSource themes{Theme(ColorScheme::Light, QFont())};
     SwitchedCompositing compositing{false};
     RecordingUrlOpener urls;
     int settingsOpened = 0;

@@ -1,8 +1,8 @@
 #include "app/SettingsController.h"
 
-#include "fakes/FakeAppearance.h"
 #include "support/SettingsHarness.h"
 #include "ui/settings/SettingsWindow.h"
+#include "ui/theme/ThemeSource.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -27,7 +27,7 @@ protected:
         return found;
     }
 
-    FakeAppearance appearance;
+    const ThemeSource themes{Theme(ColorScheme::Light, QFont())};
     SettingsController controller{
         {
             .state = *state,
@@ -38,7 +38,7 @@ protected:
             .loginItems = loginItems,
             .reminders = reminders,
         },
-        appearance};
+        themes};
 };
 
 } // namespace

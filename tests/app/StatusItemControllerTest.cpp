@@ -75,6 +75,7 @@ TEST_F(StatusItemControllerTest, ReportsAFailureWithNothingToSay) {
     transport.complete(0, FakeHttpTransport::answer(400, R"({"error": ""})"));
     EXPECT_EQ(controller->report().state, u"failed"_s);
     EXPECT_EQ(controller->report().message, u""_s);
+    EXPECT_EQ(latest().toolTipBody, u"The refresh failed, and no reason was given"_s);
     EXPECT_EQ(controller->report().mode, u"error"_s);
 }
 

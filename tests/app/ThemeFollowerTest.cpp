@@ -44,6 +44,19 @@ TEST_F(ThemeFollowerTest, TakesTheColoursThatTheUserAskedFor) {
     EXPECT_EQ(follower.themes().theme().scheme(), ColorScheme::Light);
 }
 
+TEST_F(ThemeFollowerTest, TakesTheAccentOnEveryDesktop) {
+    for (const auto& name : {u"GNOME"_s, u"XFCE"_s, u"KDE"_s, u""_s}) {
+        desktop.setWishes({});
+        const ThemeFollower follower(desktop, name);
+        const QColor own = follower.themes().theme().color(ColorRole::Accent);
+        desktop.setWishes({.accent = DesktopColor{.red = 0.6, .blue = 0.2}});
+        EXPECT_EQ(
+            follower.themes().theme().color(ColorRole::Accent).name(), QColor(153, 0, 51).name());
+        desktop.setWishes({});
+        EXPECT_EQ(follower.themes().theme().color(ColorRole::Accent), own);
+    }
+}
+
 TEST_F(ThemeFollowerTest, ToolTipsHaveTheColoursOfThePanel) {
     const ThemeFollower follower(desktop, u"GNOME"_s);
     for (const auto scheme : {Preference::Dark, Preference::Light}) {

@@ -29,7 +29,9 @@ TEST(LoadState, NamesEachCase) {
 
 TEST(LoadState, OnlyAFailureHasAMessage) {
     EXPECT_EQ(LoadState::failed(u"M"_s).failureMessage(), u"M"_s);
-    EXPECT_TRUE(LoadState::loading().failureMessage().isNull());
+    EXPECT_EQ(LoadState::failed({}).failureMessage(), u""_s);
+    for (const LoadState& state : {LoadState(), LoadState::loading(), LoadState::loaded({})})
+        EXPECT_FALSE(state.failureMessage());
 }
 
 TEST(LoadState, LoadedStatesAreEqualByGenerationTimeAlone) {

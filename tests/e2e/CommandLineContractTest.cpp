@@ -2,6 +2,7 @@
 #include "e2e/XDesktop.h"
 #include "support/Patience.h"
 #include "support/PrivateDisplay.h"
+#include "support/ScriptedServer.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
@@ -43,6 +44,27 @@ public:
     QStringList calls;
 };
 
+/// Has the place of the running program, and is gone at the first call.
+class Vanishing : public QDBusVirtualObject {
+public:
+    explicit Vanishing(PrivateBus& bus) {
+        QDBusConnection connection = bus.connect();
+        m_name = connection.name();
+        EXPECT_TRUE(connection.registerVirtualObject(u"/com/lumora/app"_s, this));
+        EXPECT_TRUE(connection.registerService(u"com.lumora.app"_s));
+    }
+
+    QString introspect(const QString&) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage&, const QDBusConnection&) override {
+        QDBusConnection::disconnectFromBus(m_name);
+        return true;
+    }
+
+private:
+    QString m_name;
+};
+
 /// A user who has set nothing up: the program runs, and says so.
 class CommandLineContract : public testing::Test {
 protected:
@@ -79,6 +101,20 @@ protected:
 };
 
 class CommandLineContractWithABriefing : public ConfiguredProgram {};
+
+/// A user whose service refuses, and does not say why.
+class CommandLineContractWithARefusal : public CommandLineContract {
+protected:
+    void SetUp() override {
+        keyring.startUnlocked();
+        ASSERT_TRUE(storeToken(keyring, "a token"));
+        lumora.writePreferences({{u"endpointURL"_s, server.url(u"/api/briefing"_s).toString()}});
+    }
+
+    RealKeyring keyring{lumora.sessionBus()};
+    ScriptedServer server{
+        ScriptedServer::always(ScriptedServer::answer("400 Bad Request", R"({"error":""})"))};
+};
 
 } // namespace
 
@@ -156,6 +192,24 @@ TEST_F(CommandLineContract, HandsOnWhatLetsAWindowComeToTheFront) {
         running.calls,
         QStringList(
             {u"Open new"_s, u"Open new"_s, u"Toggle new"_s, u"OpenSettings new"_s, u"Hide "_s}));
+}
+
+TEST_F(CommandLineContract, SaysInOneLineThatTheProgramEndedMeanwhile) {
+    for (const QStringList& arguments :
+         {QStringList(),
+          {u"status"_s},
+          {u"toggle"_s},
+          {u"show"_s},
+          {u"hide"_s},
+          {u"settings"_s},
+          {u"refresh"_s},
+          {u"quit"_s}}) {
+        SCOPED_TRACE(arguments.join(u' ').toStdString());
+        const Vanishing running(lumora.sessionBus());
+        const auto outcome = lumora.run(arguments);
+        expectComplaint(outcome, 1);
+        EXPECT_EQ(outcome.err, "lumora: Lumora does not answer\n");
+    }
 }
 
 TEST_F(CommandLineContract, PrintsOneEmptyLineForALabelWithoutText) {
@@ -250,6 +304,14 @@ TEST_F(CommandLineContract, RunsWithoutASessionBus) {
     ASSERT_EQ(lumora.program().state(), QProcess::Running) << lumora.waitForEnd().err.toStdString();
     lumora.program().terminate();
     EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
+}
+
+TEST_F(CommandLineContractWithARefusal, ARefreshFailsAndSaysSoAllTheSame) {
+    startAnswering();
+    const auto refreshed = lumora.run({u"refresh"_s});
+    expectComplaint(refreshed, 1);
+    EXPECT_EQ(refreshed.err, "lumora: The refresh failed, and no reason was given\n");
+    EXPECT_TRUE(lumora.comesToShow({{u"state"_s, u"failed"_s}, {u"message"_s, u""_s}}));
 }
 
 TEST_F(CommandLineContractWithABriefing, StatusIsOneLineOfJson) {

@@ -1,6 +1,10 @@
 #include "e2e/ConfiguredProgram.h"
+#include "fakes/FakePortal.h"
+#include "support/Patience.h"
+#include "support/ScriptedServer.h"
 
 #include <QDBusMessage>
+#include <QTest>
 
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
@@ -98,4 +102,31 @@ TEST_F(Configuration, ARefreshTakesTheEndpointFromTheFile) {
     const auto after = lumora.run({u"refresh"_s});
     EXPECT_EQ(after.exitCode, 0) << after.err.toStdString();
     EXPECT_TRUE(lumora.comesToShow(loaded));
+}
+
+TEST_F(Configuration, AProxyNeedsNoScheme) {
+    keyring.startUnlocked();
+    ASSERT_TRUE(storeToken(keyring, service.token()));
+    lumora.writePreferences({{u"endpointURL"_s, u"https://service.invalid/api/briefing"_s}});
+    for (const auto& name : {u"https_proxy"_s, u"HTTPS_PROXY"_s}) {
+        const ScriptedServer proxy(
+            ScriptedServer::always(ScriptedServer::answer("403 Forbidden", "")));
+        lumora.setVariable(u"https_proxy"_s, {});
+        lumora.setVariable(name, u"127.0.0.1:"_s + QString::number(proxy.port()));
+        lumora.start();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !proxy.requests().isEmpty(); }, patience))
+            << name.toStdString();
+        EXPECT_TRUE(proxy.requests().value(0).startsWith("CONNECT service.invalid:443 "));
+        lumora.end();
+    }
+}
+
+TEST_F(Configuration, ThePortalIsAskedOnceForAllWindows) {
+    const FakePortal portal(lumora.sessionBus().connect(), {});
+    keyring.startUnlocked();
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow(notConfigured));
+    EXPECT_EQ(lumora.run({u"show"_s}).exitCode, 0);
+    EXPECT_EQ(lumora.run({u"settings"_s}).exitCode, 0);
+    EXPECT_EQ(portal.reads, 5);
 }

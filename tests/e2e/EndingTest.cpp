@@ -3,6 +3,7 @@
 #include "support/Patience.h"
 #include "support/ScriptedServer.h"
 
+#include <QDBusPendingCall>
 #include <QTest>
 
 #include <csignal>
@@ -77,6 +78,24 @@ TEST_F(Ending, DoesNotWaitForARefresh) {
     const auto refreshed = ProgramHarness::finish(*refresh);
     EXPECT_EQ(refreshed.exitCode, 1);
     EXPECT_EQ(refreshed.err, "lumora: Lumora does not answer\n");
+}
+
+TEST_F(Ending, HasPrintedNothingAfterManyActivations) {
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loading"_s}}));
+    const QDBusConnection bus = lumora.sessionBus().connect();
+    QList<QDBusPendingCall> calls;
+    for (int i = 0; i < 1000; ++i) {
+        auto activate = QDBusMessage::createMethodCall(
+            lumora.uniqueName(), u"/StatusNotifierItem"_s, u"org.kde.StatusNotifierItem"_s,
+            u"Activate"_s);
+        activate.setArguments({10, 10});
+        calls += bus.asyncCall(activate);
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return calls.last().isFinished(); }, patience));
+    EXPECT_EQ(calls.last().reply().type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
+    expectCleanEnd();
 }
 
 TEST_F(Ending, DoesNotWaitForTheNextTry) {

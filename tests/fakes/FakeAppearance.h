@@ -10,6 +10,9 @@ public:
     explicit FakeAppearance(const Wishes& wishes = {}) { setWishes(wishes); }
 
     using DesktopAppearance::setWishes;
+
+    /// How many connections follow the wishes.
+    int followers() const { return receivers(SIGNAL(changed())); }
 };
 
 } // namespace lumora::tests

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusVariant>
@@ -26,6 +27,15 @@ public:
 
     void change(const QString& group, const QString& key, const QVariant& value) {
         Q_EMIT SettingChanged(group, key, QDBusVariant(value));
+    }
+
+    /// A colour as portals name it.
+    static QVariant color(double red, double green, double blue) {
+        QDBusArgument argument;
+        argument.beginStructure();
+        argument << red << green << blue;
+        argument.endStructure();
+        return QVariant::fromValue(argument);
     }
 
     int reads = 0; ///< how many settings were asked for

@@ -123,6 +123,28 @@ TEST_F(NotificationServiceTest, SwitchedOffWhileAnotherPassAsksItWithdrawsAtOnce
     EXPECT_EQ(calls(), (QStringList{u"authorize"_s, u"remove all"_s}));
 }
 
+TEST_F(NotificationServiceTest, SwitchedOffWhileItAsksForPermissionItSchedulesNothing) {
+    center.hold();
+    service->scheduleUpcoming(makeBriefing({meeting(u"Standup"_s, 1h)}));
+    enable(false);
+    while (center.heldCount() > 0)
+        center.answer();
+    EXPECT_EQ(calls(), QStringList{u"authorize"_s});
+}
+
+TEST_F(NotificationServiceTest, SwitchedOffWhileItAsksWhatIsPendingItSchedulesNothing) {
+    authorize();
+    center.hold();
+    service->scheduleUpcoming(makeBriefing({meeting(u"Standup"_s, 1h)}));
+    enable(false);
+    center.answer();
+    EXPECT_EQ(calls(), QStringList{u"list"_s});
+    enable(true);
+    service->scheduleUpcoming(makeBriefing({meeting(u"Standup"_s, 1h)}));
+    center.answer();
+    EXPECT_EQ(pending().size(), 1);
+}
+
 TEST_F(NotificationServiceTest, AnEmptyDayWithdrawsEverythingThatIsPending) {
     authorize();
     center.pending = {{.identifier = u"a"_s}, {.identifier = u"b"_s}};

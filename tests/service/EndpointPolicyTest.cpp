@@ -44,8 +44,8 @@ TEST(EndpointPolicy, TheTokenMayGoOverTlsOrStayOnThisComputer) {
 
 TEST(EndpointPolicy, TheTokenMayGoNowhereElse) {
     const LumoError refusal =
-        LumoError::networkError(u"The endpoint must start with https:// to keep the token private; "
-                                "http:// works only for this computer"_s);
+        LumoError::refused(u"The endpoint must start with https:// to keep the token private; "
+                           "http:// works only for this computer"_s);
     for (const QString& text :
          {u"http://example.com/"_s, u"http://192.168.1.2/"_s, u"http://[::2]/"_s,
           u"http://127.0.0.1.example.com/"_s, u"http://localhost@example.com/"_s,

@@ -8,6 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 TEST(LumoError, TellsTheUserInFixedWords) {
     EXPECT_EQ(
         LumoError::networkError(u"Host unreachable"_s).errorDescription(), u"Host unreachable"_s);
+    EXPECT_EQ(LumoError::refused(u"Not in the clear"_s).errorDescription(), u"Not in the clear"_s);
     EXPECT_EQ(LumoError::serverError(503).errorDescription(), u"Server error (503)"_s);
     EXPECT_EQ(
         LumoError::actionRejected(u"No <b>such</b> %1 habit"_s).errorDescription(),
@@ -21,6 +22,7 @@ TEST(LumoError, TellsTheUserInFixedWords) {
 
 TEST(LumoError, OnlyWhatMayPassIsRetryable) {
     EXPECT_TRUE(LumoError::networkError({}).isRetryable());
+    EXPECT_FALSE(LumoError::refused({}).isRetryable());
     for (const int status : {429, 500, 502, 503, 599, 600, 999})
         EXPECT_TRUE(LumoError::serverError(status).isRetryable()) << status;
     for (const int status : {100, 199, 300, 302, 304, 400, 404, 428, 430, 499})

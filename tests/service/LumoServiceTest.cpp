@@ -107,6 +107,7 @@ TEST_F(LumoServiceTest, TheTokenIsNotSentInTheClear) {
     EXPECT_EQ(outcome.error().kind(), LumoError::Kind::NetworkError);
     EXPECT_TRUE(outcome.error().errorDescription().contains(u"https://"_s));
     EXPECT_TRUE(transport.requests().empty());
+    EXPECT_TRUE(clock.waits().empty());
 }
 
 TEST_F(LumoServiceTest, TheTokenMayBeSentToThisComputerInTheClear) {
@@ -169,6 +170,8 @@ TEST_F(LumoServiceTest, WhatWillNotPassIsNotTriedAgain) {
         {FakeHttpTransport::answer(404, R"({"error": "T"})"), LumoError::actionRejected(u"T"_s)},
         {FakeHttpTransport::answer(404, "<html></html>"), LumoError::serverError(404)},
         {FakeHttpTransport::answer(302), LumoError::serverError(302)},
+        {tl::unexpected(TransportError{TransportError::Kind::Refused, u"No header"_s}),
+         LumoError::refused(u"No header"_s)},
         {tl::unexpected(TransportError{TransportError::Kind::BodyTooLarge, u"Big"_s}),
          LumoError::invalidResponse()},
         {tl::unexpected(TransportError{TransportError::Kind::NotHttp, u"Odd"_s}),

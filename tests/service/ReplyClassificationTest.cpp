@@ -47,6 +47,12 @@ TEST(ReplyClassification, ABrokenExchangeKeepsItsDescription) {
     EXPECT_EQ(classifyOutcome(outcome), refused(LumoError::networkError(u"Connection refused"_s)));
 }
 
+TEST(ReplyClassification, ARequestThatCannotBeSentKeepsItsDescription) {
+    const HttpOutcome outcome =
+        tl::unexpected(TransportError{TransportError::Kind::Refused, u"No such address"_s});
+    EXPECT_EQ(classifyOutcome(outcome), refused(LumoError::refused(u"No such address"_s)));
+}
+
 TEST(ReplyClassification, AnOversizedOrForeignAnswerIsInvalid) {
     for (const auto kind : {TransportError::Kind::BodyTooLarge, TransportError::Kind::NotHttp}) {
         const HttpOutcome outcome = tl::unexpected(TransportError{kind, u"Something"_s});

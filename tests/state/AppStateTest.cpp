@@ -17,7 +17,7 @@ class AppStateTest : public testing::Test, protected StateHarness {
 protected:
     std::size_t requestCount() const { return transport.requests().size(); }
 
-    QString failure() const { return state->state().failureMessage(); }
+    QString failure() const { return state->state().failureMessage().value_or(QString()); }
 
     /// The states that are published from now on, a failure by its message.
     auto watchStates() {

@@ -67,7 +67,7 @@ protected:
     QStringList banners() const {
         QStringList messages;
         for (const auto* banner : shown<ErrorBanner>(m_panel.view))
-            messages += banner->message();
+            messages += *banner->message();
         return messages;
     }
 
@@ -77,6 +77,13 @@ protected:
 
     QRect inPanel(const QWidget* widget) const {
         return {widget->mapTo(&m_panel.view, QPoint()), widget->size()};
+    }
+
+    /// Where what `widget` shows is, without the room around it.
+    QRect contentInPanel(const QWidget* widget) const {
+        return {
+            widget->mapTo(&m_panel.view, widget->contentsRect().topLeft()),
+            widget->contentsRect().size()};
     }
 
     void fold(const QString& title) {

@@ -13,5 +13,10 @@ int main(int argc, char** argv) {
     }
     testing::InitGoogleMock(&argc, argv);
     const QApplication application(argc, argv);
+    // A common size, at which a point of the design is a pixel.
+    constexpr double commonPoints = 10;
+    QFont font = QApplication::font();
+    font.setPointSizeF(commonPoints);
+    QApplication::setFont(font);
     return RUN_ALL_TESTS();
 }

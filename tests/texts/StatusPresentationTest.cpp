@@ -74,6 +74,13 @@ TEST_F(StatusPresentationTest, AFailedFirstLoadSaysWhy) {
     EXPECT_EQ(content().toolTipBody, u"Token rejected (401)"_s);
 }
 
+TEST_F(StatusPresentationTest, AFailureWithoutAReasonIsSaidAllTheSame) {
+    for (const QString& message : {u""_s, u" \n"_s}) {
+        state = LoadState::failed(message);
+        EXPECT_EQ(content().toolTipBody, u"The refresh failed, and no reason was given"_s);
+    }
+}
+
 TEST_F(StatusPresentationTest, TheTooltipHoldsTheFullTitleCountdownAndAge) {
     load({meeting(u"Quarterly planning review with everyone"_s, 12min)});
     briefing->eventsToday[0].location = u"Room 4"_s;

@@ -27,6 +27,7 @@ void JoinedAppearance::join() {
         takeIfAbsent(wishes.colorScheme, source->wishes().colorScheme);
         takeIfAbsent(wishes.font, source->wishes().font);
         takeIfAbsent(wishes.animations, source->wishes().animations);
+        takeIfAbsent(wishes.accent, source->wishes().accent);
     }
     setWishes(wishes);
 }

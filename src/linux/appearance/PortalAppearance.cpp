@@ -2,9 +2,13 @@
 
 #include "linux/appearance/SettingsMessages.h"
 
+#include <QDBusArgument>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+
+#include <algorithm>
+#include <initializer_list>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,6 +23,7 @@ const QString appearanceGroup = u"org.freedesktop.appearance"_s;
 const QString gnomeGroup = u"org.gnome.desktop.interface"_s;
 const QString plasmaGroup = u"org.kde.kdeglobals.KDE"_s;
 const QString colorSchemeKey = u"color-scheme"_s;
+const QString accentKey = u"accent-color"_s;
 const QString reducedMotionKey = u"reduced-motion"_s;
 const QString animationsKey = u"enable-animations"_s;
 const QString animationFactorKey = u"AnimationDurationFactor"_s;
@@ -26,9 +31,8 @@ const QString animationFactorKey = u"AnimationDurationFactor"_s;
 /// Every setting that is followed. Each desktop has its own against motion, and the common one is
 /// younger than most of them.
 const QList<std::pair<QString, QString>> followedSettings{
-    {appearanceGroup, colorSchemeKey},
-    {appearanceGroup, reducedMotionKey},
-    {gnomeGroup, animationsKey},
+    {appearanceGroup, colorSchemeKey},   {appearanceGroup, accentKey},
+    {appearanceGroup, reducedMotionKey}, {gnomeGroup, animationsKey},
     {plasmaGroup, animationFactorKey},
 };
 
@@ -41,6 +45,21 @@ std::optional<DesktopAppearance::Preference> preferenceIn(const QVariant& colorS
     default:
         return std::nullopt;
     }
+}
+
+/// A part out of range says that the user has no accent of their own.
+std::optional<DesktopColor> accentIn(const QVariant& value) {
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != u"(ddd)")
+        return std::nullopt;
+    DesktopColor color;
+    argument.beginStructure();
+    argument >> color.red >> color.green >> color.blue;
+    argument.endStructure();
+    const auto isPart = [](double part) { return part >= 0 && part <= 1; };
+    if (!std::ranges::all_of(std::initializer_list{color.red, color.green, color.blue}, isPart))
+        return std::nullopt;
+    return color;
 }
 
 /// Whether a setting with this value asks for less motion; one that means nothing does not.
@@ -101,6 +120,8 @@ void PortalAppearance::apply(const QString& group, const QString& key, const QVa
     Wishes changed = wishes();
     if (key == colorSchemeKey) {
         changed.colorScheme = preferenceIn(value);
+    } else if (key == accentKey) {
+        changed.accent = accentIn(value);
     } else {
         if (isAgainstMotion(key, value))
             m_stilling.insert(group);

@@ -35,8 +35,11 @@ tl::expected<QString, CommandClient::Failure> CommandClient::status() {
     return call(u"Status"_s, {}, answerLimit).map(firstText);
 }
 
-tl::expected<QString, CommandClient::Failure> CommandClient::refresh() {
-    return call(u"Refresh"_s, {}, refreshLimit).map(firstText);
+tl::expected<std::optional<QString>, CommandClient::Failure> CommandClient::refresh() {
+    return call(u"Refresh"_s, {}, refreshLimit).map([](const QVariantList& values) {
+        const bool succeeded = values.value(0).toBool();
+        return succeeded ? std::nullopt : std::optional(values.value(1).toString());
+    });
 }
 
 tl::expected<void, CommandClient::Failure> CommandClient::open(const QByteArray& activationToken) {

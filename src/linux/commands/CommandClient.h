@@ -8,6 +8,7 @@
 #include <tl/expected.hpp>
 
 #include <chrono>
+#include <optional>
 
 namespace lumora {
 
@@ -27,9 +28,9 @@ public:
     /// What the status area shows, as one JSON object.
     [[nodiscard]] tl::expected<QString, Failure> status();
 
-    /// Has the program fetch the briefing, and waits for the end of that. The value is the
-    /// failure's message, empty on success.
-    [[nodiscard]] tl::expected<QString, Failure> refresh();
+    /// Has the program fetch the briefing, and waits for the end of that. The value is the fetch's
+    /// failure message, which may be empty; absent on success.
+    [[nodiscard]] tl::expected<std::optional<QString>, Failure> refresh();
 
     /// Has the program open its panel. The token lets it come to the front; empty: there is none.
     [[nodiscard]] tl::expected<void, Failure> open(const QByteArray& activationToken);

@@ -35,10 +35,11 @@ QString CommandServer::Status() {
     return m_handlers.status();
 }
 
-QString CommandServer::Refresh() {
+// The results are those of the reply that follows.
+bool CommandServer::Refresh(QString&) {
     setDelayedReply(true);
-    m_handlers.refresh([bus = m_bus, call = message()](const QString& message) {
-        bus.send(call.createReply(message));
+    m_handlers.refresh([bus = m_bus, call = message()](const std::optional<QString>& failure) {
+        bus.send(call.createReply({!failure, failure.value_or(QString())}));
     });
     return {};
 }

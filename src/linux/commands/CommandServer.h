@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace lumora {
 
@@ -20,8 +21,8 @@ inline const QString commandInterface = QStringLiteral("com.lumora.app");
 struct CommandHandlers {
     std::function<QString()> status; ///< the status as one JSON object
 
-    /// Refreshes and then calls `done` with the failure's message, empty on success.
-    std::function<void(std::function<void(QString)> done)> refresh;
+    /// Refreshes and then calls `done` with the failure's message, absent on success.
+    std::function<void(std::function<void(std::optional<QString>)> done)> refresh;
 
     /// Opens the panel; the token is empty where the caller had none, here and below.
     std::function<void(QByteArray activationToken)> open;
@@ -50,7 +51,7 @@ public:
 
     // The methods of the D-Bus interface.
     QString Status();
-    QString Refresh();
+    bool Refresh(QString& message);
     void Open(const QString& activationToken);
     void Hide();
     void Toggle(const QString& activationToken);

@@ -82,10 +82,10 @@ void HttpExchange::close() {
 
 void HttpExchange::sendHop() {
     if (!isHttp(m_request.url))
-        return end(failed(u"The address is no http or https address"_s));
+        return end(refused(u"The address is no http or https address"_s));
     auto request = networkRequest(m_request, m_limits.inactivity);
     if (!request)
-        return end(failed(request.error()));
+        return end(refused(request.error()));
     if (m_trust)
         request->setSslConfiguration(*m_trust);
 

@@ -37,6 +37,8 @@ HttpOutcome outcomeOf(const QNetworkReply& reply, const QByteArray& body) {
     switch (error) {
     case QNetworkReply::OperationCanceledError: // Qt's own reaction to silence
         return timedOut();
+    case QNetworkReply::UnknownContentError: // Qt's text says nothing behind its colon
+        return failed(u"The answer is compressed and damaged"_s);
     case QNetworkReply::ContentReSendError: // closed unanswered, see OneShotUpload
     case QNetworkReply::RemoteHostClosedError:
         return failed(u"Connection closed"_s);
@@ -54,6 +56,10 @@ HttpOutcome timedOut() {
 
 HttpOutcome failed(const QString& description) {
     return tl::unexpected(TransportError{TransportError::Kind::Failed, description});
+}
+
+HttpOutcome refused(const QString& description) {
+    return tl::unexpected(TransportError{TransportError::Kind::Refused, description});
 }
 
 } // namespace lumora

@@ -16,4 +16,7 @@ namespace lumora {
 /// The outcome of an exchange that failed, described as `description`.
 [[nodiscard]] HttpOutcome failed(const QString& description);
 
+/// The outcome of a request that cannot be sent, described as `description`.
+[[nodiscard]] HttpOutcome refused(const QString& description);
+
 } // namespace lumora

@@ -17,6 +17,27 @@ const QByteArray sessionVariable = "DESKTOP_SESSION";
 const QByteArray gnomeVariable = "GNOME_DESKTOP_SESSION_ID";
 const QByteArray kdeVariable = "KDE_FULL_SESSION";
 
+const QByteArray noProxyVariable = "no_proxy";
+
+// Each in the spelling that everybody reads, and in the one that some do not. The capitals of
+// http_proxy are left out, as elsewhere: requests to a web server can set them.
+const QList<std::pair<QByteArray, QByteArray>> proxyVariables = {
+    {"http_proxy", {}},
+    {"https_proxy", "HTTPS_PROXY"},
+    {"all_proxy", "ALL_PROXY"},
+    {noProxyVariable, "NO_PROXY"},
+};
+
+/// Those of the variables that are set.
+Environment presentVariables(const QList<QByteArray>& names) {
+    Environment environment;
+    for (const auto& name : names) {
+        if (qEnvironmentVariableIsSet(name.constData()))
+            environment.insert(name, qgetenv(name.constData()));
+    }
+    return environment;
+}
+
 /// Whether the toolkit would look for the GTK theme by itself.
 bool isGtkDesktop(const Environment& environment) {
     static const QList<QByteArray> gtkDesktops = {"GNOME", "X-CINNAMON", "PANTHEON", "UNITY",
@@ -50,14 +71,32 @@ Environment startupOverrides(const Environment& environment) {
     return overrides;
 }
 
-StartupEnvironment::StartupEnvironment() {
-    Environment environment;
-    for (const auto& name :
-         {platformVariable, themeVariable, desktopVariable, displayVariable, sessionVariable,
-          gnomeVariable, kdeVariable}) {
-        if (qEnvironmentVariableIsSet(name.constData()))
-            environment.insert(name, qgetenv(name.constData()));
+Environment completedProxies(const Environment& environment) {
+    Environment completed;
+    for (const auto& [name, capitals] : proxyVariables) {
+        const QByteArray present = environment.value(name);
+        QByteArray wanted = (present.isEmpty() ? environment.value(capitals) : present).trimmed();
+        if (name != noProxyVariable && !wanted.isEmpty() && !wanted.contains("://"))
+            wanted.prepend("http://");
+        if (!wanted.isEmpty() && wanted != present)
+            completed.insert(name, wanted);
     }
+    return completed;
+}
+
+void completeProxyVariables() {
+    QList<QByteArray> names;
+    for (const auto& [name, capitals] : proxyVariables)
+        names << name << capitals;
+    const Environment completed = completedProxies(presentVariables(names));
+    for (auto it = completed.cbegin(); it != completed.cend(); ++it)
+        qputenv(it.key().constData(), it.value());
+}
+
+StartupEnvironment::StartupEnvironment() {
+    const Environment environment = presentVariables(
+        {platformVariable, themeVariable, desktopVariable, displayVariable, sessionVariable,
+         gnomeVariable, kdeVariable});
     const Environment overrides = startupOverrides(environment);
     for (auto it = overrides.cbegin(); it != overrides.cend(); ++it) {
         const auto previous = environment.constFind(it.key());

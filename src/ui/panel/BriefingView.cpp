@@ -91,7 +91,7 @@ void BriefingView::readFolding() {
 void BriefingView::render(const PanelValues& values) {
     const Briefing& briefing = *values.lastGood;
     m_failure->setMessage(values.state.failureMessage());
-    m_actionError->setMessage(values.actionError.value_or(QString()));
+    m_actionError->setMessage(values.actionError);
 
     const auto upcoming = PanelTexts::upcomingEvents(briefing, values.now);
     m_events->setSummary(PanelTexts::eventsSummary(briefing, upcoming));

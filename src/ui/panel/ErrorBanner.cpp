@@ -18,6 +18,11 @@ namespace {
 constexpr double bannerSpacing = 6; // points
 constexpr int wrapping = Qt::TextWrapAnywhere | Qt::TextWordWrap;
 
+/// What screen readers say of `message`; the triangle has a name of its own where it stands alone.
+QString spoken(const QString& message) {
+    return message.trimmed().isEmpty() ? u"Warning"_s : message;
+}
+
 } // namespace
 
 ErrorBanner::ErrorBanner(const ThemeSource& themes, QMargins padding, QWidget* parent)
@@ -34,16 +39,16 @@ ErrorBanner::ErrorBanner(const ThemeSource& themes, QMargins padding, QWidget* p
     hide();
 }
 
-void ErrorBanner::setMessage(const QString& message) {
+void ErrorBanner::setMessage(const std::optional<QString>& message) {
     if (m_message == message)
         return;
     m_message = message;
-    setAccessibleName(message);
+    setAccessibleName(message ? spoken(*message) : QString());
     const bool wasVisible = isVisible();
-    setVisible(!message.isEmpty());
+    setVisible(message.has_value());
     updateGeometry();
     update();
-    if (message.isEmpty())
+    if (!message)
         return;
     tell(QAccessible::Alert);
     // Where alerts are not passed on, screen readers read those that come into view.
@@ -64,7 +69,7 @@ QRectF ErrorBanner::textRect(double width) const {
     const double free = width - margins.left() - margins.right() - before;
     const bool fromLeft = layoutDirection() == Qt::LeftToRight;
     const QRectF room(margins.left() + (fromLeft ? before : 0), 0, std::max(1.0, free), 1e6);
-    QRectF rect = metrics.boundingRect(room, wrapping, m_message);
+    QRectF rect = metrics.boundingRect(room, wrapping, m_message.value_or(QString()));
     rect.setLeft(room.left());
     rect.setRight(room.right());
     // One line stands in the middle of the symbol.
@@ -74,7 +79,7 @@ QRectF ErrorBanner::textRect(double width) const {
 
 int ErrorBanner::heightForWidth(int width) const {
     // A box layout asks hidden widgets too.
-    if (m_message.isEmpty())
+    if (!m_message)
         return 0;
     const double edge = symbolEdge(TextRole::Caption, m_themes.theme());
     const double bottom = std::max(contentsMargins().top() + edge, textRect(width).bottom());
@@ -98,7 +103,8 @@ void ErrorBanner::paintEvent(QPaintEvent*) {
         {.tint = color});
     painter.setFont(theme.font(TextRole::Caption));
     painter.setPen(color);
-    painter.drawText(textRect(width()), wrapping, m_message);
+    const int side = Qt::AlignAbsolute | (fromLeft ? Qt::AlignLeft : Qt::AlignRight);
+    painter.drawText(textRect(width()), wrapping | side, m_message.value_or(QString()));
 }
 
 } // namespace lumora

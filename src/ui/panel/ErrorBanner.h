@@ -6,10 +6,13 @@
 #include <QAccessible>
 #include <QWidget>
 
+#include <optional>
+
 namespace lumora {
 
 /// A warning triangle and a message, which wraps rather than being cut: it is the only place where
-/// the user learns what went wrong. Announced to screen readers when its message changes.
+/// the user learns what went wrong. Where the message is empty the triangle stands alone. Announced
+/// to screen readers when its message changes.
 class ErrorBanner : public QWidget, public SpokenAs<SpokenRole::Alert> {
     Q_OBJECT
 
@@ -17,10 +20,10 @@ public:
     /// `padding` is in points; `themes` must outlive the banner.
     ErrorBanner(const ThemeSource& themes, QMargins padding, QWidget* parent = nullptr);
 
-    /// Shows `message`; an empty one hides the banner.
-    void setMessage(const QString& message);
+    /// Shows `message`, an empty one too; absent hides the banner.
+    void setMessage(const std::optional<QString>& message);
 
-    const QString& message() const { return m_message; }
+    const std::optional<QString>& message() const { return m_message; }
 
     bool hasHeightForWidth() const override { return true; }
 
@@ -36,7 +39,7 @@ private:
 
     const ThemeSource& m_themes;
     QMargins m_padding; ///< points
-    QString m_message;
+    std::optional<QString> m_message;
 };
 
 } // namespace lumora

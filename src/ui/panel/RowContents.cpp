@@ -201,23 +201,30 @@ RowContent spendingPaceRow(const Spending& spending) {
     return row;
 }
 
-double iconColumn(const std::vector<Bucket>& buckets, const Theme& theme) {
+BucketColumns bucketColumns(const std::vector<Bucket>& buckets, const Theme& theme) {
+    BucketColumns columns;
     QStringList icons;
-    for (const Bucket& bucket : buckets)
+    for (const Bucket& bucket : buckets) {
         icons += bucket.icon;
-    return std::min(widestOf(icons, caption(), theme), widestIconColumn);
+        columns.bars = columns.bars || parseCssColor(bucket.color);
+    }
+    columns.icons = std::min(widestOf(icons, caption(), theme), widestIconColumn);
+    return columns;
 }
 
-RowContent bucketRow(const Bucket& bucket, double icons, const QLocale& locale) {
+RowContent
+bucketRow(const Bucket& bucket, const BucketColumns& columns, const QLocale& locale) {
     RowContent row;
     if (const auto color = parseCssColor(bucket.color)) {
         row.items.push_back(RowItem::bar(
             QColor::fromRgbF(float(color->red), float(color->green), float(color->blue)),
             barWidth));
+    } else if (columns.bars) {
+        row.items.push_back(RowItem::bar(Qt::transparent, barWidth));
     }
     // Both come from the producer: neither may push the amount out of the row.
     RowItem icon = RowItem::shrinkingText(bucket.icon, {.role = TextRole::Caption});
-    icon.width = icons;
+    icon.width = columns.icons;
     row.items.push_back(icon);
     row.items.push_back(RowItem::shrinkingText(bucket.label, {}));
     row.items.push_back(RowItem::space(leastGapBeforeAmount));

@@ -45,12 +45,17 @@ struct TimeCell {
 /// The pace against last month. Arrow and colour follow the sign alone, however small the change.
 [[nodiscard]] RowContent spendingPaceRow(const Spending& spending);
 
-/// The width in points of the column for the icons of `buckets`, which differ in width.
-[[nodiscard]] double iconColumn(const std::vector<Bucket>& buckets, const Theme& theme);
+/// What stands before the labels of all buckets, so that these line up.
+struct BucketColumns {
+    bool bars = false; ///< at least one bucket has a bar
+    double icons = 0;  ///< the width of the widest icon, points
+};
 
-/// One bucket, its icon in a column of `icons` points; a colour code that means nothing only leaves
-/// the bar out.
-[[nodiscard]] RowContent bucketRow(const Bucket& bucket, double icons, const QLocale& locale);
+[[nodiscard]] BucketColumns bucketColumns(const std::vector<Bucket>& buckets, const Theme& theme);
+
+/// One bucket; a colour code that means nothing only leaves the bar out.
+[[nodiscard]] RowContent
+bucketRow(const Bucket& bucket, const BucketColumns& columns, const QLocale& locale);
 
 /// The note below figures that are not of today.
 [[nodiscard]] RowContent spendingAsOfRow(const Spending& spending);

@@ -70,12 +70,12 @@ void SpendingFigures::render(const Spending& spending, bool refreshing) {
     m_pace->setSpokenContent(spendingPaceRow(spending));
     m_asOf->setSpokenContent(spendingAsOfRow(spending));
     m_asOf->setVisible(spending.stale);
-    const double icons = iconColumn(spending.top, m_themes.theme());
+    const BucketColumns columns = bucketColumns(spending.top, m_themes.theme());
     m_buckets.reconcile(
         spending.top, [](const Bucket& bucket) { return bucket.bucket; },
         [this] { return new PaintedRow(m_themes, PanelMetrics::besideRows, this); },
         [&](PaintedRow& row, const Bucket& bucket) {
-            row.setSpokenContent(bucketRow(bucket, icons, locale));
+            row.setSpokenContent(bucketRow(bucket, columns, locale));
         });
     showRefreshing(refreshing);
 }

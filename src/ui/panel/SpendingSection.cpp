@@ -13,7 +13,7 @@ namespace lumora {
 SpendingSection::SpendingSection(const ThemeSource& themes, QWidget* parent)
     : QWidget(parent)
     , m_themes(themes)
-    , m_reveal(new RowButton(themes, PanelMetrics::clickableRow, this)) {
+    , m_reveal(new RowButton(themes, PanelMetrics::besideRows, this)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(m_reveal);

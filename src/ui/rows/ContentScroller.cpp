@@ -1,6 +1,7 @@
 #include "ui/rows/ContentScroller.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -134,6 +135,10 @@ bool ContentScroller::eventFilter(QObject* watched, QEvent* event) {
         Q_EMIT contentChanged();
     }
     return handled;
+}
+
+void ContentScroller::keyPressEvent(QKeyEvent* event) {
+    event->ignore(); // what the arrow keys lead to is not for this to say
 }
 
 void ContentScroller::resizeEvent(QResizeEvent* event) {

@@ -144,6 +144,7 @@ RowGeometry layOutRow(
     const RowContent& content, const Theme& theme, double width, Qt::LayoutDirection direction) {
     const bool onBaseline = content.alignment == RowContent::Alignment::FirstBaseline;
     RowGeometry geometry;
+    geometry.direction = direction;
     for (const RowItem& item : content.items)
         geometry.baseline = std::max(geometry.baseline, ascentOf(item, theme));
 

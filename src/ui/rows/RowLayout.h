@@ -14,6 +14,7 @@ struct RowGeometry {
     std::vector<QRectF> items; ///< one per item, in order
     double baseline = 0;       ///< of the first text line
     double height = 0;
+    Qt::LayoutDirection direction = Qt::LeftToRight; ///< in which the items follow each other
 
     bool operator==(const RowGeometry&) const = default;
 };

@@ -4,6 +4,7 @@
 #include "ui/rows/TextDrawing.h"
 
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPixmapCache>
 
@@ -36,8 +37,10 @@ QPixmap symbolPixmap(const QString& name, int pixels, const SymbolStyle& style) 
     return pixmap;
 }
 
-void paintTexts(QPainter& painter, const QRectF& rect, const RowItem& item, const Theme& theme) {
-    const bool fromRight = painter.layoutDirection() == Qt::RightToLeft;
+void paintTexts(
+    QPainter& painter, const QRectF& rect, const RowItem& item, const Theme& theme,
+    Qt::LayoutDirection direction) {
+    const bool fromRight = direction == Qt::RightToLeft;
     double top = rect.top();
     for (const TextLine& line : item.lines) {
         const QFontMetricsF metrics(theme.font(line.style.role, line.style.weight));
@@ -84,7 +87,8 @@ void paintSpinner(QPainter& painter, const QRectF& square, const QColor& color, 
 
 void paintSymbol(
     QPainter& painter, const QRectF& square, const QString& name, const SymbolStyle& style) {
-    const double ratio = painter.device()->devicePixelRatioF();
+    // Of what is painted on in the end, which may be a picture of the widget.
+    const double ratio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
     const QPixmap pixmap = symbolPixmap(name, int(std::lround(square.width() * ratio)), style);
     if (style.rotation == 0) {
         // On a device pixel: anywhere else the drawing would blur.
@@ -129,7 +133,7 @@ void paintRow(
         const QRectF rect = geometry.items[i].translated(origin);
         switch (item.kind) {
         case RowItem::Kind::Text:
-            paintTexts(painter, rect, item, theme);
+            paintTexts(painter, rect, item, theme, geometry.direction);
             break;
         case RowItem::Kind::Symbol:
             paintSymbolItem(painter, rect, item, theme);

@@ -8,7 +8,7 @@ class QPainter;
 
 namespace lumora {
 
-/// Draws a laid-out row with its top left corner at `origin`, in the painter's direction.
+/// Draws a laid-out row with its top left corner at `origin`.
 void paintRow(
     QPainter& painter, const QPointF& origin, const RowContent& content,
     const RowGeometry& geometry, const Theme& theme);

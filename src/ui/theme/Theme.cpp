@@ -119,10 +119,13 @@ Theme::Theme(const QPalette& desktopPalette, const QFont& baseFont)
         m_background = background;
         m_primary = text;
     }
-    const QColor accent = desktopPalette.color(QPalette::Highlight);
+    setAccent(desktopPalette.color(QPalette::Highlight));
+    fitToBackground();
+}
+
+void Theme::setAccent(const QColor& accent) {
     if (contrastRatio(accent, m_background) >= readableSymbol)
         m_accent = accent;
-    fitToBackground();
 }
 
 void Theme::fitToBackground() {

@@ -40,6 +40,9 @@ public:
     /// can be read against each other.
     Theme(const QPalette& desktopPalette, const QFont& baseFont);
 
+    /// Takes `accent` for what stands out, if symbols of it can be read on the background.
+    void setAccent(const QColor& accent);
+
     ColorScheme scheme() const { return m_scheme; }
 
     /// Divider, hover and the greys carry their opacity: they are meant to lie on the background.

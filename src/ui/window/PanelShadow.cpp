@@ -1,6 +1,7 @@
 #include "ui/window/PanelShadow.h"
 
 #include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
 
 #include <algorithm>
@@ -72,7 +73,7 @@ QMargins PanelShadow::margins() {
 }
 
 void PanelShadow::paint(QPainter& painter, const QRect& panel, int radius) {
-    const qreal scale = painter.device()->devicePixelRatioF();
+    const qreal scale = painter.paintEngine()->paintDevice()->devicePixelRatioF();
     if (m_tile.isNull() || m_radius != radius || m_tile.devicePixelRatio() != scale) {
         m_tile = renderTile(radius, scale);
         m_radius = radius;

@@ -38,6 +38,12 @@ TEST_F(JoinedAppearanceTest, BelievesTheFirstThatStatesAWish) {
     EXPECT_EQ(joined.wishes(), (Wishes{.colorScheme = Preference::Light, .font = inter}));
 }
 
+TEST_F(JoinedAppearanceTest, PassesOnTheAccent) {
+    const DesktopColor orange{.red = 1, .green = 0.5};
+    EXPECT_EQ(join({.accent = orange}, {.font = inter}).wishes().accent, orange);
+    EXPECT_EQ(join({.font = inter}, {.accent = orange}).wishes().accent, orange);
+}
+
 TEST_F(JoinedAppearanceTest, FollowsItsSources) {
     const auto joined = join({}, {.font = inter, .animations = false});
     const QSignalSpy changed(&joined, &DesktopAppearance::changed);

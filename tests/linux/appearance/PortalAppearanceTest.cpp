@@ -26,7 +26,7 @@ protected:
         PrivateBus bus;
         FakePortal portal(bus.connect(), settings);
         const PortalAppearance appearance(bus.connect());
-        EXPECT_TRUE(QTest::qWaitFor([&] { return portal.reads == 4; }, patience));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return portal.reads == 5; }, patience));
         // It comes after all the answers.
         portal.change(common, u"color-scheme"_s, 1U);
         EXPECT_TRUE(
@@ -36,6 +36,8 @@ protected:
 
     PrivateBus m_bus;
 };
+
+using Accent = std::optional<DesktopColor>;
 
 } // namespace
 
@@ -85,4 +87,35 @@ TEST_F(PortalAppearanceTest, FollowsChanges) {
     ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(appearance.wishes().animations, std::nullopt);
     EXPECT_EQ(appearance.colorScheme(), DesktopAppearance::Preference::Light);
+}
+
+TEST_F(PortalAppearanceTest, ReadsAndFollowsTheAccent) {
+    FakePortal portal(
+        m_bus.connect(), {{common + u" accent-color"_s, FakePortal::color(1, 0.5, 0)}});
+    PortalAppearance appearance(m_bus.connect());
+    QSignalSpy changed(&appearance, &DesktopAppearance::changed);
+    ASSERT_TRUE(changed.wait(patience));
+    EXPECT_EQ(appearance.wishes().accent, Accent({.red = 1, .green = 0.5, .blue = 0}));
+
+    portal.change(common, u"accent-color"_s, FakePortal::color(0, 0.25, 1));
+    ASSERT_TRUE(changed.wait(patience));
+    EXPECT_EQ(appearance.wishes().accent, Accent({.red = 0, .green = 0.25, .blue = 1}));
+}
+
+TEST_F(PortalAppearanceTest, WhatIsNoColourIsNoAccent) {
+    FakePortal portal(m_bus.connect(), {});
+    PortalAppearance appearance(m_bus.connect());
+    QSignalSpy changed(&appearance, &DesktopAppearance::changed);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return portal.reads == 5; }, patience));
+    for (const QVariant& value :
+         {FakePortal::color(-0.01, 0, 0), FakePortal::color(0, 1.01, 0),
+          FakePortal::color(0, 0, qQNaN()), QVariant(u"orange"_s), QVariant(3.0),
+          QVariant(QVariantList{0.1, 0.2, 0.3})}) {
+        portal.change(common, u"accent-color"_s, FakePortal::color(0.5, 0.5, 0.5));
+        ASSERT_TRUE(changed.wait(patience));
+        ASSERT_TRUE(appearance.wishes().accent);
+        portal.change(common, u"accent-color"_s, value);
+        ASSERT_TRUE(changed.wait(patience));
+        EXPECT_EQ(appearance.wishes().accent, std::nullopt);
+    }
 }

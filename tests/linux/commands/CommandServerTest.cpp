@@ -38,14 +38,18 @@ protected:
         return client.asyncCall(message);
     }
 
-    static QString answer(const QDBusPendingCall& pending) {
+    static QVariantList answers(const QDBusPendingCall& pending) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }, patience));
-        return QDBusPendingReply<QString>(pending).value();
+        return pending.reply().arguments();
+    }
+
+    static QString answer(const QDBusPendingCall& pending) {
+        return answers(pending).value(0).toString();
     }
 
     PrivateBus bus;
     QDBusConnection client = bus.connect();
-    std::function<void(QString)> finishRefresh;
+    std::function<void(std::optional<QString>)> finishRefresh;
     QByteArrayList calls; ///< what concerns windows, with the tokens
     int quits = 0;
 };
@@ -65,7 +69,18 @@ TEST_F(CommandServerTest, ARefreshAnswersWhenItHasEnded) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return bool(finishRefresh); }, patience));
     EXPECT_FALSE(pending.isFinished());
     finishRefresh(u"Server error (503)"_s);
-    EXPECT_EQ(answer(pending), u"Server error (503)"_s);
+    EXPECT_EQ(answers(pending), (QVariantList{false, u"Server error (503)"_s}));
+}
+
+TEST_F(CommandServerTest, ARefreshTellsOfItsSuccessApartFromItsMessage) {
+    CommandServer server(handlers(), bus.connect());
+    ASSERT_TRUE(server.claim());
+    for (const std::optional<QString>& failure : {std::optional(u""_s), std::optional<QString>()}) {
+        const auto pending = call(u"Refresh"_s);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return bool(finishRefresh); }, patience));
+        std::exchange(finishRefresh, nullptr)(failure);
+        EXPECT_EQ(answers(pending), (QVariantList{!failure, QString()}));
+    }
 }
 
 TEST_F(CommandServerTest, PassesOnWhatConcernsWindows) {

@@ -28,7 +28,7 @@ inline HttpOutcome fetch(HttpRequest request, HttpLimits limits = {}) {
 inline std::string summary(const HttpOutcome& outcome) {
     if (outcome)
         return std::to_string(outcome->status) + " " + outcome->body.left(40).toStdString();
-    const std::string kinds[] = {"failed: ", "too large: ", "no HTTP: "};
+    const std::string kinds[] = {"failed: ", "refused: ", "too large: ", "no HTTP: "};
     return kinds[static_cast<int>(outcome.error().kind)] +
            outcome.error().description.toStdString();
 }

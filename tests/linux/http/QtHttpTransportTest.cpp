@@ -95,6 +95,32 @@ TEST(QtHttpTransport, AServerThatClosesAfterAnInterimAnswerSeesTheRequestOnce) {
     EXPECT_EQ(server.requests().size(), 2);
 }
 
+TEST(QtHttpTransport, AnInterimAnswerIsPassedOver) {
+    const QByteArray once = "HTTP/1.1 100 Continue\r\n\r\n";
+    for (const QByteArray& interim : {once, once + once + once}) {
+        ScriptedServer server(
+            ScriptedServer::always(interim + ScriptedServer::answer("200 OK", "x")));
+        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "200 x");
+        EXPECT_EQ(server.requests().size(), 1);
+    }
+}
+
+// Qt passes over status 100 alone and closes its ears at any other.
+TEST(QtHttpTransport, AnInterimAnswerOfAnotherKindIsTakenForTheAnswer) {
+    const QByteArray hints = "HTTP/1.1 103 Early Hints\r\nLink: </a>; rel=preload\r\n\r\n";
+    const std::pair<QByteArray, std::string> rows[] = {
+        {"HTTP/1.1 102 Processing\r\n\r\n", "102 "},
+        {hints, "103 "},
+        {hints + hints, "103 "},
+    };
+    for (const auto& [interim, taken] : rows) {
+        ScriptedServer server(
+            ScriptedServer::always(interim + ScriptedServer::answer("200 OK", "x")));
+        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), taken);
+        EXPECT_EQ(server.requests().size(), 1);
+    }
+}
+
 TEST(QtHttpTransport, AServerThatResetsTheConnectionSeesTheRequestOnce) {
     ScriptedServer server([](QTcpSocket& connection, const QByteArray&) { connection.abort(); });
     EXPECT_FALSE(fetch(get(server.url(u"/"_s))));
@@ -152,7 +178,8 @@ TEST(QtHttpTransport, SomethingOtherThanHttpIsNoAnswer) {
 TEST(QtHttpTransport, ABrokenCompressionIsAFailure) {
     ScriptedServer server(ScriptedServer::always(
         ScriptedServer::answer("200 OK", "no zlib at all", "Content-Encoding: gzip\r\n")));
-    EXPECT_FALSE(fetch(get(server.url(u"/"_s))));
+    EXPECT_EQ(
+        summary(fetch(get(server.url(u"/"_s)))), "failed: The answer is compressed and damaged");
     EXPECT_EQ(server.requests().size(), 1);
 }
 
@@ -169,7 +196,7 @@ TEST(QtHttpTransport, OnlyHttpAddressesAreAsked) {
     for (const QString& text :
          {u"file:///etc/hostname"_s, u"data:,x"_s, u"https:///x"_s, u"example.com/x"_s}) {
         EXPECT_EQ(
-            summary(fetch(get(QUrl(text)))), "failed: The address is no http or https address");
+            summary(fetch(get(QUrl(text)))), "refused: The address is no http or https address");
     }
 }
 
@@ -177,7 +204,7 @@ TEST(QtHttpTransport, AHeaderStaysOnItsLine) {
     ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "")));
     HttpRequest request = get(server.url(u"/"_s));
     request.headers[0].second = "T\r\nX-Other: 1";
-    EXPECT_EQ(summary(fetch(request)), "failed: The header X-Api-Key contains a line break");
+    EXPECT_EQ(summary(fetch(request)), "refused: The header X-Api-Key contains a line break");
     EXPECT_TRUE(server.requests().isEmpty());
 
     request.headers[0].second = " T\n";

@@ -52,7 +52,7 @@ void movePointer(QWidget& widget, bool inside) {
 TEST_F(ActionRowsTest, ARowIsPaddedFourByThree) {
     render({habit(u"read"_s, u"Read"_s)});
     ActionRow& row = *rows().front();
-    EXPECT_EQ(ActionRow::padding, QMargins(4, 3, 4, 3));
+    EXPECT_EQ(row.contentsMargins(), QMargins(4, 3, 4, 3));
     const RowGeometry inside = row.itemGeometry();
     EXPECT_EQ(row.height(), int(inside.height) + 3 + 3);
     EXPECT_DOUBLE_EQ(inside.items.back().right(), row.width() - 4 - 4);

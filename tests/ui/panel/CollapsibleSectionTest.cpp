@@ -40,7 +40,7 @@ private:
 class Content final : public QWidget {
 public:
     explicit Content(const ThemeSource& themes)
-        : button(new RowButton(themes, {}, RowButton::Highlight::None, this)) {}
+        : button(new RowButton(themes, {}, this)) {}
 
     QSize sizeHint() const override { return {100, contentHeight}; }
 
@@ -81,8 +81,9 @@ protected:
 
 TEST_F(StillSectionTest, ExpandedShowsItsContentSixBelowTheHeader) {
     EXPECT_EQ(textsOf(m_section.header()->content()), QStringList{u"CHORES DUE"_s});
-    EXPECT_EQ(m_content->mapTo(&m_section, QPoint()).y() - headerHeight(), 6);
-    EXPECT_EQ(height(), headerHeight() + 6 + contentHeight);
+    const int below = m_section.header()->contentsMargins().bottom();
+    EXPECT_EQ(m_content->mapTo(&m_section, QPoint()).y() - headerHeight() + below, 6);
+    EXPECT_EQ(height(), headerHeight() - below + 6 + contentHeight);
     EXPECT_EQ(m_content->height(), contentHeight);
     EXPECT_DOUBLE_EQ(chevron(), 0);
     EXPECT_EQ(m_section.header()->toolTip(), u"Collapse Chores due"_s);

@@ -110,8 +110,11 @@ TEST_F(EventsBodyTest, TitlesLineUpAndButtonsStandAtTheEdge) {
         EXPECT_DOUBLE_EQ(geometry.items.at(1).left(), 66);
     }
     const EventRow* row = rows().front();
-    EXPECT_EQ(row->joinButton()->geometry().right(), row->rect().right());
-    EXPECT_EQ(row->joinButton()->x() - (row->texts()->geometry().right() + 1), 8);
+    const RowButton* join = row->joinButton();
+    const QRect face = join->contentsRect().translated(join->mapTo(&m_body, QPoint()));
+    EXPECT_EQ(face.right() + 1, m_body.width() - 4);
+    const QRect texts = row->texts()->contentsRect();
+    EXPECT_EQ(face.left() - row->texts()->mapTo(&m_body, texts.topRight()).x() - 1, 8);
 }
 
 TEST_F(EventsBodyTest, ALongTitleLeavesTheButtonInItsPlace) {

@@ -19,15 +19,15 @@ TEST_F(PanelControlsTest, TheFooterIsPaddedTwelveByEight) {
     const QRect footer = inPanel(m_panel.view.footer());
     int tallest = 0;
     for (const auto* button : buttons) {
-        tallest = std::max(tallest, button->height());
+        tallest = std::max(tallest, contentInPanel(button).height());
         for (const RowItem& item : button->content().items) {
             const TextStyle style = item.lines.empty() ? item.style : item.lines.front().style;
             EXPECT_EQ(style.role, TextRole::Callout);
         }
     }
     EXPECT_EQ(footer.height(), tallest + 8 + 8);
-    EXPECT_EQ(inPanel(buttonNamed(m_panel.view, u"Refresh"_s)).left(), 12);
-    EXPECT_EQ(inPanel(buttonNamed(m_panel.view, u"Quit Lumora"_s)).right() + 1, 320 - 12);
+    EXPECT_EQ(contentInPanel(buttonNamed(m_panel.view, u"Refresh"_s)).left(), 12);
+    EXPECT_EQ(contentInPanel(buttonNamed(m_panel.view, u"Quit Lumora"_s)).right() + 1, 320 - 12);
 }
 
 TEST_F(PanelControlsTest, TheFootersTextsStandOnOneLine) {

@@ -165,11 +165,11 @@ TEST_F(PanelKeyboardTest, TheMarkGoesAlongWithWhatItMarks) {
     m_panel.preferences.setValue(u"section.collapsed.habits"_s, u"true"_s);
     m_panel.render();
     EXPECT_LT(ring->y(), before);
-    EXPECT_EQ(ring->y() + 3, inPanel(section(u"Chores due"_s)->header()).y());
+    EXPECT_EQ(ring->y() + 3, contentInPanel(section(u"Chores due"_s)->header()).y());
     Briefing none = fullDay();
     none.chores.top.clear();
     m_panel.show(none); // the section goes, and the keyboard to the next
-    EXPECT_EQ(ring->y() + 3, inPanel(m_panel.view.focusWidget()).y());
+    EXPECT_EQ(ring->y() + 3, contentInPanel(m_panel.view.focusWidget()).y());
 }
 
 TEST_F(PanelKeyboardTest, WhenARowGoesTheKeyboardMovesToTheNext) {
@@ -187,33 +187,49 @@ TEST_F(PanelKeyboardTest, WhatHasTheKeyboardIsScrolledIntoView) {
     Briefing briefing = fullDay();
     for (int i = 0; i < 60; ++i)
         briefing.habits.items.push_back({QString::number(i), u"Habit %1"_s.arg(i), false, 0, 1, 0});
-    auto* content = new MenuBarView(
-        {.themes = m_panel.themes, .preferences = m_panel.preferences, .clock = m_panel.clock});
-    ContentScroller scroller(m_panel.themes, content, nullptr);
-    scroller.resize(320, 400);
-    scroller.show();
-    scroller.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&scroller));
-    content->render({
-        .state = LoadState::loaded(briefing),
-        .lastGood = briefing,
-        .lastUpdated = {},
-        .pending = {},
-        .actionError = {},
-        .isConfigured = true,
-        .hasDashboard = true,
-        .now = m_panel.clock.now(),
-    });
+    m_panel.show(briefing);
+    m_panel.view.resize(320, 400);
     settle();
-    content->setFocus();
-    const QRect view(QPoint(), scroller.viewport()->size());
+    MenuBarView& view = m_panel.view;
+    const QRect header(0, 0, 320, view.scroller()->y());
+    view.setFocus();
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Tab, Qt::Key_End, Qt::Key_Home}) {
         for (int i = 0; i < 40; ++i) {
-            QTest::keyClick(scroller.focusWidget(), key);
-            QWidget* widget = scroller.focusWidget();
-            const QRect place(widget->mapTo(scroller.viewport(), QPoint()), widget->size());
-            ASSERT_TRUE(view.contains(place)) << widget->accessibleName().toStdString();
+            QTest::keyClick(view.focusWidget(), key);
+            const QRect place = inPanel(view.focusWidget());
+            ASSERT_TRUE(view.rect().contains(place));
+            const bool scrolls = view.scroller()->isAncestorOf(view.focusWidget());
+            ASSERT_TRUE(!scrolls || view.scroller()->geometry().contains(place))
+                << view.focusWidget()->accessibleName().toStdString();
         }
     }
-    EXPECT_EQ(scroller.verticalScrollBar()->value(), 0);
+    EXPECT_EQ(view.scroller()->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(PanelKeyboardTest, PagesScrollWhatIsInTheMiddle) {
+    m_panel.show(fullDay());
+    m_panel.view.resize(320, 300);
+    settle();
+    ContentScroller* scroller = m_panel.view.scroller();
+    ASSERT_TRUE(scroller->isScrollable());
+    QTest::keyClick(&m_panel.view, Qt::Key_PageDown);
+    EXPECT_GT(scroller->verticalScrollBar()->value(), 0);
+    QTest::keyClick(&m_panel.view, Qt::Key_PageUp);
+    EXPECT_EQ(scroller->verticalScrollBar()->value(), 0);
+    QTest::keyClick(&m_panel.view, Qt::Key_PageDown);
+    m_panel.view.scrollToTop();
+    EXPECT_EQ(scroller->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(PanelKeyboardTest, TheMarkIsNotSeenWhereWhatItMarksIsScrolledAway) {
+    m_panel.show(fullDay());
+    m_panel.view.resize(320, 300);
+    settle();
+    press(Qt::Key_Home);
+    focus(u"Next up"_s);
+    const auto* ring = m_panel.view.findChild<FocusRing*>();
+    EXPECT_EQ(ring->mask().boundingRect(), ring->rect());
+    QScrollBar* bar = m_panel.view.scroller()->verticalScrollBar();
+    bar->setValue(bar->maximum());
+    EXPECT_FALSE(ring->mask().intersects(ring->rect()));
 }

@@ -6,6 +6,21 @@ using namespace lumora;
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Whether something is painted at the left end of `banner`, in a place as wide as high.
+bool showsItsSymbol(ErrorBanner& banner) {
+    const QImage image = painted(banner);
+    const int left = banner.contentsMargins().left();
+    int solid = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = left; x < left + image.height(); ++x)
+            solid += image.pixelColor(x, y).alpha() > 100 ? 1 : 0;
+    return solid > 20;
+}
+
+} // namespace
+
 using PanelMessagesTest = PanelTest;
 
 TEST_F(PanelMessagesTest, SaysThatItIsLoading) {
@@ -64,7 +79,7 @@ TEST_F(PanelMessagesTest, ALaterFailureStandsAboveTheLastGoodBriefing) {
     EXPECT_EQ(titles().size(), 4);
     for (const auto* banner : shown<ErrorBanner>(m_panel.view)) {
         EXPECT_LT(inPanel(banner).bottom(), inPanel(section(u"Next up"_s)).top());
-        EXPECT_EQ(banner->accessibleName(), banner->message());
+        EXPECT_EQ(banner->accessibleName(), *banner->message());
     }
     EXPECT_FALSE(placeholder()->isVisible());
 
@@ -72,6 +87,23 @@ TEST_F(PanelMessagesTest, ALaterFailureStandsAboveTheLastGoodBriefing) {
     m_panel.state = LoadState::loaded(fullDay());
     m_panel.render();
     EXPECT_EQ(banners(), QStringList());
+}
+
+TEST_F(PanelMessagesTest, AFailureWithoutAMessageIsSeenAndSpokenAllTheSame) {
+    m_panel.state = LoadState::failed({});
+    m_panel.render();
+    ASSERT_EQ(banners(), QStringList{QString()});
+    EXPECT_TRUE(showsItsSymbol(*shown<ErrorBanner>(m_panel.view).front()));
+
+    m_panel.show(fullDay());
+    m_panel.state = LoadState::failed({});
+    m_panel.actionError = u" "_s;
+    m_panel.render();
+    ASSERT_EQ(banners(), (QStringList{QString(), u" "_s}));
+    for (auto* banner : shown<ErrorBanner>(m_panel.view)) {
+        EXPECT_EQ(banner->accessibleName(), u"Warning"_s);
+        EXPECT_TRUE(showsItsSymbol(*banner));
+    }
 }
 
 TEST_F(PanelMessagesTest, ALongFailureIsReadWhole) {
@@ -82,7 +114,7 @@ TEST_F(PanelMessagesTest, ALongFailureIsReadWhole) {
     const auto* banner = shown<ErrorBanner>(m_panel.view).front();
     const QFontMetrics metrics(m_panel.themes.theme().font(TextRole::Caption));
     EXPECT_GE(banner->height(), 3 * metrics.height());
-    EXPECT_EQ(m_panel.view.height(), before + banner->height() + 12);
+    EXPECT_EQ(m_panel.view.height(), before + banner->contentsRect().height() + 12);
 }
 
 TEST_F(PanelMessagesTest, TheBannerIsOrange) {

@@ -39,8 +39,14 @@ Spending spending(std::optional<double> deltaFraction) {
     };
 }
 
+constexpr BucketColumns columns{.icons = 12};
+
+TimeCell cell(const QString& time) {
+    return {time, 58};
+}
+
 RowContent bucket(const QString& color) {
-    return bucketRow({u"food"_s, u"Food"_s, u"🍎"_s, color, 99.6}, american);
+    return bucketRow({u"food"_s, u"Food"_s, u"🍎"_s, color, 99.6}, columns, american);
 }
 
 TextStyle symbolStyle(const RowContent& row, std::size_t item = 0) {
@@ -87,7 +93,7 @@ TEST(SectionHeaderRow, LeavesOutWhatIsAbsent) {
 }
 
 TEST(EventRowContent, OfTheNextMeetingStandsOut) {
-    const RowContent row = eventRow(makeEvent({.location = u"Room 4"_s}), u"9:05 am"_s, true);
+    const RowContent row = eventRow(makeEvent({.location = u"Room 4"_s}), cell(u"9:05 am"_s), true);
     EXPECT_EQ(textsOf(row), (QStringList{u"9:05 am"_s, u"Standup"_s, u"Room 4"_s}));
     EXPECT_EQ(
         styleOf(row, u"9:05 am"_s),
@@ -101,20 +107,20 @@ TEST(EventRowContent, OfTheNextMeetingStandsOut) {
 }
 
 TEST(EventRowContent, OfAnyOtherEventIsRegular) {
-    const RowContent row = eventRow(makeEvent({}), u"all-day"_s, false);
+    const RowContent row = eventRow(makeEvent({}), cell(u"all-day"_s), false);
     EXPECT_EQ(styleOf(row, u"all-day"_s).color, ColorRole::Secondary);
     EXPECT_EQ(styleOf(row, u"Standup"_s), TextStyle{});
 }
 
 TEST(EventRowContent, HasNoLineForAnEmptyPlace) {
     EXPECT_EQ(
-        textsOf(eventRow(makeEvent({.location = u""_s}), u"9:05 am"_s, false)),
+        textsOf(eventRow(makeEvent({.location = u""_s}), cell(u"9:05 am"_s), false)),
         (QStringList{u"9:05 am"_s, u"Standup"_s}));
 }
 
 TEST(EventRowContent, TitlesLineUpWhateverTheTimeIs) {
     for (const QString& time : {u""_s, u"9:05 am"_s, u"12:30 pm"_s, u"all-day"_s}) {
-        const RowContent row = eventRow(makeEvent({}), time, false);
+        const RowContent row = eventRow(makeEvent({}), cell(time), false);
         const RowGeometry geometry = layOutRow(row, plainTheme(), 296);
         EXPECT_DOUBLE_EQ(geometry.items.at(0).width(), 58);
         EXPECT_DOUBLE_EQ(geometry.items.at(1).left(), 58 + 8);
@@ -259,7 +265,7 @@ TEST(BucketRow, WithAnUnusableColourHasNoBar) {
 
 TEST(BucketRow, KeepsItsAmountInSightWhateverIconAndLabelAre) {
     const QString endless(10'240, u'W');
-    const RowContent row = bucketRow({u"food"_s, endless, endless, u"#1E90FF"_s, 99.6}, american);
+    const RowContent row = bucketRow({u"food"_s, endless, endless, u"#1E90FF"_s, 99.6}, columns, american);
     const RowGeometry geometry = layOutRow(row, plainTheme(), 296);
     EXPECT_DOUBLE_EQ(geometry.items.back().right(), 296);
     EXPECT_GE(geometry.items.at(3).width(), 8);

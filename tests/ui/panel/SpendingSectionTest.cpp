@@ -202,8 +202,11 @@ TEST_F(SpendingSectionTest, RowsAreSixApart) {
     }
     const RowButton* hide = revealed()->hideButton();
     const RowButton* refresh = revealed()->refreshButton();
-    EXPECT_EQ(hide->geometry().right(), revealed()->rect().right());
-    EXPECT_EQ(hide->x() - (refresh->geometry().right() + 1), 6);
+    const auto face = [this](const RowButton* button) {
+        return button->contentsRect().translated(button->mapTo(revealed(), QPoint()));
+    };
+    EXPECT_EQ(face(hide).right() + 1, revealed()->width() - 4);
+    EXPECT_EQ(face(hide).left() - (face(refresh).right() + 1), 6);
 }
 
 TEST_F(SpendingSectionTest, FreshFiguresHaveNoAge) {

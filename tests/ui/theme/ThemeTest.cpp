@@ -88,6 +88,21 @@ TEST(Theme, DoesWithoutDesktopColoursThatCannotBeRead) {
     expectReadable(Theme(desktop(0x6a6a6a, 0xffffff, 0x6b6b6b), QFont()));
 }
 
+TEST(Theme, TakesAnAccentThatCanBeRead) {
+    const QColor red(0xc0, 0x1c, 0x28);
+    const QColor yellow(0xff, 0xe0, 0x40);
+    Theme light = own(ColorScheme::Light);
+    light.setAccent(red);
+    EXPECT_EQ(light.color(ColorRole::Accent), red);
+    light.setAccent(yellow);
+    EXPECT_EQ(light.color(ColorRole::Accent), red);
+    Theme dark = own(ColorScheme::Dark);
+    dark.setAccent(yellow);
+    EXPECT_EQ(dark.color(ColorRole::Accent), yellow);
+    for (const Theme& theme : {light, dark})
+        expectReadable(theme);
+}
+
 TEST(Theme, HoverIsThePrimaryColourAtSevenPercent) {
     for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
         const QColor hover = own(scheme).color(ColorRole::Hover);

@@ -4,8 +4,6 @@
 #include "fakes/SwitchedCompositing.h"
 #include "support/Patience.h"
 #include "ui/panel/FoldArea.h"
-#include "ui/rows/ContentScroller.h"
-#include "ui/theme/PanelMetrics.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -36,10 +34,15 @@ const PlacementScreen windowBottomBar{
 const AnchorEvidence topItem{.pointer = QPoint(500, 15)};
 const AnchorEvidence bottomItem{.pointer = QPoint(500, 790)};
 
+Theme themeOf(double points, ColorScheme scheme = ColorScheme::Light) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(points);
+    return {scheme, font};
+}
+
 /// Content with a block of any height, a button and a field.
 struct Content : QWidget {
     Content() {
-        setFixedWidth(PanelMetrics::width);
         layout->setContentsMargins({});
         layout->setSpacing(0);
         for (QWidget* part : std::initializer_list<QWidget*>{block, button, field})
@@ -116,7 +119,7 @@ protected:
 
     QImage picture() { return window->grab().toImage().convertToFormat(QImage::Format_ARGB32); }
 
-    ThemeSource themes{Theme(ColorScheme::Light, QFont())};
+    ThemeSource themes{themeOf(10)};
     SwitchedCompositing compositing{false};
     FakeClock clock;
     PlacementScreen screen = windowTopBar;
@@ -224,33 +227,34 @@ TEST_F(PanelWindowTest, CutsAwayWhatThePanelLeavesFree) {
     EXPECT_LT(window->mask().boundingRect().height(), window->height());
 }
 
-TEST_F(PanelWindowTest, StopsAtTheWorkAreaAndScrolls) {
+TEST_F(PanelWindowTest, StopsAtTheWorkArea) {
     content->setTotalHeight(2000);
     open();
     EXPECT_EQ(window->panelGeometry(), QRect(339, 30, 322, 770));
-    EXPECT_EQ(content->size(), QSize(320, 2000));
-    EXPECT_TRUE(window->scroller()->isScrollable());
-    QTest::keyClick(window.get(), Qt::Key_PageDown);
-    EXPECT_EQ(window->scroller()->verticalScrollBar()->value(), 768);
-    QTest::keyClick(window.get(), Qt::Key_PageUp);
-    EXPECT_EQ(window->scroller()->verticalScrollBar()->value(), 0);
+    EXPECT_EQ(content->size(), QSize(320, 768));
 }
 
-TEST_F(PanelWindowTest, StopsScrollingWhenTheContentFitsAgain) {
+TEST_F(PanelWindowTest, HasTheContentsHeightWhenItFitsAgain) {
     content->setTotalHeight(2000);
     open();
     setContentHeight(400);
-    EXPECT_FALSE(window->scroller()->isScrollable());
     EXPECT_EQ(window->panelGeometry().height(), 402);
+    EXPECT_EQ(content->size(), QSize(320, 400));
 }
 
-TEST_F(PanelWindowTest, OpensAtTheTopOfLongContent) {
-    content->setTotalHeight(2000);
+TEST_F(PanelWindowTest, IsAsWideAsItsPointsAre) {
     open();
-    QTest::keyClick(window.get(), Qt::Key_PageDown);
-    close();
+    themes.setTheme(themeOf(22));
+    EXPECT_EQ(window->panelGeometry().size(), QSize(642, 302));
+    EXPECT_EQ(content->width(), 640);
+}
+
+TEST_F(PanelWindowTest, IsNeverWiderThanTheScreen) {
+    themes.setTheme(themeOf(44));
     open();
-    EXPECT_EQ(window->scroller()->verticalScrollBar()->value(), 0);
+    EXPECT_EQ(window->panelGeometry().left(), 0);
+    EXPECT_EQ(window->panelGeometry().width(), 1000);
+    EXPECT_EQ(content->width(), 998);
 }
 
 TEST_F(PanelWindowTest, FollowsTheWorkArea) {
@@ -425,7 +429,7 @@ TEST_F(PanelWindowTest, IsASmallWindowWhereItCannotBePlaced) {
     EXPECT_EQ(content->size(), QSize(320, 350));
     setContentHeight(5000);
     EXPECT_EQ(window->height(), window->screen()->availableGeometry().height());
-    EXPECT_TRUE(window->scroller()->isScrollable());
+    EXPECT_EQ(content->height(), window->height());
 }
 
 TEST_F(PanelWindowTest, SquareWithABorderWithoutCompositing) {
@@ -457,7 +461,7 @@ TEST_F(PanelWindowTest, RoundWithAShadowWithCompositing) {
 
 TEST_F(PanelWindowTest, FollowsTheThemeWhileOpen) {
     open();
-    themes.setTheme(Theme(ColorScheme::Dark, QFont()));
+    themes.setTheme(themeOf(10, ColorScheme::Dark));
     EXPECT_EQ(
         picture().pixelColor(window->panelRect().topLeft() + QPoint(2, 2)),
         themes.theme().color(ColorRole::Background));
