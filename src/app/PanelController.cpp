@@ -86,7 +86,7 @@ void PanelController::connectView() {
         m_view->scrollToTop();
     });
     // Columns are as wide as their texts, and these as large as the desktop says.
-    connect(&m_themes.themes(), &ThemeSource::changed, this, [this] {
+    connect(&m_with.themes, &ThemeSource::changed, this, [this] {
         if (m_window->isVisible())
             render();
     });

@@ -114,6 +114,8 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
     QApplication::setApplicationDisplayName(u"Lumora"_s);
     QApplication::setDesktopFileName(u"com.lumora.app"_s);
     QApplication::setQuitOnLastWindowClosed(false);
+    // The panel hangs at a bar that runs the way the desktop's language does.
+    QApplication::setLayoutDirection(QLocale::system().textDirection());
 
     CommandClient other;
     if (other.isRunning())

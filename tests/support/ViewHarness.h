@@ -114,7 +114,8 @@ inline Theme stillTheme(double points = QApplication::font().pointSizeF()) {
 }
 
 /// The font sizes, in points, at which everything has the room that it needs.
-inline constexpr std::array roomyFontSizes = {8.0, 9.0, 10.0, 11.0, 12.0, 14.0, 16.0, 20.0, 24.0, 28.0};
+inline constexpr std::array roomyFontSizes = {8.0,  9.0,  10.0, 11.0, 12.0,
+                                              14.0, 16.0, 20.0, 24.0, 28.0};
 
 /// Whether something that `row` shows reaches out of it.
 template <typename Row>

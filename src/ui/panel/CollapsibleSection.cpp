@@ -14,7 +14,7 @@ namespace lumora {
 namespace {
 
 constexpr int headerToContent = 6 - PanelMetrics::headerReach;
-constexpr double foldedRotation = -90;
+constexpr double foldedRotation = -90; ///< degrees; the mark then points to where the text goes on
 
 } // namespace
 
@@ -54,7 +54,8 @@ void CollapsibleSection::render() {
     setSpokenDescription(*m_header, digest.value_or(QString()));
     m_header->setContent(sectionHeaderRow(
         m_appearance.title, m_appearance.systemImage, m_appearance.badge, digest,
-        foldedRotation * (1 - m_fold->openness())));
+        (layoutDirection() == Qt::LeftToRight ? foldedRotation : -foldedRotation) *
+            (1 - m_fold->openness())));
 }
 
 } // namespace lumora

@@ -212,8 +212,7 @@ BucketColumns bucketColumns(const std::vector<Bucket>& buckets, const Theme& the
     return columns;
 }
 
-RowContent
-bucketRow(const Bucket& bucket, const BucketColumns& columns, const QLocale& locale) {
+RowContent bucketRow(const Bucket& bucket, const BucketColumns& columns, const QLocale& locale) {
     RowContent row;
     if (const auto color = parseCssColor(bucket.color)) {
         row.items.push_back(RowItem::bar(

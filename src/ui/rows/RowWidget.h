@@ -2,6 +2,7 @@
 
 #include "ui/rows/RowPainter.h"
 #include "ui/rows/WidgetTexts.h"
+#include "ui/theme/Spacing.h"
 #include "ui/theme/ThemeSource.h"
 
 #include <QHelpEvent>
@@ -18,14 +19,15 @@ namespace lumora {
 template <typename Base>
 class RowWidget : public Base {
 public:
-    /// `padding` is in points around the content; `themes` must outlive the row.
+    /// `padding` is in points around the content, the left one on the leading side; `themes` must
+    /// outlive the row.
     RowWidget(const ThemeSource& themes, QMargins padding, QWidget* parent)
         : Base(parent)
         , m_themes(themes)
         , m_padding(padding) {
-        this->setContentsMargins(theme().pixels(m_padding));
+        applyPadding();
         QObject::connect(&m_themes, &ThemeSource::changed, this, [this] {
-            this->setContentsMargins(theme().pixels(m_padding));
+            applyPadding();
             showAnew();
         });
     }
@@ -80,6 +82,10 @@ protected:
     const Theme& theme() const { return m_themes.theme(); }
 
 private:
+    void applyPadding() {
+        this->setContentsMargins(theme().pixels(directed(m_padding, this->layoutDirection())));
+    }
+
     void showAnew() {
         this->updateGeometry();
         this->update();

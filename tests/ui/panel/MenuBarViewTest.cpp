@@ -1,4 +1,5 @@
 #include "support/PanelFixture.h"
+#include "ui/rows/ContentScroller.h"
 
 #include <QLayout>
 
@@ -88,6 +89,54 @@ TEST_F(MenuBarViewTest, StacksItsPartsWithoutGaps) {
     EXPECT_EQ(inOrder[4], m_panel.view.capture());
     EXPECT_TRUE(isDivider(*inOrder[5]));
     EXPECT_EQ(inOrder[6], m_panel.view.footer());
+}
+
+TEST_F(MenuBarViewTest, OnlyTheMiddleGivesWayWhereTheScreenIsTooLow) {
+    m_panel.show(fullDay());
+    const int header = m_panel.view.scroller()->y();
+    const int rest = m_panel.view.height() - m_panel.view.scroller()->geometry().bottom();
+    m_panel.view.resize(320, 250);
+    settle();
+    const ContentScroller& scroller = *m_panel.view.scroller();
+    EXPECT_TRUE(scroller.isScrollable());
+    EXPECT_EQ(scroller.y(), header);
+    EXPECT_EQ(m_panel.view.height() - scroller.geometry().bottom(), rest);
+    EXPECT_EQ(inPanel(m_panel.view.footer()).bottom() + 1, 250);
+}
+
+TEST_F(MenuBarViewTest, AsksForMoreHeightAsItsContentGrows) {
+    m_panel.show(fullDay());
+    const int before = m_panel.view.sizeHint().height();
+    Briefing more = fullDay();
+    more.habits.items.push_back({u"walk"_s, u"Walk"_s, false, 0, 1, 0});
+    m_panel.show(more);
+    EXPECT_GT(m_panel.view.sizeHint().height(), before);
+    EXPECT_FALSE(m_panel.view.scroller()->isScrollable());
+}
+
+TEST(MirroredMenuBarViewTest, FromTheRightEverythingIsMirrored) {
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    const auto restore = qScopeGuard([] { QGuiApplication::setLayoutDirection(Qt::LeftToRight); });
+    ViewHarness panel;
+    panel.show(fullDay());
+    const auto* row = shown<ActionRow>(panel.view).front();
+    const RowGeometry inside = row->itemGeometry();
+    EXPECT_GT(inside.items.front().left(), inside.items.back().right());
+    const auto left = [&panel](const QWidget* widget) {
+        return widget->mapTo(&panel.view, widget->contentsRect().topLeft()).x();
+    };
+    EXPECT_GT(
+        left(buttonNamed(panel.view, u"Refresh"_s)), left(buttonNamed(panel.view, u"Settings"_s)));
+    EXPECT_EQ(left(buttonNamed(panel.view, u"Quit Lumora"_s)), 12);
+    EXPECT_EQ(left(shown<EventRow>(panel.view).front()->joinButton()), 12);
+    EXPECT_EQ(inside.direction, Qt::RightToLeft);
+    panel.preferences.setValue(u"section.collapsed.habits"_s, u"true"_s);
+    panel.render();
+    for (const auto* found : shown<CollapsibleSection>(panel.view)) {
+        if (found->isCollapsed()) {
+            EXPECT_DOUBLE_EQ(found->header()->content().items.back().rotation, 90);
+        }
+    }
 }
 
 TEST_F(MenuBarViewTest, TheHeaderIsPaddedTwelveByTen) {

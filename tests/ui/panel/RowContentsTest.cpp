@@ -2,6 +2,7 @@
 
 #include "support/Builders.h"
 #include "support/ViewHarness.h"
+#include "ui/rows/TextDrawing.h"
 
 #include <gtest/gtest.h>
 
@@ -116,6 +117,20 @@ TEST(EventRowContent, HasNoLineForAnEmptyPlace) {
     EXPECT_EQ(
         textsOf(eventRow(makeEvent({.location = u""_s}), cell(u"9:05 am"_s), false)),
         (QStringList{u"9:05 am"_s, u"Standup"_s}));
+}
+
+TEST(EventRowContent, TheColumnOfTimesIsAsWideAsTheWidestNeeds) {
+    EXPECT_DOUBLE_EQ(timeColumn({}, plainTheme()), 58);
+    EXPECT_DOUBLE_EQ(timeColumn({u"9:05 am"_s}, plainTheme()), 58);
+    const QString wide = u"12:30 pm and some"_s;
+    for (const double points : {10.0, 22.0}) {
+        const Theme theme = stillTheme(points);
+        const RowContent row =
+            eventRow(makeEvent({}), {u"9:05 am"_s, timeColumn({wide}, theme)}, false);
+        const TextStyle style{.role = TextRole::Caption, .equalWidthDigits = true};
+        EXPECT_NEAR(
+            layOutRow(row, theme, 640).items.front().width(), textWidth({wide, style}, theme), 1);
+    }
 }
 
 TEST(EventRowContent, TitlesLineUpWhateverTheTimeIs) {
@@ -263,9 +278,29 @@ TEST(BucketRow, WithAnUnusableColourHasNoBar) {
     EXPECT_EQ(textsOf(row), (QStringList{u"🍎"_s, u"Food"_s, u"$100"_s}));
 }
 
+TEST(BucketRow, LabelsStandInOneColumn) {
+    const std::vector<Bucket> buckets = {
+        {u"a"_s, u"Food"_s, u"🍎"_s, u"#1E90FF"_s, 1},
+        {u"b"_s, u"Rent"_s, u"iii"_s, u"none"_s, 2},
+        {u"c"_s, u"Rest"_s, u""_s, u"#1E90FF"_s, 3}};
+    const BucketColumns shared = bucketColumns(buckets, plainTheme());
+    EXPECT_TRUE(shared.bars);
+    std::set<double> lefts;
+    for (const Bucket& bucket : buckets)
+        lefts.insert(
+            layOutRow(bucketRow(bucket, shared, american), plainTheme(), 296).items.at(2).left());
+    EXPECT_EQ(lefts.size(), 1U);
+}
+
+TEST(BucketRow, HasNoRoomForBarsWhereThereAreNone) {
+    const std::vector<Bucket> buckets = {{u"a"_s, u"Food"_s, u"🍎"_s, u"none"_s, 1}};
+    EXPECT_FALSE(bucketColumns(buckets, plainTheme()).bars);
+}
+
 TEST(BucketRow, KeepsItsAmountInSightWhateverIconAndLabelAre) {
     const QString endless(10'240, u'W');
-    const RowContent row = bucketRow({u"food"_s, endless, endless, u"#1E90FF"_s, 99.6}, columns, american);
+    const RowContent row =
+        bucketRow({u"food"_s, endless, endless, u"#1E90FF"_s, 99.6}, columns, american);
     const RowGeometry geometry = layOutRow(row, plainTheme(), 296);
     EXPECT_DOUBLE_EQ(geometry.items.back().right(), 296);
     EXPECT_GE(geometry.items.at(3).width(), 8);

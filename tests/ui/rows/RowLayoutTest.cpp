@@ -154,3 +154,52 @@ TEST(TextDrawing, DigitsHaveEqualWidthWhereAskedFor) {
     EXPECT_DOUBLE_EQ(widthOf(u"$1,111"_s), widthOf(u"$4,096"_s));
     EXPECT_GT(widthOf(u"11"_s), widthOf(u"1"_s));
 }
+
+TEST(RowLayout, DistancesGrowWithTheText) {
+    RowContent row = rowOf({RowItem::spinner(0), RowItem::text(u"9:05 am"_s, {})});
+    row.items[1].width = 58;
+    const RowGeometry geometry = layOutRow(row, stillTheme(22), 640);
+    EXPECT_EQ(geometry.items[0].size(), QSizeF(28, 28));
+    EXPECT_DOUBLE_EQ(geometry.items[1].left(), 28 + 12);
+    EXPECT_DOUBLE_EQ(geometry.items[1].width(), 116);
+}
+
+TEST(RowLayout, FromTheRightIsTheSamePictureMirrored) {
+    const RowContent row = rowOf(
+        {RowItem::makeSymbol(u"circle"_s, {}), RowItem::text(u"Read"_s, {}), RowItem::space(),
+         RowItem::text(u"2/8"_s, {.role = TextRole::Caption})});
+    const RowGeometry left = layOutRow(row, plainTheme(), 300);
+    const RowGeometry right = layOutRow(row, plainTheme(), 300, Qt::RightToLeft);
+    for (std::size_t i = 0; i < row.items.size(); ++i) {
+        EXPECT_DOUBLE_EQ(right.items[i].right(), 300 - left.items[i].left());
+        EXPECT_EQ(right.items[i].size(), left.items[i].size());
+    }
+}
+
+TEST(RowLayout, IsAsHighAsALineOfTextWhereItSaysSo) {
+    RowContent row = rowOf({RowItem::makeSymbol(u"power"_s, {.role = TextRole::Caption2})});
+    const Theme theme = plainTheme();
+    const double alone = layOutRow(row, theme, 20).height;
+    row.lineOf = TextRole::Title3;
+    const RowGeometry geometry = layOutRow(row, theme, 20);
+    EXPECT_DOUBLE_EQ(
+        geometry.height, std::ceil(QFontMetricsF(theme.font(TextRole::Title3)).height()));
+    EXPECT_GT(geometry.height, alone);
+    EXPECT_DOUBLE_EQ(geometry.items[0].center().y(), geometry.height / 2);
+}
+
+TEST(RowLayout, EvenWhatShouldNotShrinkStaysInTheRow) {
+    const RowContent row = rowOf(
+        {RowItem::shrinkingText(u"Rent"_s, {}), RowItem::space(8), RowItem::text(longText, {})});
+    const RowGeometry geometry = layOutRow(row, plainTheme(), 100);
+    EXPECT_DOUBLE_EQ(geometry.items[0].width(), 0);
+    EXPECT_DOUBLE_EQ(geometry.items[2].right(), 100);
+}
+
+TEST(RowLayout, NamesTheTextsThatAreCut) {
+    RowContent row = rowOf(
+        {RowItem::text(u"9:05 am"_s, {}), RowItem::shrinkingText(longText, {}), RowItem::space()});
+    row.items[1].lines.push_back({u"Room 4"_s, {}});
+    EXPECT_EQ(cutTexts(row, plainTheme(), 200), QStringList{longText});
+    EXPECT_EQ(cutTexts(row, plainTheme(), 2000), QStringList());
+}

@@ -131,3 +131,27 @@ TEST(Theme, TakesAFontThatIsSizedInPixels) {
     base.setPixelSize(20);
     EXPECT_EQ(Theme(ColorScheme::Light, base).font(TextRole::Title3).pixelSize(), 23);
 }
+
+TEST(ThemePoint, IsAPixelAtCommonTextSizesAndFollowsTheOthers) {
+    const auto widthAt = [](double points) {
+        QFont font;
+        font.setPointSizeF(points);
+        return Theme(ColorScheme::Light, font).pixels(320);
+    };
+    EXPECT_EQ(widthAt(8), 260);
+    EXPECT_EQ(widthAt(10), 320);
+    EXPECT_EQ(widthAt(11), 320);
+    EXPECT_EQ(widthAt(16), 460);
+    EXPECT_EQ(widthAt(24), 700);
+    EXPECT_EQ(widthAt(28), 800);
+}
+
+TEST(ThemePoint, KnowsFontsThatAreGivenInPixels) {
+    QFont font;
+    font.setPixelSize(13);
+    EXPECT_DOUBLE_EQ(Theme(ColorScheme::Light, font).exact(2.5), 2.5);
+    font.setPixelSize(44);
+    const Theme large(ColorScheme::Light, font);
+    EXPECT_DOUBLE_EQ(large.exact(2.5), 7.5);
+    EXPECT_EQ(large.pixels(QMargins(1, 2, 3, 4)), QMargins(3, 6, 9, 12));
+}
