@@ -8,7 +8,7 @@
 #include "ui/settings/FormSwitch.h"
 #include "ui/settings/SettingsWindow.h"
 
-#include <QAbstractItemView>
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QTest>
 
@@ -72,8 +72,16 @@ public:
         return drawn(*window, place.marginsAdded(around) & window->rect(), Qt::magenta);
     }
 
-    /// Draws a window of its own that has popped up.
-    QImage pictureOf(QWidget& popup) { return drawn(popup, popup.rect(), Qt::magenta); }
+    /// Draws the menu or list that has popped up, and closes it.
+    QImage pictureOfPopup() {
+        lumora::tests::settle();
+        QWidget* const popup = QApplication::activePopupWidget();
+        if (!popup)
+            qFatal("Nothing has popped up");
+        const QImage picture = drawn(*popup, popup->rect(), Qt::magenta);
+        popup->close();
+        return picture;
+    }
 
     ThemeSource themes;
     std::optional<SettingsWindow> window;
@@ -156,6 +164,7 @@ std::vector<PictureState> settingsWindowStates() {
             "login_refused",
             [](SettingsStage& stage) {
                 const QString reason = u"~/.config/autostart: no space left on the device"_s;
+                stage.loginItems.current = LoginItemStatus::NotFound;
                 stage.loginItems.registerError = reason;
                 stage.loginItems.unregisterError = reason;
                 stage.show();
@@ -227,29 +236,22 @@ std::vector<PictureState> formStates() {
 }
 
 std::vector<PictureState> menuStates() {
+    const auto menuOfPicker = [](SettingsStage& stage) {
+        stage.show();
+        stage.interval().showPopup();
+        return stage.pictureOfPopup();
+    };
+    const auto menuOfField = [](SettingsStage& stage) {
+        stage.show();
+        FormField& field = stage.endpoint();
+        QContextMenuEvent press(
+            QContextMenuEvent::Mouse, QPoint(5, 5), field.mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(&field, &press);
+        return stage.pictureOfPopup();
+    };
     return {
-        state(
-            "menu_of_picker", Looks::Two,
-            [](SettingsStage& stage) {
-                stage.show();
-                stage.interval().showPopup();
-                const QImage picture = stage.pictureOf(*stage.interval().view()->window());
-                stage.interval().hidePopup();
-                return picture;
-            }),
-        state(
-            "menu_of_field", Looks::Two,
-            [](SettingsStage& stage) {
-                stage.show();
-                FormField& field = stage.endpoint();
-                QContextMenuEvent press(
-                    QContextMenuEvent::Mouse, QPoint(5, 5), field.mapToGlobal(QPoint(5, 5)));
-                QApplication::sendEvent(&field, &press);
-                QWidget* menu = QApplication::activePopupWidget();
-                const QImage picture = stage.pictureOf(*menu);
-                menu->close();
-                return picture;
-            }),
+        state("menu_of_picker", Looks::Two, menuOfPicker),
+        state("menu_of_field", Looks::Two, menuOfField),
     };
 }
 
