@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextOption>
 
 #include <algorithm>
 
@@ -21,12 +22,18 @@ constexpr int maximumLines = 4;
 // A text edit takes a line for seen only when there is room below it.
 constexpr int roomBelow = 1;
 
+QString invitation(Qt::LayoutDirection direction) {
+    const QString text = u"Capture a thought…"_s;
+    // Without a mark the dots would go to the wrong end of the English words.
+    return direction == Qt::LeftToRight ? text : text + QChar(0x200e);
+}
+
 } // namespace
 
 ThoughtEdit::ThoughtEdit(const ThemeSource& themes, QWidget* parent)
     : QPlainTextEdit(parent)
     , m_themes(themes) {
-    setPlaceholderText(u"Capture a thought…"_s);
+    setPlaceholderText(invitation(layoutDirection()));
     setAccessibleName(u"Capture a thought"_s);
     setFrameShape(NoFrame);
     setTabChangesFocus(true);
@@ -36,7 +43,11 @@ ThoughtEdit::ThoughtEdit(const ThemeSource& themes, QWidget* parent)
     document()->setDocumentMargin(0);
     viewport()->setAutoFillBackground(false);
     setFocusPolicy(Qt::StrongFocus);
-    connect(this, &QPlainTextEdit::textChanged, this, [this] { updateGeometry(); });
+    connect(this, &QPlainTextEdit::textChanged, this, [this] {
+        standWhereTextBegins();
+        updateGeometry();
+    });
+    standWhereTextBegins();
     connect(&m_themes, &ThemeSource::changed, this, &ThoughtEdit::applyTheme);
     applyTheme();
 }
@@ -52,6 +63,17 @@ void ThoughtEdit::applyTheme() {
     colors.setColor(QPalette::HighlightedText, theme.color(ColorRole::OnAccent));
     setPalette(colors);
     updateGeometry();
+}
+
+void ThoughtEdit::standWhereTextBegins() {
+    // What is typed runs the way it is written; before that, the cursor stands where the panel's
+    // texts begin.
+    const auto direction = document()->isEmpty() ? layoutDirection() : Qt::LayoutDirectionAuto;
+    QTextOption option = document()->defaultTextOption();
+    if (option.textDirection() == direction)
+        return;
+    option.setTextDirection(direction);
+    document()->setDefaultTextOption(option);
 }
 
 int ThoughtEdit::visibleLines() const {

@@ -30,6 +30,7 @@ protected:
 private:
     void applyTheme();
     int visibleLines() const;
+    void standWhereTextBegins();
 
     const ThemeSource& m_themes;
 };
