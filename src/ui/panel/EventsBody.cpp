@@ -53,7 +53,7 @@ void EventRow::render(const BriefEvent& event, const TimeCell& time, bool isNext
     const ColorRole tint = isNext ? ColorRole::Accent : ColorRole::Secondary;
     m_join->setContent({
         .items = {RowItem::makeSymbol(u"video.fill"_s, {.color = tint})},
-        .lineOf = TextRole::Callout,
+        .beside = TextLine{event.title, {}},
     });
     const QString join = u"Join "_s + event.title;
     setToolTipText(*m_join, join);

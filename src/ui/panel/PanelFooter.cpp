@@ -18,7 +18,7 @@ constexpr int footerSpacing = 12 - buttonPadding.left() - buttonPadding.right();
 
 RowButton* makeButton(const ThemeSource& themes, std::vector<RowItem> face, const QString& name) {
     auto* button = new RowButton(themes, buttonPadding);
-    button->setContent({.items = std::move(face), .lineOf = TextRole::Callout});
+    button->setContent({.items = std::move(face), .beside = TextLine()});
     button->setAccessibleName(name);
     return button;
 }

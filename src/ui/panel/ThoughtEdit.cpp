@@ -5,6 +5,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPainter>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextOption>
@@ -22,18 +23,12 @@ constexpr int maximumLines = 4;
 // A text edit takes a line for seen only when there is room below it.
 constexpr int roomBelow = 1;
 
-QString invitation(Qt::LayoutDirection direction) {
-    const QString text = u"Capture a thought…"_s;
-    // Without a mark the dots would go to the wrong end of the English words.
-    return direction == Qt::LeftToRight ? text : text + QChar(0x200e);
-}
-
 } // namespace
 
 ThoughtEdit::ThoughtEdit(const ThemeSource& themes, QWidget* parent)
     : QPlainTextEdit(parent)
     , m_themes(themes) {
-    setPlaceholderText(invitation(layoutDirection()));
+    setPlaceholderText(u"Capture a thought…"_s);
     setAccessibleName(u"Capture a thought"_s);
     setFrameShape(NoFrame);
     setTabChangesFocus(true);
@@ -58,7 +53,7 @@ void ThoughtEdit::applyTheme() {
     QPalette colors = palette();
     colors.setColor(QPalette::Base, Qt::transparent);
     colors.setColor(QPalette::Text, theme.color(ColorRole::Primary));
-    colors.setColor(QPalette::PlaceholderText, theme.color(ColorRole::Secondary));
+    colors.setColor(QPalette::PlaceholderText, Qt::transparent); // see paintEvent()
     colors.setColor(QPalette::Highlight, theme.color(ColorRole::Accent));
     colors.setColor(QPalette::HighlightedText, theme.color(ColorRole::OnAccent));
     setPalette(colors);
@@ -66,14 +61,33 @@ void ThoughtEdit::applyTheme() {
 }
 
 void ThoughtEdit::standWhereTextBegins() {
-    // What is typed runs the way it is written; before that, the cursor stands where the panel's
-    // texts begin.
+    // What is typed runs the way it is written, from where the panel's texts begin.
     const auto direction = document()->isEmpty() ? layoutDirection() : Qt::LayoutDirectionAuto;
     QTextOption option = document()->defaultTextOption();
     if (option.textDirection() == direction)
         return;
     option.setTextDirection(direction);
+    option.setAlignment(leadingEdge());
     document()->setDefaultTextOption(option);
+}
+
+Qt::Alignment ThoughtEdit::leadingEdge() const {
+    return Qt::AlignAbsolute |
+           (layoutDirection() == Qt::LeftToRight ? Qt::AlignLeft : Qt::AlignRight);
+}
+
+void ThoughtEdit::paintEvent(QPaintEvent* event) {
+    if (document()->isEmpty()) {
+        // The toolkit would draw it in the direction of the panel, with the dots at its wrong end.
+        QPainter painter(viewport());
+        painter.setFont(font());
+        painter.setPen(m_themes.theme().color(ColorRole::Secondary));
+        painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+        painter.drawText(
+            viewport()->rect(), int(leadingEdge() | Qt::AlignTop) | Qt::TextSingleLine,
+            placeholderText());
+    }
+    QPlainTextEdit::paintEvent(event);
 }
 
 int ThoughtEdit::visibleLines() const {

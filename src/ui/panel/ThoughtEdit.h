@@ -25,12 +25,14 @@ Q_SIGNALS:
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void applyTheme();
     int visibleLines() const;
     void standWhereTextBegins();
+    Qt::Alignment leadingEdge() const;
 
     const ThemeSource& m_themes;
 };

@@ -67,7 +67,7 @@ struct RowContent {
     std::vector<RowItem> items;
     double spacing = 6; ///< between two items, points
     Alignment alignment = Alignment::Centre;
-    std::optional<TextRole> lineOf = std::nullopt; ///< at least as high as a line of such text
+    std::optional<TextLine> beside = std::nullopt; ///< a line that the row is as high as, at least
 
     bool operator==(const RowContent&) const = default;
 };

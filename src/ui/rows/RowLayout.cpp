@@ -150,9 +150,9 @@ RowGeometry layOutRow(
     for (const RowItem& item : content.items)
         geometry.height = std::max(geometry.height, std::ceil(drop(item) + heightOf(item, theme)));
 
-    if (content.lineOf)
-        geometry.height = std::max(
-            geometry.height, std::ceil(QFontMetricsF(theme.font(*content.lineOf)).height()));
+    if (content.beside)
+        geometry.height =
+            std::max(geometry.height, std::ceil(lineHeight(*content.beside, theme).whole));
 
     const std::vector<double> itemWidths = widths(content, theme, width);
     double x = 0;

@@ -181,7 +181,7 @@ TEST(RowLayout, IsAsHighAsALineOfTextWhereItSaysSo) {
     RowContent row = rowOf({RowItem::makeSymbol(u"power"_s, {.role = TextRole::Caption2})});
     const Theme theme = plainTheme();
     const double alone = layOutRow(row, theme, 20).height;
-    row.lineOf = TextRole::Title3;
+    row.beside = TextLine{{}, {.role = TextRole::Title3}};
     const RowGeometry geometry = layOutRow(row, theme, 20);
     EXPECT_DOUBLE_EQ(
         geometry.height, std::ceil(QFontMetricsF(theme.font(TextRole::Title3)).height()));
