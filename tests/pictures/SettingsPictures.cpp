@@ -46,9 +46,9 @@ public:
         return *shown<Control>(*window).at(index);
     }
 
-    FormButton& save() { return control<FormButton>(0); }
+    FormButton& save() { return button(u"&Save token"_s); }
 
-    FormButton& test() { return control<FormButton>(1); }
+    FormButton& test() { return button(u"&Test connection"_s); }
 
     FormField& endpoint() { return control<FormField>(0); }
 
@@ -59,8 +59,14 @@ public:
     void finishTest(const HttpOutcome& outcome) {
         test().click();
         settle();
-        transport.complete(transport.requests().size() - 1, outcome);
-        settle();
+        const auto answerLast = [&] {
+            transport.complete(transport.requests().size() - 1, outcome);
+            settle();
+        };
+        const std::size_t before = transport.requests().size();
+        answerLast();
+        if (transport.requests().size() > before)
+            answerLast(); // the refresh after a success
     }
 
     /// Draws `part` of the window and a little around it; without it all of the window.
@@ -87,6 +93,13 @@ public:
     std::optional<SettingsWindow> window;
 
 private:
+    FormButton& button(const QString& text) {
+        for (FormButton* found : shown<FormButton>(*window))
+            if (found->text() == text)
+                return *found;
+        qFatal("No button says %s", qUtf8Printable(text));
+    }
+
     Look m_look;
 };
 
