@@ -24,6 +24,10 @@ TEST(LoopbackHost, ThisComputer) {
         EXPECT_TRUE(isLoopbackAddress(url)) << qPrintable(url);
 }
 
+TEST(LoopbackHost, NamesHaveNoCase) {
+    EXPECT_TRUE(isLoopbackHost(u"LocalHost"_s));
+}
+
 TEST(LoopbackHost, AnyOther) {
     for (const QString& url :
          {u"http://example.com"_s, u"http://128.0.0.1"_s, u"http://10.0.0.127"_s,

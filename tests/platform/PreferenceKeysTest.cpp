@@ -60,3 +60,11 @@ TEST(PreferenceKeys, TextThatIsNoValueReadsAsTheDefault) {
     store.setValue(u"refreshMinutes"_s, u"soon"_s);
     EXPECT_EQ(read(PreferenceKeys::refreshMinutes, store), 10);
 }
+
+TEST(PreferenceKeys, ASwitchMayBeANumberToo) {
+    MemoryPreferences store;
+    store.setValue(PreferenceKeys::eventsCollapsed.name, u"1"_s);
+    store.setValue(PreferenceKeys::notifyBeforeMeetings.name, u"0"_s);
+    EXPECT_TRUE(read(PreferenceKeys::eventsCollapsed, store));
+    EXPECT_FALSE(read(PreferenceKeys::notifyBeforeMeetings, store));
+}

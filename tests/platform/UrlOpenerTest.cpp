@@ -20,6 +20,7 @@ TEST(SafeLink, ReadsNoFileAndRunsNoCode) {
 }
 
 TEST(SafeLink, NeedsASchemeAndToParse) {
-    for (const QString& text : {u""_s, u"meet.example/a"_s, u"https://[::1"_s})
+    for (const QString& text :
+         {u""_s, u"meet.example/a"_s, u"https://[::1"_s, u"https://meet.example/a b"_s})
         EXPECT_EQ(safeLink(text), std::nullopt) << text.toStdString();
 }

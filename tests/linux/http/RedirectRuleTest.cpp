@@ -58,6 +58,7 @@ TEST(RedirectRule, MethodAndBodyByStatus) {
 }
 
 TEST(RedirectRule, StaysWithinSchemeHostAndPort) {
+    EXPECT_EQ(led(u"https://host:8443/a"_s, "http://host:8443/b"), QString());
     EXPECT_EQ(led(u"https://host/a"_s, "https://host/b"), u"https://host/b"_s);
     EXPECT_EQ(led(u"https://host/a"_s, "https://HOST:443/b"), u"https://host:443/b"_s);
     EXPECT_EQ(led(u"https://host:443/a"_s, "https://host/b"), u"https://host/b"_s);
