@@ -47,6 +47,18 @@ double sizeFactor(TextRole role) {
     Q_UNREACHABLE();
 }
 
+/// The weights that texts have.
+constexpr std::array weights = {QFont::Normal, QFont::Medium, QFont::DemiBold, QFont::Bold};
+
+/// `base` in the size of texts of `role`.
+QFont sized(QFont base, TextRole role) {
+    if (base.pointSizeF() > 0)
+        base.setPointSizeF(base.pointSizeF() * sizeFactor(role));
+    else
+        base.setPixelSize(std::max(1, int(std::lround(base.pixelSize() * sizeFactor(role)))));
+    return base;
+}
+
 QColor withOpacity(QColor color, double opacity) {
     color.setAlphaF(float(opacity));
     return color;
@@ -104,8 +116,14 @@ double contrastRatio(const QColor& foreground, const QColor& background) {
 
 Theme::Theme(ColorScheme scheme, const QFont& baseFont)
     : m_scheme(scheme)
-    , m_baseFont(baseFont)
     , m_point(pointFor(QFontInfo(baseFont).pixelSize())) {
+    for (std::size_t role = 0; role < textRoleCount; ++role) {
+        for (std::size_t i = 0; i < weights.size(); ++i) {
+            QFont& font = m_fonts[role][i];
+            font = sized(baseFont, TextRole(role));
+            font.setWeight(weights[i]);
+        }
+    }
     const bool dark = scheme == ColorScheme::Dark;
     m_background = dark ? QColor(0x26, 0x27, 0x2b) : QColor(0xfb, 0xfb, 0xfc);
     m_primary = dark ? QColor(0xf2, 0xf2, 0xf4) : QColor(0x1d, 0x1d, 0x1f);
@@ -183,13 +201,10 @@ QColor Theme::primaryAt(double light, double dark) const {
 }
 
 QFont Theme::font(TextRole role, QFont::Weight weight) const {
-    QFont font = m_baseFont;
-    if (font.pointSizeF() > 0)
-        font.setPointSizeF(font.pointSizeF() * sizeFactor(role));
-    else
-        font.setPixelSize(std::max(1, int(std::lround(font.pixelSize() * sizeFactor(role)))));
-    font.setWeight(role == TextRole::Headline ? QFont::Bold : weight);
-    return font;
+    const auto* const wanted =
+        std::ranges::find(weights, role == TextRole::Headline ? QFont::Bold : weight);
+    Q_ASSERT(wanted != weights.end());
+    return m_fonts[std::size_t(role)][std::size_t(wanted - weights.begin())];
 }
 
 int Theme::pixels(double points) const {

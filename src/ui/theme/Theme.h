@@ -5,6 +5,8 @@
 #include <QMargins>
 #include <QPalette>
 
+#include <array>
+
 namespace lumora {
 
 /// What a colour is for. Tertiary and quaternary are for symbols and marks, never for text.
@@ -26,6 +28,7 @@ enum class ColorRole {
 
 /// What a text is for; each is a fixed ratio of the desktop's own font size.
 enum class TextRole { Headline, Title3, Body, Callout, Caption, Caption2 };
+inline constexpr std::size_t textRoleCount = 6;
 
 enum class ColorScheme { Light, Dark };
 
@@ -50,7 +53,8 @@ public:
     /// Divider, hover and the greys carry their opacity: they are meant to lie on the background.
     QColor color(ColorRole role) const;
 
-    /// Headline is bold by itself; every other role has the weight that is asked for.
+    /// Headline is bold by itself; every other role has the weight that is asked for: normal,
+    /// medium, half bold or bold. Asked again, it is the same font, which has found its files.
     QFont font(TextRole role, QFont::Weight weight = QFont::Normal) const;
 
     /// What `points` of the design are in device-independent pixels, exactly and in whole ones. One
@@ -75,11 +79,14 @@ public:
     bool operator==(const Theme&) const = default;
 
 private:
+    /// One for each weight that texts have.
+    using Weights = std::array<QFont, 4>;
+
     QColor primaryAt(double light, double dark) const;
     void fitToBackground();
 
     ColorScheme m_scheme;
-    QFont m_baseFont;
+    std::array<Weights, textRoleCount> m_fonts;
     double m_point; ///< device-independent pixels
     QColor m_background;
     QColor m_primary;

@@ -157,6 +157,17 @@ TEST(Theme, SizesFollowTheDesktopsFont) {
     EXPECT_GT(theme.font(TextRole::Title3).pointSizeF(), 10);
 }
 
+TEST(Theme, HasOneFontForEachRoleAndWeight) {
+    const Theme theme = own(ColorScheme::Light);
+    for (const auto role : {TextRole::Body, TextRole::Caption, TextRole::Headline}) {
+        for (const auto weight : {QFont::Normal, QFont::Medium, QFont::DemiBold, QFont::Bold}) {
+            const QFont font = theme.font(role, weight);
+            EXPECT_EQ(font.weight(), role == TextRole::Headline ? QFont::Bold : weight);
+            EXPECT_TRUE(font.isCopyOf(theme.font(role, weight))) << "it is looked for only once";
+        }
+    }
+}
+
 TEST(Theme, TakesAFontThatIsSizedInPixels) {
     QFont base;
     base.setPixelSize(20);
