@@ -3,6 +3,7 @@
 #include "texts/PlainText.h"
 
 #include <QCache>
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGlyphRun>
 #include <QPainter>
@@ -10,14 +11,16 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace lumora {
 
 namespace {
 
-QFont fontOf(const TextStyle& style, const Theme& theme) {
-    QFont font = theme.font(style.role, style.weight);
-    font.setStrikeOut(style.struckThrough);
-    return font;
+/// Pictures, and next to nothing else, are beyond what one unit of a text can tell.
+bool hasPictures(const QString& text) {
+    return std::any_of(
+        text.cbegin(), text.cend(), [](QChar character) { return character.isSurrogate(); });
 }
 
 /// A mark as the fonts shape it, with its width.
@@ -29,14 +32,18 @@ struct PictureRun {
 /// Whether `text` is a short mark with a picture in it, such as a streak's figure and flame.
 bool isPictorial(const QString& text) {
     constexpr qsizetype maximumLength = 16;
-    const auto isPicture = [](QChar character) { return character.isSurrogate(); };
     const auto isLetter = [](QChar character) { return character.isLetter(); };
-    return text.size() <= maximumLength && std::any_of(text.cbegin(), text.cend(), isPicture) &&
+    return text.size() <= maximumLength && hasPictures(text) &&
            std::none_of(text.cbegin(), text.cend(), isLetter);
 }
 
+QFont withPictures(const QFont& font) {
+    static const QString family = familyOfPictures();
+    return withFamily(font, family);
+}
+
 PictureRun shape(const QString& text, const QFont& font) {
-    QTextLayout layout(text, font);
+    QTextLayout layout(text, withPictures(font));
     layout.beginLayout();
     QTextLine line = layout.createLine();
     layout.endLayout();
@@ -57,6 +64,16 @@ const PictureRun& pictureRun(const QString& text, const QFont& font, const QFont
     auto* made = new PictureRun(shape(text, font));
     runs.insert(key, made); // one alone always fits
     return *made;
+}
+
+/// What `line` is measured and drawn with, except for the marks in it that are kept.
+QFont fontOf(const TextLine& line, const Theme& theme) {
+    const QFont font = theme.font(line.style.role, line.style.weight);
+    const bool isKept = isPictorial(line.text) && !line.style.struckThrough;
+    QFont result = hasPictures(line.text) && !isKept ? withPictures(font) : font;
+    if (line.style.struckThrough) // any other is the one that has found its files already
+        result.setStrikeOut(true);
+    return result;
 }
 
 double widthOf(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
@@ -133,8 +150,22 @@ void drawPiece(
 
 } // namespace
 
+QString familyOfPictures() {
+    QFont wanted(u"emoji"_s); // what the desktop's font configuration takes for it
+    wanted.setStyleStrategy(QFont::NoFontMerging);
+    constexpr char32_t fire = U'🔥';
+    return QFontMetrics(wanted).inFontUcs4(fire) ? QFontInfo(wanted).family() : QString();
+}
+
+QFont withFamily(QFont font, const QString& family) {
+    // By the name of what is used: next after a name that is not known, `family` would come first.
+    if (!family.isEmpty())
+        font.setFamilies({QFontInfo(font).family(), family});
+    return font;
+}
+
 double textWidth(const TextLine& line, const Theme& theme) {
-    const QFont font = fontOf(line.style, theme);
+    const QFont font = fontOf(line, theme);
     const QFontMetricsF metrics(font);
     double width = 0;
     forEachPiece(
@@ -143,7 +174,7 @@ double textWidth(const TextLine& line, const Theme& theme) {
 }
 
 LineHeight lineHeight(const TextLine& line, const Theme& theme) {
-    const QFont font = fontOf(line.style, theme);
+    const QFont font = fontOf(line, theme);
     const QFontMetricsF metrics(font);
     LineHeight height{.ascent = metrics.ascent(), .whole = metrics.height()};
     // Pictures are as high as the letters beside them, whatever their font says.
@@ -167,14 +198,14 @@ bool isCut(const TextLine& line, const Theme& theme, double width) {
 TextLine elidedLine(const TextLine& line, const Theme& theme, double width) {
     if (!isCut(line, theme, width))
         return line;
-    const QFontMetricsF metrics(fontOf(line.style, theme));
+    const QFontMetricsF metrics(fontOf(line, theme));
     const QString text = singleLine(line.text);
     return {metrics.elidedText(text, Qt::ElideRight, std::max(0.0, width)), line.style};
 }
 
 void drawText(
     QPainter& painter, const QPointF& baseline, const TextLine& line, const Theme& theme) {
-    const QFont font = fontOf(line.style, theme);
+    const QFont font = fontOf(line, theme);
     const QFontMetricsF metrics(font);
     painter.save();
     // Each text runs the way it is written, whatever is around it.

@@ -6,6 +6,15 @@ class QPainter;
 
 namespace lumora {
 
+/// The family that the desktop draws pictures in texts with, such as a flame; empty where none has
+/// any. Asks the toolkit's fonts, some milliseconds where there are hundreds.
+[[nodiscard]] QString familyOfPictures();
+
+/// `font`, which looks into `family` for what it has no glyph for before it asks for all families
+/// that are installed: with hundreds, that takes longer than all else in a panel. The same when
+/// `family` is empty.
+[[nodiscard]] QFont withFamily(QFont font, const QString& family);
+
 /// The width of `line` in pixels, all of it. Line breaks count as spaces, here and below.
 [[nodiscard]] double textWidth(const TextLine& line, const Theme& theme);
 
