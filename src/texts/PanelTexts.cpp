@@ -39,8 +39,12 @@ QString noEventsText(const Briefing& briefing) {
     return briefing.eventsToday.empty() ? u"Nothing scheduled"_s : u"Nothing left today"_s;
 }
 
+QString moreText(qsizetype remaining) {
+    return u'+' + QString::number(remaining) + u" more"_s;
+}
+
 QString moreEventsText(qsizetype remaining) {
-    return u'+' + QString::number(remaining) + u" more today"_s;
+    return moreText(remaining) + u" today"_s;
 }
 
 QString habitsSummary(const Habits& habits) {

@@ -18,6 +18,9 @@ QString eventsSummary(const Briefing& briefing, const std::vector<BriefEvent>& u
 /// What stands in the place of the events when none is upcoming.
 QString noEventsText(const Briefing& briefing);
 
+/// The line below the last row shown of a section with more than it can show, e.g. "+3 more".
+QString moreText(qsizetype remaining);
+
 /// The line below the last event shown, e.g. "+3 more today".
 QString moreEventsText(qsizetype remaining);
 

@@ -85,6 +85,7 @@ TEST(EventsSummary, TellsAFinishedDayFromAnEmptyOne) {
 TEST(EventsText, SaysWhyThereAreNoRows) {
     EXPECT_EQ(PanelTexts::noEventsText(makeBriefing()), u"Nothing scheduled"_s);
     EXPECT_EQ(PanelTexts::noEventsText(makeBriefing({ended(u"A"_s)})), u"Nothing left today"_s);
+    EXPECT_EQ(PanelTexts::moreText(3), u"+3 more"_s);
     EXPECT_EQ(PanelTexts::moreEventsText(3), u"+3 more today"_s);
     EXPECT_EQ(PanelTexts::moreEventsText(1234), u"+1234 more today"_s);
 }

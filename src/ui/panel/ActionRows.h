@@ -2,6 +2,7 @@
 
 #include "briefing/Briefing.h"
 #include "ui/panel/KeyedRows.h"
+#include "ui/rows/PaintedRow.h"
 #include "ui/rows/RowButton.h"
 #include "ui/rows/SpokenRole.h"
 #include "ui/theme/PanelMetrics.h"
@@ -35,13 +36,14 @@ public:
     void setPending(bool pending);
 
 private:
+    void turnSpinner();
     void render();
 
     QString m_id;
     QString m_key;
     RowContent m_row;
     bool m_pending = false;
-    SpinnerMotion m_spinner;
+    SpinnerMotion* m_spinner = nullptr; ///< null until first pending: most rows never are
 };
 
 /// What one clickable row shows and stands for.
@@ -61,8 +63,11 @@ public:
     /// `themes` must outlive the rows.
     explicit ActionRows(const ThemeSource& themes, QWidget* parent = nullptr);
 
-    /// Shows one row per value; those whose key is in `pending` show a spinner.
-    void render(const std::vector<ActionRowValue>& values, const std::set<QString>& pending);
+    /// Shows one row per value; those whose key is in `pending` show a spinner. A last line tells
+    /// how many there are `beyond` these.
+    void render(
+        const std::vector<ActionRowValue>& values, const std::set<QString>& pending,
+        std::size_t beyond = 0);
 
 Q_SIGNALS:
     /// A row that is not pending was clicked.
@@ -70,13 +75,15 @@ Q_SIGNALS:
 
 private:
     const ThemeSource& m_themes;
+    PaintedRow* m_more;
+    QVBoxLayout* m_column;
     KeyedRows<ActionRow> m_rows;
 };
 
-/// The rows of the habits, in the briefing's order.
+/// The rows of the habits that are shown, in the briefing's order.
 [[nodiscard]] std::vector<ActionRowValue> habitRows(const Habits& habits);
 
-/// The rows of the chores, in the briefing's order.
+/// The rows of the chores that are shown, in the briefing's order.
 [[nodiscard]] std::vector<ActionRowValue> choreRows(const Chores& chores);
 
 } // namespace lumora

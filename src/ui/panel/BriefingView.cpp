@@ -99,11 +99,13 @@ void BriefingView::render(const PanelValues& values) {
 
     m_habits->setVisible(!briefing.habits.items.empty());
     m_habits->setSummary(PanelTexts::habitsSummary(briefing.habits));
-    m_habitRows->render(habitRows(briefing.habits), values.pending);
+    const auto habits = habitRows(briefing.habits);
+    m_habitRows->render(habits, values.pending, briefing.habits.items.size() - habits.size());
 
     m_chores->setVisible(!briefing.chores.top.empty());
     m_chores->setSummary(PanelTexts::choresSummary(briefing.chores));
-    m_choreRows->render(choreRows(briefing.chores), values.pending);
+    const auto chores = choreRows(briefing.chores);
+    m_choreRows->render(chores, values.pending, briefing.chores.top.size() - chores.size());
 
     m_spendingFigures = briefing.spending;
     m_spendingPending = values.pending.contains(ActionKeys::spending);

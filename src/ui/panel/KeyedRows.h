@@ -20,13 +20,13 @@ public:
 
     /// Makes one row per value: `make()` for a new one, and for each `apply(row, value)`. Costs
     /// grow with the number of values, whatever has become of their order.
-    template <typename Value, typename KeyOf, typename Make, typename Apply>
-    void reconcile(const std::vector<Value>& values, KeyOf keyOf, Make make, Apply apply) {
+    template <typename Values, typename KeyOf, typename Make, typename Apply>
+    void reconcile(const Values& values, KeyOf keyOf, Make make, Apply apply) {
         QHash<QString, Row*> unused = std::exchange(m_rows, {});
         QHash<QString, int> seen;
         std::vector<Row*> order;
         order.reserve(values.size());
-        for (const Value& value : values) {
+        for (const auto& value : values) {
             const QString key = keyOf(value);
             const QString unique = key + u'\n' + QString::number(seen[key]++);
             Row* row = unused.take(unique);

@@ -201,7 +201,7 @@ RowContent spendingPaceRow(const Spending& spending) {
     return row;
 }
 
-BucketColumns bucketColumns(const std::vector<Bucket>& buckets, const Theme& theme) {
+BucketColumns bucketColumns(std::span<const Bucket> buckets, const Theme& theme) {
     BucketColumns columns;
     QStringList icons;
     for (const Bucket& bucket : buckets) {

@@ -5,7 +5,20 @@
 
 #include <QLocale>
 
+#include <algorithm>
+#include <span>
+
 namespace lumora {
+
+/// How many habits, chores or buckets a section shows. No day has as many; one that is said to must
+/// not keep the panel from opening.
+inline constexpr std::size_t maximumSectionRows = 1000;
+
+/// Those of `values`, in order, that a section shows.
+template <typename Value>
+[[nodiscard]] std::span<const Value> shownInSection(const std::vector<Value>& values) {
+    return std::span(values).first(std::min(values.size(), maximumSectionRows));
+}
 
 /// A text in the caption size and the secondary colour.
 [[nodiscard]] RowContent captionRow(const QString& text);
@@ -51,7 +64,7 @@ struct BucketColumns {
     double icons = 0;  ///< the width of the widest icon, points
 };
 
-[[nodiscard]] BucketColumns bucketColumns(const std::vector<Bucket>& buckets, const Theme& theme);
+[[nodiscard]] BucketColumns bucketColumns(std::span<const Bucket> buckets, const Theme& theme);
 
 /// One bucket; a colour code that means nothing only leaves the bar out.
 [[nodiscard]] RowContent

@@ -1,5 +1,6 @@
 #include "ui/panel/SpendingFigures.h"
 
+#include "texts/PanelTexts.h"
 #include "ui/panel/RowContents.h"
 #include "ui/rows/RowButton.h"
 #include "ui/theme/PanelMetrics.h"
@@ -33,6 +34,7 @@ SpendingFigures::SpendingFigures(const ThemeSource& themes, QWidget* parent)
     , m_refresh(new RowButton(themes, PanelMetrics::button, this))
     , m_hide(new RowButton(themes, PanelMetrics::button, this))
     , m_pace(new PaintedRow(themes, PanelMetrics::besideRows, this))
+    , m_more(new PaintedRow(themes, PanelMetrics::besideRows, this))
     , m_asOf(new PaintedRow(themes, PanelMetrics::besideRows, this))
     , m_column(new QVBoxLayout)
     , m_buckets(*m_column)
@@ -48,6 +50,7 @@ SpendingFigures::SpendingFigures(const ThemeSource& themes, QWidget* parent)
     layout->addLayout(header);
     layout->addWidget(m_pace);
     layout->addLayout(m_column);
+    layout->addWidget(m_more);
     layout->addWidget(m_asOf);
     setFocusProxy(m_hide);
 
@@ -70,13 +73,17 @@ void SpendingFigures::render(const Spending& spending, bool refreshing) {
     m_pace->setSpokenContent(spendingPaceRow(spending));
     m_asOf->setSpokenContent(spendingAsOfRow(spending));
     m_asOf->setVisible(spending.stale);
-    const BucketColumns columns = bucketColumns(spending.top, m_themes.theme());
+    const auto shown = shownInSection(spending.top);
+    const BucketColumns columns = bucketColumns(shown, m_themes.theme());
     m_buckets.reconcile(
-        spending.top, [](const Bucket& bucket) { return bucket.bucket; },
+        shown, [](const Bucket& bucket) { return bucket.bucket; },
         [this] { return new PaintedRow(m_themes, PanelMetrics::besideRows, this); },
         [&](PaintedRow& row, const Bucket& bucket) {
             row.setSpokenContent(bucketRow(bucket, columns, locale));
         });
+    const std::size_t beyond = spending.top.size() - shown.size();
+    m_more->setVisible(beyond > 0);
+    m_more->setSpokenContent(captionRow(PanelTexts::moreText(qsizetype(beyond))));
     showRefreshing(refreshing);
 }
 

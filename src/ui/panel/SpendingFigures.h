@@ -38,6 +38,7 @@ private:
     RowButton* m_refresh;
     RowButton* m_hide;
     PaintedRow* m_pace;
+    PaintedRow* m_more;
     PaintedRow* m_asOf;
     QVBoxLayout* m_column;
     KeyedRows<PaintedRow> m_buckets;

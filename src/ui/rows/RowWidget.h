@@ -10,6 +10,7 @@
 #include <QWidget>
 
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace lumora {
@@ -55,10 +56,13 @@ public:
     }
 
     QSize sizeHint() const override {
-        const double width = naturalRowWidth(m_content, theme());
-        const double height = layOutRow(m_content, theme(), width).height;
-        return QSize(int(std::ceil(width)), int(std::ceil(height)))
-            .grownBy(this->contentsMargins());
+        // Layouts ask several times, and measuring texts is what takes the time in a long list.
+        if (!m_contentSize) {
+            const double width = naturalRowWidth(m_content, theme());
+            const double height = layOutRow(m_content, theme(), width).height;
+            m_contentSize.emplace(int(std::ceil(width)), int(std::ceil(height)));
+        }
+        return m_contentSize->grownBy(this->contentsMargins());
     }
 
     QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
@@ -79,6 +83,8 @@ protected:
         paintRow(painter, contentOrigin(), m_content, itemGeometry(), theme());
     }
 
+    const ThemeSource& themes() const { return m_themes; }
+
     const Theme& theme() const { return m_themes.theme(); }
 
 private:
@@ -87,6 +93,7 @@ private:
     }
 
     void showAnew() {
+        m_contentSize.reset();
         this->updateGeometry();
         this->update();
     }
@@ -94,6 +101,7 @@ private:
     const ThemeSource& m_themes;
     QMargins m_padding; ///< points
     RowContent m_content;
+    mutable std::optional<QSize> m_contentSize; ///< absent until somebody asks for it
 };
 
 } // namespace lumora

@@ -49,6 +49,31 @@ void movePointer(QWidget& widget, bool inside) {
 
 } // namespace
 
+TEST(SectionRows, AreAThousandAtMost) {
+    const std::vector<Habit> habits(1003, habit(u"read"_s, u"Read"_s));
+    EXPECT_EQ(habitRows({.done = 0, .total = 0, .items = habits}).size(), 1000U);
+    const std::vector<Chore> chores(1003, Chore{});
+    EXPECT_EQ(choreRows({.count = 0, .top = chores}).size(), 1000U);
+}
+
+TEST_F(ActionRowsTest, ALastLineTellsHowManyMoreThereAre) {
+    const auto values = habitRows(
+        {.done = 0, .total = 0, .items = {habit(u"read"_s, u"Read"_s), habit(u"run"_s, u"Run"_s)}});
+    m_rows.render(values, {}, 3);
+    settle();
+    EXPECT_EQ(shownTexts(m_rows), (QStringList{u"Read"_s, u"Run"_s, u"+3 more"_s}));
+    const auto* more = shown<PaintedRow>(m_rows).back();
+    EXPECT_EQ(more->accessibleName(), u"+3 more"_s);
+    EXPECT_EQ(
+        styleOf(more->content(), u"+3 more"_s),
+        (TextStyle{.role = TextRole::Caption, .color = ColorRole::Secondary}));
+    EXPECT_GE(more->y(), rows().back()->geometry().bottom());
+
+    m_rows.render(values, {});
+    settle();
+    EXPECT_EQ(shownTexts(m_rows), (QStringList{u"Read"_s, u"Run"_s}));
+}
+
 TEST_F(ActionRowsTest, ARowIsPaddedFourByThree) {
     render({habit(u"read"_s, u"Read"_s)});
     ActionRow& row = *rows().front();

@@ -87,5 +87,5 @@ TEST_F(PanelMotionTest, WhatIsUnderThePointerChangesAtOnce) {
     QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
     QCoreApplication::sendEvent(&m_row, &enter);
     EXPECT_NE(painted(m_row), before);
-    EXPECT_TRUE(m_row.findChildren<QVariantAnimation*>().size() == 1) << "the spinner alone";
+    EXPECT_TRUE(m_row.findChildren<QVariantAnimation*>().isEmpty());
 }

@@ -76,6 +76,20 @@ protected:
 
 } // namespace
 
+TEST_F(SpendingSectionTest, ShowsAThousandBucketsAndHowManyMore) {
+    Spending many = figures();
+    many.top.assign(1000, many.top.front());
+    m_panel.show(briefingWith(many));
+    reveal();
+    EXPECT_FALSE(shownTexts(*revealed()).join(u'\n').contains(u" more"_s));
+    many.top.insert(many.top.end(), 4, many.top.front());
+    m_panel.show(briefingWith(many));
+    EXPECT_EQ(shownTexts(*revealed()).count(u"Food"_s), 1000);
+    EXPECT_EQ(shownTexts(*revealed()).count(u"+4 more"_s), 1);
+    const QStringList spoken = spokenBy(QAccessible::queryAccessibleInterface(revealed()));
+    EXPECT_EQ(spoken.filter(u"+4 more"_s).size(), 1);
+}
+
 TEST_F(SpendingSectionTest, IsThereOnlyWithFigures) {
     m_panel.show(makeBriefing());
     EXPECT_EQ(header(), nullptr);
