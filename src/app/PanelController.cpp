@@ -14,6 +14,7 @@
 
 #include <QShortcut>
 
+#include <chrono>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -21,6 +22,12 @@ using namespace Qt::Literals::StringLiterals;
 namespace lumora {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+/// From the first briefing until the panel is got ready: by then the program has nothing else to
+/// do.
+constexpr auto restBeforePreparing = 2s;
 
 /// What a press at `position` tells of the place of the status item.
 AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
@@ -35,6 +42,7 @@ PanelController::PanelController(Dependencies dependencies)
     connect(&m_with.state, &AppState::changed, this, [this] {
         if (m_window && m_window->isVisible())
             render();
+        prepareOnce();
     });
     connect(&m_with.ticker, &Ticker::ticked, this, [this] {
         if (m_view)
@@ -123,6 +131,29 @@ void PanelController::connectView() {
     shortcut(Qt::CTRL | Qt::Key_R, refresh);
     shortcut(Qt::CTRL | Qt::Key_Comma, m_with.openSettings);
     shortcut(Qt::CTRL | Qt::Key_Q, m_with.quit);
+}
+
+void PanelController::prepareOnce() {
+    if (m_preparing || !m_with.state.lastGood())
+        return;
+    m_preparing = true;
+    spawn(this, m_with.clock.wait(restBeforePreparing), [this] { prepare(); });
+}
+
+void PanelController::prepare() {
+    if (m_window)
+        return; // the user was faster
+    window();
+    // Without failures: they are told when they are first shown, and nobody sees this.
+    m_view->render({
+        .state = LoadState(),
+        .lastGood = m_with.state.lastGood(),
+        .lastUpdated = m_with.state.lastUpdated(),
+        .pending = {},
+        .actionError = std::nullopt,
+        .now = m_with.clock.now(),
+    });
+    m_window->rehearse();
 }
 
 void PanelController::render() {

@@ -21,8 +21,9 @@ class ThemeSource;
 class Ticker;
 class UrlOpener;
 
-/// Makes the panel when it is first opened, keeps it in step with the state while it is open, and
-/// turns what the user does in it into actions. A closed panel is not rendered.
+/// Makes the panel when it is first opened, or shortly after the first briefing so that opening it
+/// takes no time; keeps it in step with the state while it is open, and turns what the user does
+/// in it into actions. After that a closed panel is not rendered.
 class PanelController : public QObject {
     Q_OBJECT
 
@@ -62,13 +63,16 @@ public:
 private:
     PanelWindow& window();
     void connectView();
+    void prepareOnce();
+    void prepare();
     void render();
     void capture(const QString& thought);
     void openDashboard();
 
     Dependencies m_with;
-    std::unique_ptr<PanelWindow> m_window; ///< null until first opened
+    std::unique_ptr<PanelWindow> m_window; ///< null until first opened or prepared
     MenuBarView* m_view = nullptr;         ///< a child of the window
+    bool m_preparing = false;              ///< that has been begun, or is not needed any more
 };
 
 } // namespace lumora

@@ -16,6 +16,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace lumora;
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
@@ -61,9 +63,18 @@ private:
     QWidget& m_window;
 };
 
+/// Whether anything in `window`, hidden or not, has `text` for its name.
+bool names(const QWidget& window, const QString& text) {
+    const auto parts = window.findChildren<QWidget*>();
+    return std::ranges::any_of(
+        parts, [&](const QWidget* part) { return part->accessibleName().contains(text); });
+}
+
 /// The panel over a real state, opened and closed as the status item does.
 class PanelControllerTest : public testing::Test {
 protected:
+    static constexpr auto rest = 2s; ///< until the panel is got ready
+
     void start() {
         harness.start();
         ticker.emplace(harness.clock);
@@ -85,11 +96,17 @@ protected:
         StateHarness::settle();
     }
 
-    PanelWindow* open() {
-        controller->open({});
+    /// Null until the controller has made one.
+    static PanelWindow* panel() {
         PanelWindow* window = nullptr;
         for (QWidget* shown : QApplication::topLevelWidgets())
             window = window ? window : qobject_cast<PanelWindow*>(shown);
+        return window;
+    }
+
+    PanelWindow* open() {
+        controller->open({});
+        PanelWindow* window = panel();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window));
         return window;
     }
@@ -174,4 +191,55 @@ TEST_F(PanelControllerTest, KeysWorkFromEverywhereInThePanel) {
     EXPECT_EQ(harness.transport.requests().size(), before + 2);
     EXPECT_EQ(settingsOpened, 2);
     EXPECT_EQ(quits, 2);
+}
+
+TEST_F(PanelControllerTest, GetsThePanelReadyOnceTheProgramRestsAfterTheFirstBriefing) {
+    start();
+    harness.clock.advance(1min);
+    EXPECT_EQ(panel(), nullptr) << "there is no briefing yet";
+    answer();
+    harness.clock.advance(rest - 1ms);
+    EXPECT_EQ(panel(), nullptr) << "there may be more to do";
+    harness.clock.advance(1ms);
+    PanelWindow* ready = panel();
+    ASSERT_NE(ready, nullptr);
+    EXPECT_FALSE(ready->isVisible());
+    EXPECT_TRUE(names(*ready, u"Today, updated"_s));
+
+    const PaintWitness witness(*ready);
+    spawn(harness.state->refresh());
+    harness.transport.complete(1, FakeHttpTransport::answer(200, briefingBody(2)));
+    StateHarness::settle();
+    harness.clock.advance(1min);
+    EXPECT_EQ(witness.paints, 0) << "once is enough";
+    EXPECT_EQ(open(), ready);
+}
+
+TEST_F(PanelControllerTest, DoesNotGetReadyWhatWasOpenedAlready) {
+    start();
+    answer();
+    PanelWindow* window = open();
+    close(*window);
+    const PaintWitness witness(*window);
+    harness.clock.advance(1min);
+    EXPECT_EQ(witness.paints, 0);
+    EXPECT_EQ(panel(), window);
+}
+
+TEST_F(PanelControllerTest, APanelThatIsGotReadyShowsTellsAndMarksNothing) {
+    start();
+    answer();
+    spawn(harness.state->perform(LumoAction::habitToggle(u"h1"_s), u"h1"_s));
+    harness.transport.complete(1, FakeHttpTransport::answer(401, "no"));
+    StateHarness::settle();
+    const QString error = harness.state->actionError().value();
+    const QWidget* const focus = QApplication::focusWidget();
+    harness.clock.advance(rest);
+    ASSERT_NE(panel(), nullptr);
+    EXPECT_FALSE(panel()->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), focus);
+    EXPECT_FALSE(panel()->testAttribute(Qt::WA_KeyboardFocusChange));
+    EXPECT_FALSE(showsAmount(*panel()));
+    EXPECT_FALSE(names(*panel(), error)) << "a failure is told when it is first shown";
+    EXPECT_TRUE(names(*open(), error));
 }

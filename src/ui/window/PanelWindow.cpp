@@ -119,6 +119,14 @@ void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activ
     settleLayouts();
 }
 
+void PanelWindow::rehearse() {
+    if (isVisible())
+        return;
+    settleLayouts();
+    arrange();
+    grab(); // the picture itself is of no use
+}
+
 void PanelWindow::followScreens() {
     for (const QScreen* screen : QGuiApplication::screens()) {
         for (const auto changed : {&QScreen::geometryChanged, &QScreen::availableGeometryChanged})

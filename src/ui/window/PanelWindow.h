@@ -50,6 +50,10 @@ public:
     /// one that came with what the user did; empty where there was none.
     void showAt(const AnchorEvidence& evidence, const QByteArray& activationToken = {});
 
+    /// Does once, where nobody sees it, what makes the first showing slow: finds the fonts, lays
+    /// the content out and paints all of it. Does nothing while the panel is open.
+    void rehearse();
+
     /// What the panel covers, in the window's coordinates.
     QRect panelRect() const { return m_panel; }
 

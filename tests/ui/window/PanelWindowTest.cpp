@@ -142,6 +142,24 @@ TEST_F(PanelWindowTest, OpensUnderATopBarWithABorder) {
     EXPECT_EQ(content->mapTo(window.get(), QPoint()), window->panelRect().topLeft() + QPoint(1, 1));
 }
 
+TEST_F(PanelWindowTest, IsRehearsedOutOfSight) {
+    int paints = 0;
+    const PaintWatcher watcher(content->button, [&] { ++paints; });
+    const QSignalSpy hidden(window.get(), &PanelWindow::hidden);
+    window->rehearse();
+    EXPECT_EQ(paints, 1);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(content->size(), QSize(320, 300));
+    EXPECT_EQ(hidden.size(), 0);
+
+    screen = windowBottomBar;
+    open(bottomItem);
+    EXPECT_EQ(window->panelGeometry(), QRect(339, 458, 322, 302)) << "as if nothing had been";
+    paints = 0;
+    window->rehearse();
+    EXPECT_EQ(paints, 0) << "what is seen has been painted";
+}
+
 TEST_F(PanelWindowTest, OpensAboveABottomBar) {
     screen = windowBottomBar;
     open(bottomItem);
