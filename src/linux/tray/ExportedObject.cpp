@@ -46,7 +46,7 @@ bool ExportedObject::handleMessage(
     return handleCall(message);
 }
 
-bool ExportedObject::handlePropertyCall(const QDBusMessage& call) const {
+bool ExportedObject::handlePropertyCall(const QDBusMessage& call) {
     const QVariantList arguments = call.arguments();
     const QString about = arguments.value(0).toString();
     if (!about.isEmpty() && about != m_interface) {
@@ -54,16 +54,19 @@ bool ExportedObject::handlePropertyCall(const QDBusMessage& call) const {
         return true;
     }
     if (call.member() == u"GetAll" && call.signature() == u"s") {
+        aboutToBeRead({});
         reply(call, {properties()});
         return true;
     }
     const QString name = arguments.value(1).toString();
     const QVariantMap all = properties();
     if (call.member() == u"Get" && call.signature() == u"ss") {
-        if (all.contains(name))
+        if (all.contains(name)) {
+            aboutToBeRead(name);
             reply(call, {QVariant::fromValue(QDBusVariant(all.value(name)))});
-        else
+        } else {
             fail(call, QDBusError::UnknownProperty, u"No property %1 now"_s.arg(name));
+        }
         return true;
     }
     if (call.member() == u"Set" && call.signature() == u"ssv") {

@@ -29,6 +29,9 @@ protected:
     /// The properties that the object has now, by name.
     virtual QVariantMap properties() const = 0;
 
+    /// Somebody reads the property `name`, or all of them where it is empty.
+    virtual void aboutToBeRead(const QString& /*name*/) {}
+
     /// Answers a call of the interface; false: there is no such method with these arguments.
     virtual bool handleCall(const QDBusMessage& call) = 0;
 
@@ -38,7 +41,7 @@ protected:
     void sendPropertiesChanged(const QVariantMap& changed, const QStringList& invalidated) const;
 
 private:
-    bool handlePropertyCall(const QDBusMessage& call) const;
+    bool handlePropertyCall(const QDBusMessage& call);
 
     QDBusConnection m_bus;
     QString m_path;

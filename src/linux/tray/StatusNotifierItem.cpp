@@ -65,8 +65,15 @@ void StatusNotifierItem::setToolTip(const StatusToolTip& toolTip) {
     if (std::exchange(m_toolTip, toolTip) == toolTip)
         return;
     // It changes every minute, with the age of the data, and every message wakes a thread here and
-    // the host there. All hosts go by this one.
-    sendSignal(u"NewToolTip"_s);
+    // the host there. All hosts go by this one. A host that has been told and has not read it yet
+    // either never will, or reads it when it is to be shown: it need not hear the same again.
+    if (std::exchange(m_toolTipRead, false))
+        sendSignal(u"NewToolTip"_s);
+}
+
+void StatusNotifierItem::aboutToBeRead(const QString& name) {
+    if (name.isEmpty() || name == u"ToolTip")
+        m_toolTipRead = true;
 }
 
 void StatusNotifierItem::setLabel(

@@ -35,6 +35,7 @@ Q_SIGNALS:
 
 protected:
     QVariantMap properties() const override;
+    void aboutToBeRead(const QString& name) override;
     bool handleCall(const QDBusMessage& call) override;
 
 private:
@@ -46,6 +47,7 @@ private:
     QString m_title;
     std::optional<QString> m_label;
     StatusToolTip m_toolTip;
+    bool m_toolTipRead = true; ///< since a host was last told of a new one, if one ever was
     QList<IconPixmap> m_pixmaps;
     QByteArray m_activationToken;
 };

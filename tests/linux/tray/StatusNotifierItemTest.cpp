@@ -143,6 +143,7 @@ TEST_F(StatusNotifierItemTest, TellsOfEachPartByItsOwnSignal) {
     m_item.setContent(m_content);
     EXPECT_THAT(m_probe.signalNames(), ElementsAre(u"NewTitle"_s, u"PropertiesChanged"_s));
 
+    EXPECT_EQ(toolTip().body, u"Standup in 12 minutes"_s);
     m_probe.forget();
     m_content.toolTipBody = u"Standup in 11 minutes"_s;
     m_item.setContent(m_content);
@@ -247,6 +248,25 @@ TEST_F(StatusNotifierItemTest, RefusesWhatItDoesNotKnow) {
         u"org.freedesktop.DBus.Error.PropertyReadOnly"_s);
     EXPECT_EQ(property("Title"), u"Lumora: Standup"_s);
     EXPECT_EQ(activated.size(), 0);
+}
+
+TEST_F(StatusNotifierItemTest, TellsOfAnotherToolTipOnlyWhoeverReadTheLast) {
+    const auto signalsAfter = [&](const QString& body) {
+        m_probe.forget();
+        m_content.toolTipBody = body;
+        m_item.setContent(m_content);
+        return m_probe.signalNames();
+    };
+    EXPECT_EQ(toolTip().body, u"Standup in 12 minutes"_s);
+    EXPECT_THAT(signalsAfter(u"11"_s), ElementsAre(u"NewToolTip"_s));
+    EXPECT_THAT(signalsAfter(u"10"_s), ElementsAre());
+    EXPECT_EQ(property("Title"), u"Lumora: Standup"_s);
+    EXPECT_THAT(signalsAfter(u"9"_s), ElementsAre()) << "the title alone was read";
+    EXPECT_EQ(toolTip().body, u"9"_s) << "whenever it is read, it is of now";
+    EXPECT_THAT(signalsAfter(u"8"_s), ElementsAre(u"NewToolTip"_s));
+    EXPECT_THAT(signalsAfter(u"7"_s), ElementsAre());
+    EXPECT_TRUE(m_probe.allProperties(itemPath, itemInterface).contains(u"ToolTip"_s));
+    EXPECT_THAT(signalsAfter(u"6"_s), ElementsAre(u"NewToolTip"_s));
 }
 
 TEST_F(StatusNotifierItemTest, DescribesItselfCompletely) {
