@@ -73,7 +73,7 @@ void refreshWithChange(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK(openPanel)->ArgName("habits")->Arg(10)->Arg(100)->Arg(1000);
+BENCHMARK(openPanel)->ArgName("habits")->Arg(10)->Arg(100)->Arg(1000)->Arg(10000);
 BENCHMARK(refreshWithoutChange)->ArgName("habits")->Arg(10);
 BENCHMARK(refreshWithChange)->ArgName("habits")->Arg(10);
 

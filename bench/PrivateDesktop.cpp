@@ -60,6 +60,9 @@ QProcessEnvironment PrivateDesktop::environment() const {
     environment.insert(u"DISPLAY"_s, m_display);
     environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_sessionBus.address());
     environment.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, m_systemBus.address());
+    // The fonts of a desktop, where whoever started this names them.
+    if (const QString fonts = qEnvironmentVariable("FONTCONFIG_FILE"); !fonts.isEmpty())
+        environment.insert(u"FONTCONFIG_FILE"_s, fonts);
     // Accessibility would look for a bus of its own.
     environment.insert(u"NO_AT_BRIDGE"_s, u"1"_s);
     return environment;
