@@ -298,3 +298,12 @@ TEST_F(CaptureFieldTest, HoldsAnyAmountOfText) {
     QTest::keyClick(m_field->edit(), Qt::Key_Return);
     EXPECT_EQ(sent(), QStringList{endless});
 }
+
+TEST_F(CaptureFieldTest, ShiftAndReturnBeginsANewLine) {
+    type(u"Buy milk"_s);
+    QTest::keyClick(m_field->edit(), Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(m_submitted.size(), 0);
+    EXPECT_TRUE(m_field->edit()->toPlainText().contains(u'\n'));
+    QTest::keyClick(m_field->edit(), Qt::Key_Return);
+    EXPECT_EQ(m_submitted.size(), 1);
+}

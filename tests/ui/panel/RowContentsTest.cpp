@@ -65,6 +65,7 @@ TEST(HeaderRow, SaysTodayAndTheAge) {
         styleOf(row, u"1m ago"_s),
         (TextStyle{.role = TextRole::Caption, .color = ColorRole::Secondary}));
     EXPECT_EQ(textsOf(headerRow({})), QStringList{u"Today"_s});
+    EXPECT_EQ(headerRow(u"4m ago"_s).alignment, RowContent::Alignment::FirstBaseline);
 }
 
 TEST(SectionHeaderRow, HasSymbolTitleBadgeSummaryAndChevron) {
@@ -304,6 +305,7 @@ TEST(BucketRow, KeepsItsAmountInSightWhateverIconAndLabelAre) {
     const RowGeometry geometry = layOutRow(row, plainTheme(), 296);
     EXPECT_DOUBLE_EQ(geometry.items.back().right(), 296);
     EXPECT_GE(geometry.items.at(3).width(), 8);
+    EXPECT_EQ(cutTexts(row, plainTheme(), 296), (QStringList{endless, endless}));
 }
 
 TEST(SpendingAsOfRow, HasTheClockSymbol) {
