@@ -112,7 +112,7 @@ QString AutostartRegistry::userFile() const {
 std::optional<QString> AutostartRegistry::effectiveFile() const {
     const QStringList folders = QStringList(m_places.userFolder) + m_places.systemFolders;
     for (const QString& folder : folders) {
-        const QString path = folder + u'/' + fileName;
+        QString path = folder + u'/' + fileName;
         if (isTaken(path))
             return path;
     }

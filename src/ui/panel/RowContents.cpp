@@ -104,17 +104,17 @@ double timeColumn(const QStringList& times, const Theme& theme) {
     return std::max(leastTimeColumn, widestOf(times, timeStyle(ColorRole::Primary), theme));
 }
 
-RowContent eventRow(const BriefEvent& event, const TimeCell& cell, bool isNext) {
-    RowItem time =
-        RowItem::text(cell.text, timeStyle(isNext ? ColorRole::Primary : ColorRole::Secondary));
-    time.width = cell.column;
+RowContent eventRow(const BriefEvent& event, const TimeCell& time, bool isNext) {
+    RowItem when =
+        RowItem::text(time.text, timeStyle(isNext ? ColorRole::Primary : ColorRole::Secondary));
+    when.width = time.column;
     RowItem what =
         RowItem::shrinkingText(event.title, {.weight = isNext ? QFont::DemiBold : QFont::Normal});
     if (event.location && !event.location->isEmpty())
         what.lines.push_back(
             {*event.location, {.role = TextRole::Caption2, .color = ColorRole::Secondary}});
     return {
-        .items = {time, what, RowItem::space()},
+        .items = {when, what, RowItem::space()},
         .spacing = 8,
         .alignment = RowContent::Alignment::FirstBaseline,
     };
