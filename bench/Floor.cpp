@@ -9,13 +9,10 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
 #include <QPainter>
-#include <QSslCertificate>
-#include <QSslConfiguration>
 #include <QWidget>
+
+#include <curl/curl.h>
 
 #include <memory>
 
@@ -111,25 +108,19 @@ QDBusPendingCall registerItem(const QDBusConnection& bus) {
     return bus.asyncCall(call);
 }
 
-// Certificates beyond the system's are trusted in the way that Lumora trusts them.
-QSslConfiguration trust() {
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    const QString file = qEnvironmentVariable("SSL_CERT_FILE");
-    if (!file.isEmpty()) {
-        configuration.setCaCertificates(
-            QSslConfiguration::systemCaCertificates() + QSslCertificate::fromPath(file));
-    }
-    return configuration;
+size_t drop(const char*, size_t size, size_t count, void*) {
+    return size * count;
 }
 
-void get(QNetworkAccessManager& network, const QString& url) {
-    QNetworkRequest request{QUrl(url)};
-    request.setSslConfiguration(trust());
-    QNetworkReply* const reply = network.get(request);
-    QObject::connect(reply, &QNetworkReply::finished, reply, [reply] {
-        reply->readAll();
-        reply->deleteLater();
-    });
+// Certificates are found in the way that Lumora finds them, one of the test's own in SSL_CERT_FILE.
+void get(const QByteArray& url) {
+    CURL* const transfer = curl_easy_init();
+    curl_easy_setopt(transfer, CURLOPT_URL, url.constData());
+    curl_easy_setopt(transfer, CURLOPT_CAPATH, "/etc/ssl/certs");
+    curl_easy_setopt(transfer, CURLOPT_CAINFO, qgetenv("SSL_CERT_FILE").constData());
+    curl_easy_setopt(transfer, CURLOPT_WRITEFUNCTION, &drop);
+    curl_easy_perform(transfer);
+    curl_easy_cleanup(transfer);
 }
 
 } // namespace
@@ -142,12 +133,10 @@ int main(int argc, char** argv) {
     new BareItem(&item);
     bus.registerObject(u"/StatusNotifierItem"_s, &item);
     const QDBusPendingCallWatcher registered(registerItem(bus));
-    QNetworkAccessManager network;
-    QObject::connect(
-        &registered, &QDBusPendingCallWatcher::finished, &network, [&network, &arguments] {
-            if (arguments.value(1) == u"--get")
-                get(network, arguments.value(2));
-        });
+    QObject::connect(&registered, &QDBusPendingCallWatcher::finished, &item, [&arguments] {
+        if (arguments.value(1) == u"--get")
+            get(arguments.value(2).toUtf8());
+    });
     return QApplication::exec();
 }
 

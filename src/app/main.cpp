@@ -106,7 +106,6 @@ void passOnUnlessUnsupported(
 
 int runProgram(int& argc, char** argv, const RunCommand& run) {
     const QByteArray token = inheritedActivationToken(); // as long as it is there
-    completeProxyVariables();
     usualHandler = qInstallMessageHandler(passOnUnlessUnsupported);
     std::optional<StartupEnvironment> startupEnvironment(std::in_place);
     QApplication application(argc, argv);

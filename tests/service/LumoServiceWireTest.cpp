@@ -1,6 +1,6 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSecretStore.h"
-#include "linux/http/QtHttpTransport.h"
+#include "linux/http/CurlHttpTransport.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 #include "support/Fixtures.h"
@@ -42,7 +42,7 @@ protected:
     }
 
     FakeClock clock;
-    QtHttpTransport transport{{2s, 5s, 1'000'000}};
+    CurlHttpTransport transport{{2s, 5s, 1'000'000}};
     FakeSecretStore store;
     KeychainService keychain{store};
     LumoService service{transport, keychain, clock};

@@ -1,6 +1,6 @@
 #include "demo/DemoServer.h"
 #include "demo/DemoService.h"
-#include "linux/http/QtHttpTransport.h"
+#include "linux/http/CurlHttpTransport.h"
 #include "service/LumoAction.h"
 #include "support/Patience.h"
 #include "support/StateHarness.h"
@@ -91,7 +91,7 @@ protected:
     FakeClock clock;
     MemoryPreferences preferences;
     FakeSecretStore secrets;
-    QtHttpTransport transport{{5s, 10s, 1'000'000}};
+    CurlHttpTransport transport{{5s, 10s, 1'000'000}};
     WakeMonitor wake;
     RecordingReminders reminders;
     KeychainService keychain{secrets};

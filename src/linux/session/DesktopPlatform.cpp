@@ -4,7 +4,7 @@
 #include "linux/appearance/PanelToneMonitor.h"
 #include "linux/appearance/PortalAppearance.h"
 #include "linux/autostart/AutostartRegistry.h"
-#include "linux/http/QtHttpTransport.h"
+#include "linux/http/CurlHttpTransport.h"
 #include "linux/notifications/DesktopNotificationCenter.h"
 #include "linux/preferences/ConfFilePreferences.h"
 #include "linux/secrets/LibsecretStore.h"
@@ -59,7 +59,7 @@ void makeAppearances(PlatformFamily& family) {
 PlatformFamily makeCommonPlatform() {
     PlatformFamily family;
     family.clock = std::make_unique<SystemClock>();
-    family.transport = std::make_unique<QtHttpTransport>();
+    family.transport = std::make_unique<CurlHttpTransport>();
     family.wake = std::make_unique<LogindWakeMonitor>();
     family.network = std::make_unique<NetworkManagerMonitor>();
     family.urls = std::make_unique<DesktopUrlOpener>();

@@ -17,17 +17,6 @@ const QByteArray sessionVariable = "DESKTOP_SESSION";
 const QByteArray gnomeVariable = "GNOME_DESKTOP_SESSION_ID";
 const QByteArray kdeVariable = "KDE_FULL_SESSION";
 
-const QByteArray noProxyVariable = "no_proxy";
-
-// Each in the spelling that everybody reads, and in the one that some do not. The capitals of
-// http_proxy are left out, as elsewhere: requests to a web server can set them.
-const QList<std::pair<QByteArray, QByteArray>> proxyVariables = {
-    {"http_proxy", {}},
-    {"https_proxy", "HTTPS_PROXY"},
-    {"all_proxy", "ALL_PROXY"},
-    {noProxyVariable, "NO_PROXY"},
-};
-
 /// Those of the variables that are set.
 Environment presentVariables(const QList<QByteArray>& names) {
     Environment environment;
@@ -69,28 +58,6 @@ Environment startupOverrides(const Environment& environment) {
     if (onGtkDesktop)
         overrides.insert(desktopVariable, "X-Generic");
     return overrides;
-}
-
-Environment completedProxies(const Environment& environment) {
-    Environment completed;
-    for (const auto& [name, capitals] : proxyVariables) {
-        const QByteArray present = environment.value(name);
-        QByteArray wanted = (present.isEmpty() ? environment.value(capitals) : present).trimmed();
-        if (name != noProxyVariable && !wanted.isEmpty() && !wanted.contains("://"))
-            wanted.prepend("http://");
-        if (!wanted.isEmpty() && wanted != present)
-            completed.insert(name, wanted);
-    }
-    return completed;
-}
-
-void completeProxyVariables() {
-    QList<QByteArray> names;
-    for (const auto& [name, capitals] : proxyVariables)
-        names << name << capitals;
-    const Environment completed = completedProxies(presentVariables(names));
-    for (auto it = completed.cbegin(); it != completed.cend(); ++it)
-        qputenv(it.key().constData(), it.value());
 }
 
 StartupEnvironment::StartupEnvironment() {

@@ -18,15 +18,6 @@ using Environment = QHash<QByteArray, QByteArray>;
 /// and the start-up time for nothing that the program shows.
 Environment startupOverrides(const Environment& environment);
 
-/// The proxy variables that are missing or incomplete in `environment`: those that are there in
-/// capitals only, and those that name no scheme, such as "host:3128", with the one that is meant,
-/// http.
-Environment completedProxies(const Environment& environment);
-
-/// Completes the proxy variables, for good: programs started later read the same from them. To be
-/// called before there are threads.
-void completeProxyVariables();
-
 /// Applies the overrides for as long as it lives, so that programs started later see the
 /// environment as the user has it.
 class StartupEnvironment {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/http/QtHttpTransport.h"
+#include "linux/http/CurlHttpTransport.h"
 #include "support/Await.h"
 #include "support/ScriptedServer.h"
 
@@ -20,7 +20,7 @@ inline HttpRequest post(const QUrl& url, const QByteArray& body) {
 
 /// The outcome of one exchange over a transport of its own.
 inline HttpOutcome fetch(HttpRequest request, HttpLimits limits = {}) {
-    QtHttpTransport transport(limits);
+    CurlHttpTransport transport(limits);
     return awaitValue(transport.exchange(std::move(request)));
 }
 

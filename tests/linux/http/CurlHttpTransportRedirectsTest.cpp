@@ -10,19 +10,19 @@ using namespace lumora::tests;
 using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
-TEST(QtHttpTransportRedirects, TheDeadlineCountsAllRedirectsTogether) {
+TEST(CurlHttpTransportRedirects, TheDeadlineCountsAllRedirectsTogether) {
     ScriptedServer server([](QTcpSocket& connection, const QByteArray&) {
         QTimer::singleShot(100ms, &connection, [&connection] {
             connection.write(ScriptedServer::answer("302 Found", "", "Location: /on\r\n"));
             connection.disconnectFromHost();
         });
     });
-    const HttpOutcome outcome = fetch(get(server.url(u"/"_s)), {5s, 1s});
+    const HttpOutcome outcome = fetch(get(server.url(u"/"_s)), {.inactivity = 5s, .total = 1s});
     EXPECT_EQ(summary(outcome), "failed: The request timed out");
     EXPECT_GE(server.requests().size(), 2);
 }
 
-TEST(QtHttpTransportRedirects, FollowsRedirectsWithinTheOrigin) {
+TEST(CurlHttpTransportRedirects, FollowsRedirectsWithinTheOrigin) {
     for (const QByteArray status : {"301 M", "302 F", "303 S", "307 T", "308 P"}) {
         ScriptedServer server([status](QTcpSocket& connection, const QByteArray& request) {
             connection.write(
@@ -38,7 +38,7 @@ TEST(QtHttpTransportRedirects, FollowsRedirectsWithinTheOrigin) {
     }
 }
 
-TEST(QtHttpTransportRedirects, A307RepeatsThePostWithItsBodyA303DoesNot) {
+TEST(CurlHttpTransportRedirects, A307RepeatsThePostWithItsBodyA303DoesNot) {
     QByteArray status;
     ScriptedServer server([&status](QTcpSocket& connection, const QByteArray& request) {
         connection.write(
@@ -59,7 +59,7 @@ TEST(QtHttpTransportRedirects, A307RepeatsThePostWithItsBodyA303DoesNot) {
     EXPECT_EQ(header(server.requests()[3], "Content-Type"), std::nullopt);
 }
 
-TEST(QtHttpTransportRedirects, TheTokenNeverLeavesTheOrigin) {
+TEST(CurlHttpTransportRedirects, TheTokenNeverLeavesTheOrigin) {
     ScriptedServer other(ScriptedServer::always(ScriptedServer::answer("200 OK", "elsewhere")));
     for (const QByteArray host : {"127.0.0.1", "localhost"}) {
         const QByteArray location = "http://" + host + ":" + QByteArray::number(other.port());
@@ -75,7 +75,7 @@ TEST(QtHttpTransportRedirects, TheTokenNeverLeavesTheOrigin) {
     EXPECT_EQ(other.connectionCount(), 0);
 }
 
-TEST(QtHttpTransportRedirects, GivesUpOnARedirectLoop) {
+TEST(CurlHttpTransportRedirects, GivesUpOnARedirectLoop) {
     ScriptedServer server(
         ScriptedServer::always(ScriptedServer::answer("302 Found", "round", "Location: /\r\n")));
     EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "302 round");

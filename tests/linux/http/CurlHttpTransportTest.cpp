@@ -8,14 +8,14 @@ using namespace lumora;
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 
-TEST(QtHttpTransport, HandsOverStatusAndBody) {
+TEST(CurlHttpTransport, HandsOverStatusAndBody) {
     ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "hello")));
     EXPECT_EQ(summary(fetch(get(server.url(u"/a?b=c"_s)))), "200 hello");
     ASSERT_EQ(server.requests().size(), 1);
     EXPECT_TRUE(server.requests().first().startsWith("GET /a?b=c HTTP/1.1\r\n"));
 }
 
-TEST(QtHttpTransport, SendsTheGivenHeadersAndItsOwnName) {
+TEST(CurlHttpTransport, SendsTheGivenHeadersAndItsOwnName) {
     ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "")));
     fetch(get(server.url(u"/"_s)));
     const QByteArray request = server.requests().value(0);
@@ -26,7 +26,7 @@ TEST(QtHttpTransport, SendsTheGivenHeadersAndItsOwnName) {
     EXPECT_EQ(header(request, "Cookie"), std::nullopt);
 }
 
-TEST(QtHttpTransport, PostsTheBody) {
+TEST(CurlHttpTransport, PostsTheBody) {
     ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "")));
     fetch(post(server.url(u"/"_s), R"({"type":"capture"})"));
     const QByteArray request = server.requests().value(0);
@@ -36,7 +36,7 @@ TEST(QtHttpTransport, PostsTheBody) {
                                  R"({"type":"capture"})"));
 }
 
-TEST(QtHttpTransport, AStatusIsAnAnswerWhateverItIs) {
+TEST(CurlHttpTransport, AStatusIsAnAnswerWhateverItIs) {
     for (const int status :
          {204, 304, 400, 401, 403, 404, 405, 407, 409, 410, 418, 429, 451, 499, 500, 501, 503,
           599}) {
@@ -50,7 +50,7 @@ TEST(QtHttpTransport, AStatusIsAnAnswerWhateverItIs) {
     }
 }
 
-TEST(QtHttpTransport, AChallengeForCredentialsIsAnAnswerAtOnce) {
+TEST(CurlHttpTransport, AChallengeForCredentialsIsAnAnswerAtOnce) {
     for (const QByteArray challenge : {"Basic realm=\"r\"", "Digest realm=\"r\", nonce=\"n\""}) {
         ScriptedServer server(ScriptedServer::always(ScriptedServer::answer(
             "401 Unauthorized", "no", "WWW-Authenticate: " + challenge + "\r\n")));
@@ -60,27 +60,27 @@ TEST(QtHttpTransport, AChallengeForCredentialsIsAnAnswerAtOnce) {
     }
 }
 
-TEST(QtHttpTransport, KeepsNoCookies) {
+TEST(CurlHttpTransport, KeepsNoCookies) {
     ScriptedServer server(
         ScriptedServer::always(ScriptedServer::answer("200 OK", "", "Set-Cookie: a=b\r\n")));
-    QtHttpTransport transport;
+    CurlHttpTransport transport;
     awaitValue(transport.exchange(get(server.url(u"/"_s))));
     awaitValue(transport.exchange(get(server.url(u"/"_s))));
     ASSERT_EQ(server.requests().size(), 2);
     EXPECT_EQ(header(server.requests()[1], "Cookie"), std::nullopt);
 }
 
-TEST(QtHttpTransport, KeepsNoCache) {
+TEST(CurlHttpTransport, KeepsNoCache) {
     ScriptedServer server(ScriptedServer::always(
         ScriptedServer::answer("200 OK", "x", "Cache-Control: max-age=600\r\nETag: \"e\"\r\n")));
-    QtHttpTransport transport;
+    CurlHttpTransport transport;
     awaitValue(transport.exchange(get(server.url(u"/"_s))));
     EXPECT_EQ(summary(awaitValue(transport.exchange(get(server.url(u"/"_s))))), "200 x");
     ASSERT_EQ(server.requests().size(), 2);
     EXPECT_EQ(header(server.requests()[1], "If-None-Match"), std::nullopt);
 }
 
-TEST(QtHttpTransport, AServerThatClosesUnansweredSeesTheRequestOnce) {
+TEST(CurlHttpTransport, AServerThatClosesUnansweredSeesTheRequestOnce) {
     ScriptedServer server([](QTcpSocket& connection, const QByteArray&) { connection.close(); });
     EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "failed: Connection closed");
     EXPECT_EQ(server.requests().size(), 1);
@@ -88,47 +88,34 @@ TEST(QtHttpTransport, AServerThatClosesUnansweredSeesTheRequestOnce) {
     EXPECT_EQ(server.requests().size(), 2);
 }
 
-TEST(QtHttpTransport, AServerThatClosesAfterAnInterimAnswerSeesTheRequestOnce) {
+TEST(CurlHttpTransport, AServerThatClosesAfterAnInterimAnswerSeesTheRequestOnce) {
     ScriptedServer server(ScriptedServer::always("HTTP/1.1 100 Continue\r\n\r\n"));
     EXPECT_FALSE(fetch(get(server.url(u"/"_s))));
     EXPECT_FALSE(fetch(post(server.url(u"/"_s), "{}")));
     EXPECT_EQ(server.requests().size(), 2);
 }
 
-TEST(QtHttpTransport, AnInterimAnswerIsPassedOver) {
-    const QByteArray once = "HTTP/1.1 100 Continue\r\n\r\n";
-    for (const QByteArray& interim : {once, once + once + once}) {
-        ScriptedServer server(
-            ScriptedServer::always(interim + ScriptedServer::answer("200 OK", "x")));
-        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "200 x");
-        EXPECT_EQ(server.requests().size(), 1);
-    }
-}
-
-// Qt passes over status 100 alone and closes its ears at any other.
-TEST(QtHttpTransport, AnInterimAnswerOfAnotherKindIsTakenForTheAnswer) {
+TEST(CurlHttpTransport, InterimAnswersArePassedOver) {
     const QByteArray hints = "HTTP/1.1 103 Early Hints\r\nLink: </a>; rel=preload\r\n\r\n";
-    const std::pair<QByteArray, std::string> rows[] = {
-        {"HTTP/1.1 102 Processing\r\n\r\n", "102 "},
-        {hints, "103 "},
-        {hints + hints, "103 "},
-    };
-    for (const auto& [interim, taken] : rows) {
+    const QByteArray proceed = "HTTP/1.1 100 Continue\r\n\r\n";
+    const QByteArray processing = "HTTP/1.1 102 Processing\r\n\r\n";
+    for (const QByteArray& interim :
+         {proceed, proceed + proceed, processing, hints, hints + hints + processing}) {
         ScriptedServer server(
             ScriptedServer::always(interim + ScriptedServer::answer("200 OK", "x")));
-        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), taken);
+        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "200 x") << interim.constData();
         EXPECT_EQ(server.requests().size(), 1);
     }
 }
 
-TEST(QtHttpTransport, AServerThatResetsTheConnectionSeesTheRequestOnce) {
+TEST(CurlHttpTransport, AServerThatResetsTheConnectionSeesTheRequestOnce) {
     ScriptedServer server([](QTcpSocket& connection, const QByteArray&) { connection.abort(); });
     EXPECT_FALSE(fetch(get(server.url(u"/"_s))));
     EXPECT_FALSE(fetch(post(server.url(u"/"_s), "{}")));
     EXPECT_EQ(server.requests().size(), 2);
 }
 
-TEST(QtHttpTransport, NoRequestIsRepeatedAfterAnAnsweredOneEither) {
+TEST(CurlHttpTransport, NoRequestIsRepeatedAfterAnAnsweredOneEither) {
     int number = 0;
     // A server that keeps its connections open, until it closes one without answering.
     ScriptedServer server([&number](QTcpSocket& connection, const QByteArray&) {
@@ -137,7 +124,7 @@ TEST(QtHttpTransport, NoRequestIsRepeatedAfterAnAnsweredOneEither) {
         else
             connection.close();
     });
-    QtHttpTransport transport;
+    CurlHttpTransport transport;
     for (const auto& request : {get(server.url(u"/"_s)), post(server.url(u"/"_s), "{}")}) {
         EXPECT_EQ(summary(awaitValue(transport.exchange(request))), "200 x");
         EXPECT_EQ(summary(awaitValue(transport.exchange(request))), "failed: Connection closed");
@@ -145,7 +132,7 @@ TEST(QtHttpTransport, NoRequestIsRepeatedAfterAnAnsweredOneEither) {
     EXPECT_EQ(server.requests().size(), 4);
 }
 
-TEST(QtHttpTransport, AnAnswerCutShortIsAFailure) {
+TEST(CurlHttpTransport, AnAnswerCutShortIsAFailure) {
     for (const QByteArray bytes : {
              "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n12345",
              "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n12345\r\n",
@@ -160,30 +147,28 @@ TEST(QtHttpTransport, AnAnswerCutShortIsAFailure) {
     }
 }
 
-TEST(QtHttpTransport, SomethingOtherThanHttpIsNoAnswer) {
+TEST(CurlHttpTransport, SomethingOtherThanHttpIsNoAnswer) {
     for (const QByteArray bytes :
          {"SSH-2.0-OpenSSH_9.2p1\r\n", "{\"a\": 1}\n", "ICY 200 OK\r\n\r\n",
-          "HTTP/1.1 abc OK\r\n\r\n"}) {
+          "HTTP/1.1 abc OK\r\n\r\n", "HTTP/1.1 0 OK\r\n\r\nx"}) {
         ScriptedServer server([bytes](QTcpSocket& connection, const QByteArray&) {
             connection.write(bytes); // and waits, as such servers do
         });
-        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "failed: Connection closed")
+        EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "no HTTP: The answer is no HTTP")
             << bytes.constData();
         EXPECT_EQ(server.requests().size(), 1);
     }
-    ScriptedServer server(ScriptedServer::always("HTTP/1.1 0 OK\r\n\r\nx"));
-    EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "no HTTP: The answer is no HTTP");
 }
 
-TEST(QtHttpTransport, ABrokenCompressionIsAFailure) {
+TEST(CurlHttpTransport, NothingIsAskedToBeCompressedNorUnpacked) {
     ScriptedServer server(ScriptedServer::always(
         ScriptedServer::answer("200 OK", "no zlib at all", "Content-Encoding: gzip\r\n")));
-    EXPECT_EQ(
-        summary(fetch(get(server.url(u"/"_s)))), "failed: The answer is compressed and damaged");
-    EXPECT_EQ(server.requests().size(), 1);
+    EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "200 no zlib at all");
+    ASSERT_EQ(server.requests().size(), 1);
+    EXPECT_EQ(header(server.requests()[0], "Accept-Encoding"), "identity");
 }
 
-TEST(QtHttpTransport, ARefusedConnectionIsAFailure) {
+TEST(CurlHttpTransport, ARefusedConnectionIsAFailure) {
     QUrl url;
     {
         ScriptedServer server(ScriptedServer::always({}));
@@ -192,7 +177,7 @@ TEST(QtHttpTransport, ARefusedConnectionIsAFailure) {
     EXPECT_EQ(summary(fetch(get(url))), "failed: Connection refused");
 }
 
-TEST(QtHttpTransport, OnlyHttpAddressesAreAsked) {
+TEST(CurlHttpTransport, OnlyHttpAddressesAreAsked) {
     for (const QString& text :
          {u"file:///etc/hostname"_s, u"data:,x"_s, u"https:///x"_s, u"example.com/x"_s}) {
         EXPECT_EQ(
@@ -200,7 +185,7 @@ TEST(QtHttpTransport, OnlyHttpAddressesAreAsked) {
     }
 }
 
-TEST(QtHttpTransport, AHeaderStaysOnItsLine) {
+TEST(CurlHttpTransport, AHeaderStaysOnItsLine) {
     ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "")));
     HttpRequest request = get(server.url(u"/"_s));
     request.headers[0].second = "T\r\nX-Other: 1";
@@ -212,11 +197,11 @@ TEST(QtHttpTransport, AHeaderStaysOnItsLine) {
     EXPECT_EQ(header(server.requests().value(0), "X-Api-Key"), "T");
 }
 
-TEST(QtHttpTransport, ExchangesOverlap) {
+TEST(CurlHttpTransport, ExchangesOverlap) {
     QList<QTcpSocket*> waiting;
     ScriptedServer server(
         [&waiting](QTcpSocket& connection, const QByteArray&) { waiting += &connection; });
-    QtHttpTransport transport;
+    CurlHttpTransport transport;
     auto first = transport.exchange(get(server.url(u"/first"_s)));
     ASSERT_TRUE(QTest::qWaitFor([&] { return waiting.size() == 1; }, patience));
     auto second = transport.exchange(get(server.url(u"/second"_s)));
@@ -228,12 +213,12 @@ TEST(QtHttpTransport, ExchangesOverlap) {
     EXPECT_EQ(summary(awaitValue(std::move(first))), "200 1");
 }
 
-TEST(QtHttpTransport, DestructionEndsWhatIsUnderWay) {
+TEST(CurlHttpTransport, DestructionEndsWhatIsUnderWay) {
     ScriptedServer server([](QTcpSocket&, const QByteArray&) {});
     std::optional<QCoro::Task<HttpOutcome>> first;
     std::optional<QCoro::Task<HttpOutcome>> second;
     {
-        QtHttpTransport transport;
+        CurlHttpTransport transport;
         first = transport.exchange(get(server.url(u"/"_s)));
         ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requests().isEmpty(); }, patience));
         second = transport.exchange(get(server.url(u"/"_s))); // not even begun
@@ -246,7 +231,7 @@ TEST(QtHttpTransport, DestructionEndsWhatIsUnderWay) {
 namespace {
 
 QCoro::Task<>
-destroyWhenAnswered(std::unique_ptr<QtHttpTransport>* transport, HttpRequest request) {
+destroyWhenAnswered(std::unique_ptr<CurlHttpTransport>* transport, HttpRequest request) {
     auto exchange = (*transport)->exchange(std::move(request));
     const HttpOutcome outcome = co_await exchange;
     transport->reset();
@@ -254,9 +239,9 @@ destroyWhenAnswered(std::unique_ptr<QtHttpTransport>* transport, HttpRequest req
 
 } // namespace
 
-TEST(QtHttpTransport, WhoWaitsForAnAnswerMayDestroyTheTransport) {
+TEST(CurlHttpTransport, WhoWaitsForAnAnswerMayDestroyTheTransport) {
     ScriptedServer server(ScriptedServer::always(ScriptedServer::answer("200 OK", "x")));
-    auto transport = std::make_unique<QtHttpTransport>();
+    auto transport = std::make_unique<CurlHttpTransport>();
     const auto task = destroyWhenAnswered(&transport, get(server.url(u"/"_s)));
     EXPECT_TRUE(QTest::qWaitFor([&] { return transport == nullptr; }, patience));
     EXPECT_TRUE(task.isReady());
