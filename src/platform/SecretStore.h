@@ -30,7 +30,7 @@ struct SecretLookup {
 enum class SecretRemoval { Removed, NotFound, Failed };
 
 /// The user's credential store. Every call is synchronous, never waits for a person, and answers
-/// within two seconds.
+/// within half a second; once nobody has answered, the calls of the next half minute fail at once.
 class SecretStore : public QObject {
     Q_OBJECT
 
@@ -43,6 +43,10 @@ public:
 
     /// Removes every item with the key's attributes.
     [[nodiscard]] virtual SecretRemoval remove(const SecretKey& key) = 0;
+
+    /// Has the user asked, in the background and once per locking, to unlock what the last look-up
+    /// found locked. Nothing happens when it found nothing locked.
+    virtual void askToUnlock() {}
 
     /// What people call the program that keeps the secrets; empty while nobody knows.
     [[nodiscard]] virtual QString keeper() { return {}; }

@@ -36,6 +36,10 @@ std::optional<QString> KeychainService::getToken() const {
     return token;
 }
 
+void KeychainService::askToUnlock() const {
+    m_store.askToUnlock();
+}
+
 bool KeychainService::setToken(const QString& token) {
     const QString trimmed = token.trimmed();
     if (trimmed.isEmpty())

@@ -19,6 +19,10 @@ public:
     /// be read.
     [[nodiscard]] std::optional<QString> getToken() const;
 
+    /// Has the user asked, in the background and once per locking, to unlock the store in which
+    /// getToken() could not read. Drawing must not lead to this.
+    void askToUnlock() const;
+
     /// Replaces the token by `token` without its surrounding white space; when nothing is left of
     /// it, deletes the token instead. False when the store refused.
     [[nodiscard]] bool setToken(const QString& token);

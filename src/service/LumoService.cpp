@@ -83,8 +83,10 @@ QCoro::Task<LumoService::Bytes> LumoService::send(
 QCoro::Task<LumoService::Bytes>
 LumoService::sendOnce(QString endpoint, QByteArray method, std::optional<QByteArray> body) {
     const auto token = m_keychain.getToken();
-    if (!token)
+    if (!token) {
+        m_keychain.askToUnlock();
         co_return tl::unexpected(LumoError::notConfigured());
+    }
     const auto url = parseEndpoint(endpoint);
     if (!url)
         co_return tl::unexpected(url.error());

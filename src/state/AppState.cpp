@@ -96,6 +96,7 @@ void AppState::observeWake() {
 
 QCoro::Task<> AppState::refresh() {
     if (!isConfigured()) {
+        m_with.keychain.askToUnlock();
         setState(LoadState::failed(u"Not configured — open Settings"_s));
         co_return;
     }

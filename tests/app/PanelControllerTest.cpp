@@ -131,6 +131,17 @@ protected:
 
 } // namespace
 
+TEST_F(PanelControllerTest, ShowingALockedKeyringAsksNobodyToUnlockIt) {
+    harness.secrets.setLookupTrouble(SecretLookup::Status::Locked);
+    start();
+    StateHarness::settle();
+    ASSERT_TRUE(harness.state->state().isFailed());
+    ASSERT_EQ(harness.secrets.unlockRequests(), 1); // the refresh did
+    close(*open());
+    open();
+    EXPECT_EQ(harness.secrets.unlockRequests(), 1);
+}
+
 TEST_F(PanelControllerTest, OpensWithTheKeyboardAtTheTopWhateverItShows) {
     start();
     PanelWindow* window = open(); // loading

@@ -7,6 +7,7 @@
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QMap>
+#include <QSet>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,13 +39,18 @@ public:
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override {
         ++counts[message.member()];
-        if (message.member() == unanswered)
+        if (unanswered.contains(message.member()))
             return true;
         if (const auto answer = reply(message))
             m_connection.send(message.createReply(*answer));
         else
             m_connection.send(message.createErrorReply(QDBusError::NotSupported, u"no"_s));
         return true;
+    }
+
+    void leave() {
+        m_connection.unregisterService(service);
+        m_connection.unregisterObject(root, QDBusConnection::UnregisterTree);
     }
 
     void announceLock() {
@@ -63,7 +69,7 @@ public:
     }
 
     QHash<QString, int> counts;
-    QString unanswered;
+    QSet<QString> unanswered;
     bool hasItem = false;
     bool locked = false;
     bool confirmsRemoval = false;
@@ -110,6 +116,8 @@ private:
     }
 
     QVariantMap properties(const QString& path) const {
+        if (path == root)
+            return {{u"Collections"_s, QVariant::fromValue(Objects{collection})}};
         if (path == collection.path())
             return {{u"Locked"_s, locked}, {u"Label"_s, u"Box"_s}};
         if (path != item.path())
@@ -138,6 +146,7 @@ FakeSecretService::FakeSecretService(PrivateBus& bus) {
 }
 
 FakeSecretService::~FakeSecretService() {
+    onItsThread([this] { m_answers->leave(); });
     m_thread.quit();
     m_thread.wait();
 }
@@ -147,7 +156,11 @@ QString FakeSecretService::collectionPath() {
 }
 
 void FakeSecretService::neverAnswer(const QString& method) {
-    onItsThread([&] { m_answers->unanswered = method; });
+    onItsThread([&] { m_answers->unanswered += method; });
+}
+
+void FakeSecretService::answerAgain() {
+    onItsThread([&] { m_answers->unanswered.clear(); });
 }
 
 void FakeSecretService::setHasItem(bool hasItem) {

@@ -21,8 +21,11 @@ public:
 
     static QString collectionPath();
 
-    /// Calls of this method get no answer, ever.
+    /// Calls of this method, too, get no answer, ever.
     void neverAnswer(const QString& method);
+
+    /// Every call from now on gets its answer.
+    void answerAgain();
 
     /// Whether there is an item (it is unlocked and holds "from the fake").
     void setHasItem(bool hasItem);

@@ -21,6 +21,8 @@ public:
     bool add(const SecretKey& key, const QString& label, const QByteArray& secret) override;
     SecretRemoval remove(const SecretKey& key) override;
 
+    void askToUnlock() override { ++m_unlockRequests; }
+
     QString keeper() override { return m_keeper; }
 
     void setKeeper(const QString& keeper) { m_keeper = keeper; }
@@ -41,6 +43,9 @@ public:
     /// The calls that were made: "lookup", "add" and "remove", in order.
     const QStringList& calls() const { return m_calls; }
 
+    /// How often the user was to be asked to unlock something.
+    int unlockRequests() const { return m_unlockRequests; }
+
 private:
     using Address = std::pair<QString, QString>;
 
@@ -50,6 +55,7 @@ private:
     bool m_removeFails = false;
     QString m_keeper;
     QStringList m_calls;
+    int m_unlockRequests = 0;
 };
 
 } // namespace lumora::tests

@@ -101,6 +101,12 @@ TEST_F(LumoServiceTest, AMissingTokenComesFirst) {
     EXPECT_TRUE(transport.requests().empty());
 }
 
+TEST_F(LumoServiceTest, WhoNeedsALockedTokenHasTheUserAskedForIt) {
+    store.setLookupTrouble(SecretLookup::Status::Locked);
+    EXPECT_EQ(fetch(u"https://example.com/"_s), fetchFailedWith(LumoError::notConfigured()));
+    EXPECT_EQ(store.unlockRequests(), 1);
+}
+
 TEST_F(LumoServiceTest, TheTokenIsNotSentInTheClear) {
     const auto outcome = fetch(u"http://example.com/api/briefing"_s);
     ASSERT_FALSE(outcome);

@@ -19,13 +19,6 @@ QString pathOf(gpointer proxy) {
     return QString::fromUtf8(g_dbus_proxy_get_object_path(G_DBUS_PROXY(proxy)));
 }
 
-SecretLookup failed(const SecretFailure& failure) {
-    using Status = SecretLookup::Status;
-    if (failure.locked)
-        return {Status::Locked, {}, {}};
-    return {Status::Unavailable, {}, failure.reason};
-}
-
 bool isLocked(const GioPointer<SecretItem>& item) {
     return secret_item_get_locked(item.get());
 }
@@ -52,18 +45,21 @@ QString LibsecretStore::sessionBusAddress() {
 }
 
 LibsecretStore::LibsecretStore(
-    QDBusConnection bus, QString busAddress, std::chrono::milliseconds timeout)
+    QDBusConnection bus, QString busAddress, std::chrono::milliseconds timeout,
+    SecretOutage::Now now)
     : m_bus(bus)
     , m_busAddress(std::move(busAddress))
     , m_timeout(timeout)
     , m_monitor(bus)
-    , m_unlocker(bus) {
+    , m_unlocker(bus)
+    , m_outage(std::move(now)) {
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingTime);
     connect(&m_settling, &QTimer::timeout, this, &SecretStore::readable);
 
     using Monitor = SecretServiceMonitor;
-    connect(&m_monitor, &Monitor::serviceAppeared, this, &LibsecretStore::becameReachable);
+    connect(&m_monitor, &Monitor::serviceAppeared, this, &LibsecretStore::serviceAnswered);
+    connect(&m_monitor, &Monitor::serviceAnswered, this, &LibsecretStore::serviceAnswered);
     connect(&m_monitor, &Monitor::serviceAppeared, &m_unlocker, &SecretUnlocker::serviceChanged);
     connect(&m_monitor, &Monitor::serviceGone, &m_settling, &QTimer::stop);
     connect(&m_monitor, &Monitor::serviceGone, &m_unlocker, &SecretUnlocker::serviceChanged);
@@ -104,6 +100,7 @@ SecretLookup LibsecretStore::lookup(const SecretKey& key) {
     };
     if (std::ranges::none_of(m_keys, isKnown))
         m_keys += key;
+    m_lockedCollection.clear();
     SecretLookup result = ask(key);
     using Status = SecretLookup::Status;
     m_found = result.status == Status::Found;
@@ -112,12 +109,18 @@ SecretLookup LibsecretStore::lookup(const SecretKey& key) {
     return result;
 }
 
+SecretOutcome<void> LibsecretStore::open(SecretConversation& conversation) const {
+    if (const auto reason = m_outage.reason())
+        return tl::unexpected(SecretFailure{.reason = *reason});
+    return conversation.open();
+}
+
 SecretLookup LibsecretStore::ask(const SecretKey& key) {
     using Status = SecretLookup::Status;
-    // Nothing comes before or after a look-up, so it may take the whole time that a call has.
-    SecretConversation conversation(m_busAddress, 2 * m_timeout);
-    const auto items = conversation.open().and_then(
-        [&] { return conversation.search(key, SECRET_SEARCH_LOAD_SECRETS); });
+    SecretConversation conversation(m_busAddress, m_timeout);
+    const auto items = open(conversation).and_then([&] {
+        return conversation.search(key, SECRET_SEARCH_LOAD_SECRETS);
+    });
     if (!items)
         return failed(items.error());
 
@@ -125,11 +128,9 @@ SecretLookup LibsecretStore::ask(const SecretKey& key) {
         if (const auto secret = isLocked(item) ? std::nullopt : secretOf(item))
             return {Status::Found, *secret, {}};
     }
-    if (const auto locked = std::ranges::find_if(*items, isLocked); locked != items->end()) {
-        // An item lies right below its collection.
-        m_unlocker.foundLocked(QFileInfo(pathOf(locked->get())).path());
-        return {Status::Locked, {}, {}};
-    }
+    // An item lies right below its collection.
+    if (const auto locked = std::ranges::find_if(*items, isLocked); locked != items->end())
+        return lockedIn(QFileInfo(pathOf(locked->get())).path());
     return askWithoutItems(conversation);
 }
 
@@ -139,35 +140,71 @@ SecretLookup LibsecretStore::askWithoutItems(SecretConversation& conversation) {
         const auto collection = conversation.collection(alias);
         if (!collection)
             return failed(collection.error());
-        if (*collection && secret_collection_get_locked(collection->get())) {
-            m_unlocker.foundLocked(pathOf(collection->get()));
-            return {SecretLookup::Status::Locked, {}, {}};
-        }
+        if (*collection && secret_collection_get_locked(collection->get()))
+            return lockedIn(pathOf(collection->get()));
     }
     return {SecretLookup::Status::Absent, {}, {}};
+}
+
+SecretLookup LibsecretStore::lockedIn(const QString& collectionPath) {
+    m_lockedCollection = collectionPath;
+    return {SecretLookup::Status::Locked, {}, {}};
+}
+
+SecretLookup LibsecretStore::failed(const SecretFailure& failure) {
+    using Status = SecretLookup::Status;
+    noticeSilence(failure);
+    if (failure.locked)
+        return {Status::Locked, {}, {}};
+    return {Status::Unavailable, {}, failure.reason};
+}
+
+void LibsecretStore::noticeSilence(const SecretFailure& failure) {
+    if (failure.silent && m_outage.begin(failure.reason))
+        m_monitor.waitForAnswer();
+}
+
+void LibsecretStore::serviceAnswered() {
+    m_outage.end();
+    becameReachable();
+}
+
+void LibsecretStore::askToUnlock() {
+    if (!m_lockedCollection.isEmpty())
+        m_unlocker.foundLocked(m_lockedCollection);
 }
 
 bool LibsecretStore::add(const SecretKey& key, const QString& label, const QByteArray& secret) {
     SecretConversation conversation(m_busAddress, m_timeout);
     const auto collection =
-        conversation.open().and_then([&] { return conversation.collection("default"); });
-    if (!collection || !*collection)
+        open(conversation).and_then([&] { return conversation.collection("default"); });
+    if (!collection) {
+        noticeSilence(collection.error());
+        return false;
+    }
+    if (!*collection)
         return false;
     if (secret_collection_get_locked(collection->get())) {
         m_unlocker.foundLocked(pathOf(collection->get()));
         return false;
     }
-    return conversation.createItem(**collection, key, label, secret).has_value();
+    const auto created = conversation.createItem(**collection, key, label, secret);
+    if (!created)
+        noticeSilence(created.error());
+    return created.has_value();
 }
 
 SecretRemoval LibsecretStore::remove(const SecretKey& key) {
     SecretConversation conversation(m_busAddress, m_timeout);
     const auto items =
-        conversation.open().and_then([&] { return conversation.search(key, SECRET_SEARCH_NONE); });
-    if (!items)
+        open(conversation).and_then([&] { return conversation.search(key, SECRET_SEARCH_NONE); });
+    if (!items) {
+        noticeSilence(items.error());
         return SecretRemoval::Failed;
+    }
     if (items->empty()) {
         const bool isAbsent = askWithoutItems(conversation).status == SecretLookup::Status::Absent;
+        askToUnlock();
         return isAbsent ? SecretRemoval::NotFound : SecretRemoval::Failed;
     }
     for (const auto& item : *items) {
@@ -178,6 +215,8 @@ SecretRemoval LibsecretStore::remove(const SecretKey& key) {
     }
     // Services report removals that did not happen as done: only looking again tells.
     const auto left = conversation.search(key, SECRET_SEARCH_NONE);
+    if (!left)
+        noticeSilence(left.error());
     return left && left->empty() ? SecretRemoval::Removed : SecretRemoval::Failed;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "linux/secrets/SecretFailure.h"
+#include "linux/secrets/SecretOutage.h"
 #include "linux/secrets/SecretServiceMonitor.h"
 #include "linux/secrets/SecretUnlocker.h"
 #include "platform/SecretStore.h"
@@ -16,15 +18,14 @@ class SecretConversation;
 /// their attributes `service` and `account`, whatever other attributes or schema they carry, and
 /// are added with exactly these two, to the default collection.
 ///
-/// Nothing is kept between calls. A call that finds the keyring locked says so, and the user is
-/// asked in the background to unlock it, once per locking.
+/// Of a call nothing is kept but that nobody answered. One that finds the keyring locked says so;
+/// one that was to change something then also has the user asked to unlock it.
 class LibsecretStore final : public SecretStore {
     Q_OBJECT
 
 public:
-    /// How long a removal or an addition may take, and half of what a look-up may: either of them,
-    /// and one after the other, stays below two seconds.
-    static constexpr std::chrono::milliseconds defaultTimeout{900};
+    /// How long a call may take. A keyring that is well takes some twentieth of it.
+    static constexpr std::chrono::milliseconds defaultTimeout{500};
 
     /// How long it lets news gather before it tells of them. One change makes a burst of signals,
     /// and a service that dies again at once is not worth asking.
@@ -36,12 +37,15 @@ public:
     /// `bus` carries the news from the service on the bus at `busAddress`, where the calls go.
     explicit LibsecretStore(
         QDBusConnection bus, QString busAddress = sessionBusAddress(),
-        std::chrono::milliseconds timeout = defaultTimeout);
+        std::chrono::milliseconds timeout = defaultTimeout,
+        SecretOutage::Now now = &std::chrono::steady_clock::now);
 
     [[nodiscard]] SecretLookup lookup(const SecretKey& key) override;
     [[nodiscard]] bool
     add(const SecretKey& key, const QString& label, const QByteArray& secret) override;
     [[nodiscard]] SecretRemoval remove(const SecretKey& key) override;
+
+    void askToUnlock() override;
 
     /// Of whatever owns the service's name at the moment; it is not started for this.
     [[nodiscard]] QString keeper() override;
@@ -50,8 +54,13 @@ public:
     static QString keyringOf(const QString& process);
 
 private:
+    [[nodiscard]] SecretOutcome<void> open(SecretConversation& conversation) const;
     [[nodiscard]] SecretLookup ask(const SecretKey& key);
     [[nodiscard]] SecretLookup askWithoutItems(SecretConversation& conversation);
+    [[nodiscard]] SecretLookup lockedIn(const QString& collectionPath);
+    [[nodiscard]] SecretLookup failed(const SecretFailure& failure);
+    void noticeSilence(const SecretFailure& failure);
+    void serviceAnswered();
     void itemTouched(const SecretAttributes& attributes);
     void becameReachable();
 
@@ -60,8 +69,10 @@ private:
     const std::chrono::milliseconds m_timeout;
     SecretServiceMonitor m_monitor;
     SecretUnlocker m_unlocker;
-    QList<SecretKey> m_keys; ///< those that were looked up
-    bool m_found = false;    ///< the last look-up had a secret
+    SecretOutage m_outage;
+    QString m_lockedCollection; ///< that the last look-up came upon; empty: none
+    QList<SecretKey> m_keys;    ///< those that were looked up
+    bool m_found = false;       ///< the last look-up had a secret
     QTimer m_settling;
 };
 

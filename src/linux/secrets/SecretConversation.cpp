@@ -76,7 +76,8 @@ SecretOutcome<void> SecretConversation::open() {
     const QByteArray address = m_busAddress.toUtf8();
     // An address like "autolaunch:" would start a bus.
     if (!address.startsWith("unix:") && !address.startsWith("tcp:"))
-        return tl::unexpected(SecretFailure{false, u"There is no session bus"_s});
+        return tl::unexpected(
+            SecretFailure{.silent = true, .reason = u"There is no session bus"_s});
 
     GError* error = nullptr;
     const auto connected = m_deadline.await([&](auto* cancellable, auto callback, gpointer data) {
@@ -161,17 +162,17 @@ SecretOutcome<void> SecretConversation::removeItem(SecretItem& item) {
 }
 
 tl::unexpected<SecretFailure> SecretConversation::failure(GError* error) const {
-    SecretFailure result{false, u"The keyring service refused"_s};
+    SecretFailure result{.reason = u"The keyring service refused"_s};
     if (m_deadline.hasPassed())
-        result.reason = u"The keyring service did not answer in time"_s;
+        result = {.silent = true, .reason = u"The keyring service did not answer in time"_s};
     else if (!m_connection)
-        result.reason = u"There is no session bus"_s;
+        result = {.silent = true, .reason = u"There is no session bus"_s};
     else if (
         g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
         g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER))
-        result.reason = u"There is no keyring service"_s;
+        result = {.silent = true, .reason = u"There is no keyring service"_s};
     else if (g_error_matches(error, SECRET_ERROR, SECRET_ERROR_IS_LOCKED))
-        result = {true, u"The keyring is locked"_s};
+        result = {.locked = true, .reason = u"The keyring is locked"_s};
     g_clear_error(&error);
     return tl::unexpected(result);
 }

@@ -1,24 +1,14 @@
 #pragma once
 
 #include "linux/secrets/GioDeadline.h"
+#include "linux/secrets/SecretFailure.h"
 #include "platform/SecretStore.h"
 
 #include <libsecret/secret.h>
-#include <tl/expected.hpp>
 
-#include <optional>
 #include <vector>
 
 namespace lumora {
-
-/// Why the Secret Service did not do as asked.
-struct SecretFailure {
-    bool locked = false; ///< it is there, but wants a person to unlock something first
-    QString reason;      ///< for people; never holds any part of a secret
-};
-
-template <typename Value>
-using SecretOutcome = tl::expected<Value, SecretFailure>;
 
 /// One conversation with the Secret Service, on a connection of its own, so that neither a service
 /// nor a bus that died leaves anything behind for the next one. The whole of it is over when its

@@ -55,6 +55,15 @@ void SecretServiceMonitor::ownerChanged(
         Q_EMIT serviceAppeared();
 }
 
+void SecretServiceMonitor::waitForAnswer() {
+    callSecretService(
+        m_bus, this, secretService::path, propertiesInterface, u"Get"_s,
+        {secretService::serviceInterface, u"Collections"_s}, [this](const QDBusPendingCall& call) {
+            if (!call.isError())
+                Q_EMIT serviceAnswered();
+        });
+}
+
 void SecretServiceMonitor::itemSignalled(const QDBusMessage& message) {
     askForAttributes(firstPath(message));
 }

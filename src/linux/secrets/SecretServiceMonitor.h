@@ -18,9 +18,15 @@ class SecretServiceMonitor final : public QObject {
 public:
     explicit SecretServiceMonitor(QDBusConnection bus);
 
+    /// Asks the service something simple, to hear when it answers, however long that takes.
+    void waitForAnswer();
+
 Q_SIGNALS:
     void serviceAppeared();
     void serviceGone();
+
+    /// It has answered what waitForAnswer() asked.
+    void serviceAnswered();
 
     /// The collection at `path` is not locked. May come again for the same state.
     void unlockReported(QString path);

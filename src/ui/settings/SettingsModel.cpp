@@ -34,6 +34,7 @@ SettingsModel::SettingsModel(const Dependencies& dependencies)
 void SettingsModel::appear() {
     m_shown = true;
     m_token = m_with.keychain.getToken().value_or(QString());
+    m_with.keychain.askToUnlock();
     m_tokenTouched = false;
     m_keychainExplanation = lumora::keychainExplanation(m_with.secrets.keeper());
     lookAgain();

@@ -27,6 +27,13 @@ protected:
         return QTest::qWaitFor([&] { return service.calls(method) == times; }, patience);
     }
 
+    /// What a refresh does.
+    Status lookUpOrAsk() {
+        const Status status = store.lookup(tokenKey).status;
+        store.askToUnlock();
+        return status;
+    }
+
     PrivateBus bus;
     FakeSecretService service{bus};
     QDBusConnection connection = bus.connect();
@@ -119,18 +126,33 @@ TEST_F(SecretServiceFaults, ARemovalThatWantsAPersonFailsAtOnceAndShowsNothing) 
 }
 
 TEST_F(SecretServiceFaults, AsksForNothingWhileNothingIsLocked) {
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Absent);
+    EXPECT_EQ(lookUpOrAsk(), Status::Absent);
     settle(connection);
     EXPECT_EQ(service.calls(u"Unlock"_s), 0);
+}
+
+TEST_F(SecretServiceFaults, LookingAloneAsksTheUserForNothing) {
+    service.setLocked(true);
+    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    settle(connection);
+    EXPECT_EQ(service.calls(u"Unlock"_s), 0);
+    store.askToUnlock();
+    EXPECT_TRUE(isCalled(u"Prompt"_s, 1));
+}
+
+TEST_F(SecretServiceFaults, ChangingWhatIsLockedAsksTheUser) {
+    service.setLocked(true);
+    EXPECT_EQ(store.remove(tokenKey), SecretRemoval::Failed);
+    EXPECT_TRUE(isCalled(u"Prompt"_s, 1));
 }
 
 TEST_F(SecretServiceFaults, AsksOncePerLockingHoweverOftenItIsFoundLocked) {
     service.setLocked(true); // the report of it arrives after the first look-up
     for (int count = 0; count < 3; ++count)
-        EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+        EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     EXPECT_TRUE(isCalled(u"Prompt"_s, 1));
     EXPECT_FALSE(store.add(tokenKey, u"A token"_s, "s"));
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     settle(connection);
     EXPECT_EQ(service.calls(u"Unlock"_s), 1);
     EXPECT_EQ(service.calls(u"Prompt"_s), 1);
@@ -138,12 +160,12 @@ TEST_F(SecretServiceFaults, AsksOncePerLockingHoweverOftenItIsFoundLocked) {
 
 TEST_F(SecretServiceFaults, WhoDismissesThePromptIsAskedAgainOnlyWhenItIsLockedAnew) {
     service.setLocked(true);
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
     QSignalSpy readable(&store, &SecretStore::readable);
     service.completePrompt(true);
     settle(connection);
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     settle(connection);
     EXPECT_EQ(service.calls(u"Unlock"_s), 1);
     EXPECT_EQ(readable.count(), 0);
@@ -152,13 +174,13 @@ TEST_F(SecretServiceFaults, WhoDismissesThePromptIsAskedAgainOnlyWhenItIsLockedA
     settle(connection);
     service.setLocked(true);
     settle(connection);
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     EXPECT_TRUE(isCalled(u"Prompt"_s, 2));
 }
 
 TEST_F(SecretServiceFaults, TellsWhenThePromptIsAnswered) {
     service.setLocked(true);
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
 
     // Some services end the prompt without a word about the collection.
@@ -174,17 +196,17 @@ TEST_F(SecretServiceFaults, TellsWhenThePromptIsAnswered) {
     // And they do not tell of the next locking either.
     service.setHasItem(false);
     service.setLocked(true, false);
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     EXPECT_TRUE(isCalled(u"Prompt"_s, 2));
 }
 
 TEST_F(SecretServiceFaults, APromptThatEndsWithoutUnlockingIsNotShownAgain) {
     service.setLocked(true);
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     ASSERT_TRUE(isCalled(u"Prompt"_s, 1));
     service.completePrompt(false);
     settle(connection);
-    EXPECT_EQ(store.lookup(tokenKey).status, Status::Locked);
+    EXPECT_EQ(lookUpOrAsk(), Status::Locked);
     settle(connection);
     EXPECT_EQ(service.calls(u"Prompt"_s), 1);
 }

@@ -47,6 +47,13 @@ TEST_F(SettingsModelTest, LoadsTheTokenEachTimeItAppears) {
     EXPECT_EQ(settings.token(), QString());
 }
 
+TEST_F(SettingsModelTest, HaveTheUserAskedForALockedToken) {
+    secrets.setLookupTrouble(SecretLookup::Status::Locked);
+    const int before = secrets.unlockRequests();
+    open();
+    EXPECT_GT(secrets.unlockRequests(), before);
+}
+
 TEST_F(SettingsModelTest, SavingStoresTheTokenAndRefreshes) {
     SettingsModel& settings = open();
     settings.setToken(u" new token \n"_s);
