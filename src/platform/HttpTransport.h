@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Wiped.h"
+
 #include <QByteArray>
 #include <QCoroTask>
 #include <QList>
@@ -13,12 +15,20 @@
 
 namespace lumora {
 
-/// One HTTP request, as it goes out.
+/// One HTTP request, as it goes out. The values of its headers, one of which is the token, are
+/// wiped from memory with the last request that holds them.
 struct HttpRequest {
     QByteArray method; ///< "GET" or "POST"
     QUrl url;
     QList<QPair<QByteArray, QByteArray>> headers;
     std::optional<QByteArray> body; ///< absent: no body and no Content-Type
+
+    ~HttpRequest() {
+        if (!headers.isDetached())
+            return;
+        for (auto& [name, value] : headers)
+            wipe(value);
+    }
 };
 
 /// The answer, after redirects within the same origin were followed.

@@ -21,8 +21,8 @@ SecretKey tokenKey() {
 KeychainService::KeychainService(SecretStore& store)
     : m_store(store) {}
 
-std::optional<QString> KeychainService::getToken() const {
-    const SecretLookup found = m_store.lookup(tokenKey());
+std::optional<Wiped<QString>> KeychainService::getToken() const {
+    SecretLookup found = m_store.lookup(tokenKey());
     if (found.status != SecretLookup::Status::Found)
         return std::nullopt;
     // Stateless: a sequence cut off at the end is an error too. The token stays as stored, down to
@@ -30,8 +30,9 @@ std::optional<QString> KeychainService::getToken() const {
     QStringDecoder decoder(
         QStringConverter::Utf8,
         QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
-    QString token = decoder.decode(found.secret);
-    if (decoder.hasError() || token.isEmpty())
+    Wiped<QString> token(decoder.decode(found.secret));
+    wipe(found.secret);
+    if (decoder.hasError() || token.text().isEmpty())
         return std::nullopt;
     return token;
 }
@@ -41,12 +42,13 @@ void KeychainService::askToUnlock() const {
 }
 
 bool KeychainService::setToken(const QString& token) {
-    const QString trimmed = token.trimmed();
-    if (trimmed.isEmpty())
+    const Wiped trimmed(token.trimmed());
+    if (trimmed.text().isEmpty())
         return deleteToken();
     // An old token that stays behind makes the addition fail, or gives way to it.
     std::ignore = m_store.remove(tokenKey());
-    return m_store.add(tokenKey(), u"Lumora briefing token"_s, trimmed.toUtf8());
+    const Wiped bytes(trimmed.text().toUtf8());
+    return m_store.add(tokenKey(), u"Lumora briefing token"_s, bytes.text());
 }
 
 bool KeychainService::deleteToken() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Wiped.h"
+
 #include <QString>
 
 #include <optional>
@@ -17,7 +19,7 @@ public:
 
     /// The token as stored; absent when there is none, it is empty or no UTF-8, or the store cannot
     /// be read.
-    [[nodiscard]] std::optional<QString> getToken() const;
+    [[nodiscard]] std::optional<Wiped<QString>> getToken() const;
 
     /// Has the user asked, in the background and once per locking, to unlock the store in which
     /// getToken() could not read. Drawing must not lead to this.

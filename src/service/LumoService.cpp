@@ -21,12 +21,12 @@ constexpr int maximumTries = 3;
 constexpr std::chrono::milliseconds firstWait(500);
 
 HttpRequest authenticatedRequest(
-    const QUrl& url, const QString& token, const QByteArray& method,
+    const QUrl& url, const Wiped<QString>& token, const QByteArray& method,
     std::optional<QByteArray> body) {
     HttpRequest request;
     request.method = method;
     request.url = url;
-    request.headers = {{"X-Api-Key", token.toUtf8()}, {"Accept", "application/json"}};
+    request.headers = {{"X-Api-Key", token.text().toUtf8()}, {"Accept", "application/json"}};
     if (body)
         request.headers.emplaceBack("Content-Type", "application/json");
     request.body = std::move(body);

@@ -1,9 +1,12 @@
 #include "e2e/ConfiguredProgram.h"
 #include "support/Fixtures.h"
 #include "support/ScriptedServer.h"
+#include "support/TestCertificates.h"
 
 #include <QDBusMessage>
 #include <QDebug>
+#include <QFile>
+#include <QSslServer>
 
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
@@ -16,6 +19,30 @@ QByteArray written(const QDBusMessage& message) {
     QString text;
     QDebug(&text) << message;
     return text.toUtf8();
+}
+
+/// How often `text` stands in the memory that the process may write to.
+qsizetype countInMemory(qint64 process, const QByteArray& text) {
+    QFile map(u"/proc/%1/maps"_s.arg(process));
+    QFile memory(u"/proc/%1/mem"_s.arg(process));
+    EXPECT_TRUE(map.open(QFile::ReadOnly));
+    EXPECT_TRUE(memory.open(QFile::ReadOnly | QFile::Unbuffered));
+    qsizetype count = 0;
+    const QByteArrayList regions = map.readAll().split('\n');
+    for (const QByteArray& region : regions) {
+        if (!region.contains(" rw"))
+            continue;
+        const QByteArrayList ends = region.left(region.indexOf(' ')).split('-');
+        const qint64 start = ends[0].toLongLong(nullptr, 16);
+        if (memory.seek(start))
+            count += memory.read(ends[1].toLongLong(nullptr, 16) - start).count(text);
+    }
+    return count;
+}
+
+QByteArray asUtf16(const QByteArray& text) {
+    const QString wide = QString::fromUtf8(text);
+    return {reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2};
 }
 
 /// A user with a token that the test looks for wherever it does not belong.
@@ -83,6 +110,26 @@ TEST_F(TokenHygiene, TheTokenGoesToTheServiceAndNowhereElse) {
         EXPECT_FALSE(whatOthersSee().contains(token));
     }
     EXPECT_EQ(whatItSaid(), "");
+}
+
+TEST_F(TokenHygiene, NothingOfItStaysInMemory) {
+    const TestCertificates certificates;
+    auto listener = std::make_unique<QSslServer>();
+    listener->setSslConfiguration(certificates.serverConfiguration());
+    ScriptedServer server(
+        ScriptedServer::always(ScriptedServer::answer("200 OK", fixture(u"briefing-full.json"_s))),
+        std::move(listener));
+    lumora.setVariable(u"SSL_CERT_FILE"_s, certificates.authorityFile());
+    useEndpoint(server.url(u"/api/briefing"_s, u"https"_s));
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    for (int count = 0; count < 3; ++count)
+        EXPECT_EQ(lumora.run({u"refresh"_s}).exitCode, 0);
+    EXPECT_EQ(server.requests().size(), 4);
+    const qint64 process = lumora.program().processId();
+    EXPECT_GT(countInMemory(process, "lumora.app"), 0); // it looks at the right place
+    EXPECT_EQ(countInMemory(process, token), 0);
+    EXPECT_EQ(countInMemory(process, asUtf16(token)), 0);
 }
 
 TEST_F(TokenHygiene, ARedirectDoesNotCarryItToAnotherOrigin) {

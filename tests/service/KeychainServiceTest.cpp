@@ -13,7 +13,7 @@ namespace {
 class KeychainServiceTest : public testing::Test {
 protected:
     /// What getToken() makes of an item with these bytes.
-    std::optional<QString> tokenFrom(const QByteArray& bytes) {
+    std::optional<Wiped<QString>> tokenFrom(const QByteArray& bytes) {
         store.put(key, bytes);
         return keychain.getToken();
     }

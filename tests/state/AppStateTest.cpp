@@ -112,6 +112,13 @@ TEST_F(AppStateTest, WithoutTokenNothingIsSent) {
     EXPECT_EQ(requestCount(), 0U);
 }
 
+TEST_F(AppStateTest, ARefreshHasTheUserAskedForALockedToken) {
+    secrets.setLookupTrouble(SecretLookup::Status::Locked);
+    start();
+    EXPECT_EQ(failure(), notConfigured);
+    EXPECT_EQ(secrets.unlockRequests(), 1);
+}
+
 TEST_F(AppStateTest, AnEndpointOfSpacesIsNone) {
     preferences.setValue(u"endpointURL"_s, u" \t\n "_s);
     start();

@@ -98,12 +98,13 @@ tl::expected<void, QString> HttpHop::setHead() {
     append(m_head, "Accept-Encoding: identity");
     append(m_head, "Connection: close");
     for (const auto& [name, value] : m_request.headers) {
-        const auto line = headerValue(value);
-        if (!line) {
+        const auto sound = headerValue(value);
+        if (!sound) {
             return tl::unexpected(
                 u"The header %1 contains a line break"_s.arg(QString::fromLatin1(name)));
         }
-        append(m_head, name + ": " + *line);
+        const Wiped line(name + ": " + *sound);
+        append(m_head, line.text());
     }
     curl_easy_setopt(transfer, CURLOPT_HTTPHEADER, m_head.get());
     return {};

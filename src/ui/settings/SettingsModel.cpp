@@ -33,7 +33,7 @@ SettingsModel::SettingsModel(const Dependencies& dependencies)
 
 void SettingsModel::appear() {
     m_shown = true;
-    m_token = m_with.keychain.getToken().value_or(QString());
+    m_token = storedToken();
     m_with.keychain.askToUnlock();
     m_tokenTouched = false;
     m_keychainExplanation = lumora::keychainExplanation(m_with.secrets.keeper());
@@ -48,6 +48,7 @@ void SettingsModel::lookAgain() {
 
 void SettingsModel::disappear() {
     m_shown = false;
+    wipe(m_token);
     m_token.clear();
 }
 
@@ -73,6 +74,11 @@ void SettingsModel::setToken(const QString& token) {
     announce();
 }
 
+QString SettingsModel::storedToken() const {
+    const auto token = m_with.keychain.getToken();
+    return token ? token->text() : QString();
+}
+
 void SettingsModel::storeToken() {
     const bool stored = m_with.keychain.setToken(m_token);
     m_unsaved = stored ? std::nullopt : std::optional(m_token);
@@ -84,7 +90,7 @@ void SettingsModel::becameReadable() {
         if (m_with.keychain.setToken(*m_unsaved))
             m_unsaved.reset();
     } else if (m_shown && !m_tokenTouched && m_token.isEmpty()) {
-        m_token = m_with.keychain.getToken().value_or(QString());
+        m_token = storedToken();
         announce();
     }
 }

@@ -102,6 +102,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    QString storedToken() const;
     void storeToken();
     void becameReadable();
     void announce();
