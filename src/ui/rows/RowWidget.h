@@ -44,8 +44,13 @@ public:
     }
 
     /// Where the items stand now, in pixels from `contentOrigin()`.
-    [[nodiscard]] RowGeometry itemGeometry() const {
-        return layOutRow(m_content, theme(), this->contentsRect().width(), this->layoutDirection());
+    [[nodiscard]] const RowGeometry& itemGeometry() const {
+        // Painting asks more than once, and so does hiding and showing again.
+        const int width = this->contentsRect().width();
+        const Qt::LayoutDirection direction = this->layoutDirection();
+        if (!m_laidOut || m_laidOut->width != width || m_laidOut->row.direction != direction)
+            m_laidOut = {width, layOutRow(m_content, theme(), width, direction)};
+        return m_laidOut->row;
     }
 
     /// Where the content begins, in pixels: inside the padding, and in the middle of a widget that
@@ -94,13 +99,20 @@ private:
 
     void showAnew() {
         m_contentSize.reset();
+        m_laidOut.reset();
         this->updateGeometry();
         this->update();
     }
 
+    struct LaidOut {
+        int width = 0; ///< pixels
+        RowGeometry row;
+    };
+
     const ThemeSource& m_themes;
     QMargins m_padding; ///< points
     RowContent m_content;
+    mutable std::optional<LaidOut> m_laidOut;   ///< absent until somebody asks for it
     mutable std::optional<QSize> m_contentSize; ///< absent until somebody asks for it
 };
 

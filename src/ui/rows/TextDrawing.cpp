@@ -109,19 +109,18 @@ bool runsFromRight(QChar character) {
     }
 }
 
-/// Calls `piece(text, width, isDigit)` for the parts of `line` that are placed on their own: each
+/// Whether the digits of `text` stand in cells. Pieces stand from left to right; a text that runs
+/// the other way is left whole.
+bool isInCells(const QString& text, const TextStyle& style) {
+    return style.equalWidthDigits && !text.isRightToLeft() &&
+           std::none_of(text.cbegin(), text.cend(), runsFromRight);
+}
+
+/// Calls `piece(text, width, isDigit)` for the parts of `text` that are placed on their own: each
 /// digit, and each run of anything else.
 template <typename Piece>
 void forEachPiece(
-    const TextLine& line, const QFont& font, const QFontMetricsF& metrics, Piece piece) {
-    const QString text = singleLine(line.text);
-    // Pieces stand from left to right; a text that runs the other way is left whole.
-    const bool inCells = line.style.equalWidthDigits && !text.isRightToLeft() &&
-                         std::none_of(text.cbegin(), text.cend(), runsFromRight);
-    if (!inCells) {
-        piece(text, widthOf(text, font, metrics), false);
-        return;
-    }
+    const QString& text, const QFont& font, const QFontMetricsF& metrics, Piece piece) {
     const double cell = digitCell(metrics);
     for (qsizetype begin = 0; begin < text.size();) {
         qsizetype end = begin + 1;
@@ -167,9 +166,12 @@ QFont withFamily(QFont font, const QString& family) {
 double textWidth(const TextLine& line, const Theme& theme) {
     const QFont font = fontOf(line, theme);
     const QFontMetricsF metrics(font);
+    const QString text = singleLine(line.text);
+    if (!isInCells(text, line.style))
+        return widthOf(text, font, metrics);
     double width = 0;
     forEachPiece(
-        line, font, metrics, [&](const QString&, double pieceWidth, bool) { width += pieceWidth; });
+        text, font, metrics, [&](const QString&, double pieceWidth, bool) { width += pieceWidth; });
     return width;
 }
 
@@ -212,12 +214,16 @@ void drawText(
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.setFont(font);
     painter.setPen(theme.color(line.style.color));
+    const QString text = singleLine(line.text);
     QPointF position = baseline;
-    forEachPiece(line, font, metrics, [&](const QString& text, double width, bool isDigit) {
-        const double inset = isDigit ? (width - metrics.horizontalAdvance(text)) / 2 : 0;
-        drawPiece(painter, position + QPointF(inset, 0), text, font, metrics);
-        position.rx() += width;
-    });
+    if (!isInCells(text, line.style))
+        drawPiece(painter, position, text, font, metrics);
+    else
+        forEachPiece(text, font, metrics, [&](const QString& piece, double width, bool isDigit) {
+            const double inset = isDigit ? (width - metrics.horizontalAdvance(piece)) / 2 : 0;
+            drawPiece(painter, position + QPointF(inset, 0), piece, font, metrics);
+            position.rx() += width;
+        });
     painter.restore();
 }
 
