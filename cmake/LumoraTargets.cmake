@@ -11,6 +11,16 @@ target_compile_definitions(lumora_compile_options INTERFACE
 target_compile_options(lumora_compile_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
     $<$<BOOL:${LUMORA_WERROR}>:-Werror>)
+# What people run holds a token and reads what strangers write: what would overrun a buffer or an
+# array ends the program instead. script/hardening looks whether the program was made so.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection LUMORA_HAS_CF_PROTECTION) # on some processors only
+target_compile_options(lumora_compile_options INTERFACE
+    "$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3;-D_GLIBCXX_ASSERTIONS>"
+    "$<$<CONFIG:Release>:-fstack-protector-strong;-fstack-clash-protection>"
+    "$<$<AND:$<CONFIG:Release>,$<BOOL:${LUMORA_HAS_CF_PROTECTION}>>:-fcf-protection>")
+target_link_options(lumora_compile_options INTERFACE
+    "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now,-z,noexecstack>")
 if(LUMORA_SANITIZE)
     target_compile_options(lumora_compile_options INTERFACE
         -fsanitize=${LUMORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
