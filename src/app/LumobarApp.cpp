@@ -19,6 +19,9 @@ using namespace std::chrono_literals;
 // one that may not exist.
 constexpr auto statusAreaGrace = 300ms;
 
+// By then everybody has let go of what was shown before.
+constexpr auto untilMemoryIsSpare = 5s;
+
 } // namespace
 
 LumobarApp::Session::Session(LumobarApp& app)
@@ -104,6 +107,7 @@ void LumobarApp::begin() {
         m_platform.notifications.get(), &NotificationCenter::authorizable, &m_session->state,
         &AppState::startPolling);
     followNetwork();
+    connect(&m_session->state, &AppState::changed, this, &LumobarApp::tidyLater);
     m_delegate.applicationDidFinishLaunching();
 }
 
@@ -113,6 +117,16 @@ void LumobarApp::followNetwork() {
     connect(m_platform.network.get(), &NetworkMonitor::cameUp, &state, [&state] {
         if (state.state().isFailed())
             state.startPolling();
+    });
+}
+
+void LumobarApp::tidyLater() {
+    const bool nothingWentYet = m_session->state.state().isLoading();
+    if (nothingWentYet || std::exchange(m_tidying, true))
+        return;
+    spawn(this, m_platform.clock->wait(untilMemoryIsSpare), [this] {
+        m_tidying = false;
+        m_platform.returnSpareMemory();
     });
 }
 

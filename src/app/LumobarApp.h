@@ -51,6 +51,7 @@ private:
 
     void begin();
     void followNetwork();
+    void tidyLater();
     void refresh(const std::function<void(std::optional<QString>)>& done);
     void runCommand(MenuCommand command, const QByteArray& activationToken);
     void openSettings(const QByteArray& activationToken);
@@ -64,6 +65,7 @@ private:
     AppDelegate m_delegate;
     std::optional<Session> m_session;
     CommandServer m_commands;
+    bool m_tidying = false; ///< memory will be given back in a moment
 };
 
 } // namespace lumora

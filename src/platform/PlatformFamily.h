@@ -13,6 +13,7 @@
 #include "platform/UrlOpener.h"
 #include "platform/WakeMonitor.h"
 
+#include <functional>
 #include <memory>
 
 namespace lumora {
@@ -33,6 +34,9 @@ struct PlatformFamily {
     std::unique_ptr<DesktopAppearance> appearance;
     std::unique_ptr<Compositing> compositing;
     std::unique_ptr<StatusItem> statusItem;
+
+    /// Gives back to the system the memory that the program has freed.
+    std::function<void()> returnSpareMemory = [] {};
 };
 
 } // namespace lumora

@@ -62,6 +62,7 @@ protected:
         network = keep(family.network, std::make_unique<NetworkMonitor>());
         appearance = keep(family.appearance, std::make_unique<FakeAppearance>());
         family.compositing = std::make_unique<Compositing>(false);
+        family.returnSpareMemory = [this] { ++memoryReturns; };
         program = std::make_unique<LumobarApp>(family);
     }
 
@@ -107,6 +108,7 @@ protected:
     FakeNotificationCenter* notifications = nullptr;
     NetworkMonitor* network = nullptr;
     FakeAppearance* appearance = nullptr;
+    int memoryReturns = 0;
     std::optional<PlatformFamily> platform;
     std::unique_ptr<LumobarApp> program;
 };
@@ -236,6 +238,26 @@ TEST_F(LumobarAppTest, AFailureWithoutAMessageIsOneAllTheSame) {
     transport->complete(1, FakeHttpTransport::answer(400, R"({"error": ""})"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return refresh.isFinished(); }, patience));
     EXPECT_EQ(refresh.reply().arguments(), (QVariantList{false, QString()}));
+}
+
+TEST_F(LumobarAppTest, GivesMemoryBackOnceTheNewHasTakenThePlaceOfTheOld) {
+    begin();
+    transport->complete(0, FakeHttpTransport::answer(200, briefingBody(1)));
+    StateHarness::settle();
+    Q_EMIT item->commandChosen(MenuCommand::Refresh, {});
+    transport->complete(1, FakeHttpTransport::answer(200, briefingBody(1)));
+    StateHarness::settle();
+    clock->advance(4s);
+    EXPECT_EQ(memoryReturns, 0);
+    clock->advance(1s);
+    EXPECT_EQ(memoryReturns, 1);
+    clock->advance(60s);
+    EXPECT_EQ(memoryReturns, 1);
+    Q_EMIT item->commandChosen(MenuCommand::Refresh, {});
+    transport->complete(2, FakeHttpTransport::answer(401));
+    StateHarness::settle();
+    clock->advance(60s);
+    EXPECT_EQ(memoryReturns, 2);
 }
 
 // Ending completes whatever is under way, and none of it may find the program half gone.

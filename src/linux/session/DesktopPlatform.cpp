@@ -10,6 +10,7 @@
 #include "linux/secrets/LibsecretStore.h"
 #include "linux/session/LogindWakeMonitor.h"
 #include "linux/session/NetworkManagerMonitor.h"
+#include "linux/session/SpareMemory.h"
 #include "linux/session/WindowSystem.h"
 #include "linux/time/SystemClock.h"
 #include "linux/tray/LinuxStatusItem.h"
@@ -66,6 +67,7 @@ PlatformFamily makeCommonPlatform() {
     family.notifications =
         std::make_unique<DesktopNotificationCenter>(QDBusConnection::sessionBus(), *family.clock);
     family.compositing = makeCompositing();
+    family.returnSpareMemory = &returnSpareMemory;
     makeAppearances(family);
     return family;
 }
