@@ -1,5 +1,5 @@
 #include "fakes/FakeClock.h"
-#include "linux/notifications/NotificationScheduler.h"
+#include "fakes/InvisibleCenter.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "reminders/NotificationService.h"
 #include "support/Builders.h"
@@ -29,32 +29,6 @@ constexpr auto polling = 10min;
 Instant instantOf(const QDateTime& time) {
     return Instant(std::chrono::milliseconds(time.toMSecsSinceEpoch()));
 }
-
-/// A notification centre of which only the showing is left out.
-class InvisibleCenter final : public NotificationCenter {
-public:
-    explicit InvisibleCenter(Clock& clock)
-        : m_scheduler(clock, [this, &clock](const NotificationRequest& request) {
-            shown[request.identifier].push_back(clock.now());
-        }) {}
-
-    QCoro::Task<bool> requestAuthorization() override { co_return true; }
-
-    QCoro::Task<QStringList> pendingIdentifiers() override {
-        co_return m_scheduler.pendingIdentifiers();
-    }
-
-    void removePending(const QStringList& identifiers) override { m_scheduler.remove(identifiers); }
-
-    void removeAllPending() override { m_scheduler.removeAll(); }
-
-    void add(const NotificationRequest& request) override { m_scheduler.add(request); }
-
-    std::map<QString, std::vector<Instant>> shown; ///< by identifier: when it was handed over
-
-private:
-    NotificationScheduler m_scheduler;
-};
 
 struct Fetch {
     Instant time;
