@@ -3,6 +3,7 @@
 #include "platform/WakeMonitor.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 
 #include <functional>
 
@@ -24,7 +25,7 @@ protected:
     void connectNotify(const QMetaMethod& signal) override;
 
 private Q_SLOTS:
-    void prepareForSleep(bool goingToSleep);
+    void prepareForSleep(const QDBusMessage& message);
 
 private:
     Bus m_bus;

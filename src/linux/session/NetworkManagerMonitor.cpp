@@ -22,14 +22,18 @@ void NetworkManagerMonitor::connectNotify(const QMetaMethod& signal) {
     if (!m_bus || signal != QMetaMethod::fromSignal(&NetworkMonitor::cameUp))
         return;
     QDBusConnection bus = std::exchange(m_bus, nullptr)();
-    // The service is named so that no other program on the bus can fake a network.
+    // The service is named so that no other program on the bus can fake a network; and the slot
+    // takes the whole message, because QtDBus aborts the program when a value has another type than
+    // the slot's.
     bus.connect(
         u"org.freedesktop.NetworkManager"_s, u"/org/freedesktop/NetworkManager"_s,
-        u"org.freedesktop.NetworkManager"_s, u"StateChanged"_s, this, SLOT(stateChanged(uint)));
+        u"org.freedesktop.NetworkManager"_s, u"StateChanged"_s, this,
+        SLOT(stateChanged(QDBusMessage)));
 }
 
-void NetworkManagerMonitor::stateChanged(uint state) {
-    if (state >= connectedToSite)
+void NetworkManagerMonitor::stateChanged(const QDBusMessage& message) {
+    const QVariant state = message.arguments().value(0);
+    if (state.typeId() == QMetaType::UInt && state.toUInt() >= connectedToSite)
         Q_EMIT cameUp();
 }
 

@@ -3,6 +3,7 @@
 #include "platform/NetworkMonitor.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 
 #include <functional>
 
@@ -23,7 +24,7 @@ protected:
     void connectNotify(const QMetaMethod& signal) override;
 
 private Q_SLOTS:
-    void stateChanged(uint state);
+    void stateChanged(const QDBusMessage& message);
 
 private:
     Bus m_bus;
