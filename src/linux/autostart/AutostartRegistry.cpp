@@ -1,14 +1,12 @@
 #include "linux/autostart/AutostartRegistry.h"
 
 #include "linux/autostart/DesktopEntry.h"
+#include "linux/files/WholeFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QTemporaryFile>
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -179,19 +177,7 @@ tl::expected<void, QString> AutostartRegistry::write(const DesktopEntry& entry) 
     if (error)
         return failure(m_places.userFolder, QString::fromLocal8Bit(error.message()));
 
-    // Beside the entry and then in its place: nobody ever reads half of it, and a link that stands
-    // there gives way instead of having the file that it leads to changed.
-    QTemporaryFile file(m_places.userFolder + u"/.lumora-XXXXXX"_s);
-    const QByteArray bytes = entry.bytes();
-    const bool written = file.open() && file.write(bytes) == bytes.size() && file.flush() &&
-                         file.setPermissions(readableByAll) && fsync(file.handle()) == 0;
-    if (!written)
-        return failure(m_places.userFolder, file.errorString());
-    std::filesystem::rename(nativePath(file.fileName()), nativePath(userFile()), error);
-    if (error)
-        return failure(userFile(), QString::fromLocal8Bit(error.message()));
-    file.setAutoRemove(false);
-    return {};
+    return replaceFile(userFile(), entry.bytes(), readableByAll);
 }
 
 } // namespace lumora

@@ -1,8 +1,9 @@
 #include "linux/preferences/ConfFilePreferences.h"
 
+#include "linux/files/WholeFile.h"
+
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -120,18 +121,12 @@ bool ConfFilePreferences::setAside(const QByteArray& bytes) const {
     QString name = m_path + u".corrupt"_s;
     for (int count = 2; QFileInfo::exists(name); ++count)
         name = u"%1.corrupt.%2"_s.arg(m_path).arg(count);
-    QFile copy(name);
-    return copy.open(QFile::WriteOnly | QFile::NewOnly, ownerOnly) &&
-           copy.write(bytes) == bytes.size() && copy.flush();
+    return replaceFile(name, bytes, ownerOnly).has_value();
 }
 
 bool ConfFilePreferences::write(const QByteArray& bytes) {
     const QString path = target();
-    if (!ensureFolder(QFileInfo(path).path()))
-        return false;
-    QSaveFile file(path);
-    return file.open(QFile::WriteOnly) && file.setPermissions(ownerOnly) &&
-           file.write(bytes) == bytes.size() && file.commit();
+    return ensureFolder(QFileInfo(path).path()) && replaceFile(path, bytes, ownerOnly).has_value();
 }
 
 void ConfFilePreferences::watch() {

@@ -1,6 +1,7 @@
 #include "linux/autostart/AutostartRegistry.h"
 
 #include "linux/autostart/DesktopEntry.h"
+#include "support/FileSizeLimit.h"
 #include "support/ScopedEnvironment.h"
 
 #include <QCoreApplication>
@@ -9,11 +10,8 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <csignal>
 
 using namespace lumora;
 using namespace lumora::tests;
@@ -34,28 +32,6 @@ QByteArray contentOf(const QString& path) {
     QFile file(path);
     return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
 }
-
-/// Lets no file grow, as a full disk does, as long as it lives.
-class LimitedFileSize {
-public:
-    LimitedFileSize() {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit none{0, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &none);
-    }
-
-    ~LimitedFileSize() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-    LimitedFileSize(const LimitedFileSize&) = delete;
-    LimitedFileSize& operator=(const LimitedFileSize&) = delete;
-
-private:
-    void (*m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit m_before{};
-};
 
 /// A user with folders of their own and a program with an awkward path.
 class AutostartRegistryTest : public testing::Test {
@@ -265,7 +241,7 @@ TEST_F(AutostartRegistryTest, AnEntryThatCannotBeReplacedStaysAsItIs) {
 TEST_F(AutostartRegistryTest, WhereNothingCanBeWrittenTheOldEntryStays) {
     const QByteArray before = "[Desktop Entry]\nExec=/gone\n";
     write(userFile, before);
-    const LimitedFileSize noRoom;
+    const FileSizeLimit noRoom;
     const auto registered = registry.registerProgram();
     ASSERT_FALSE(registered);
     EXPECT_EQ(registered.error(), userFolder + u": File too large"_s);

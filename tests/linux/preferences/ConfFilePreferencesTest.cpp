@@ -1,16 +1,7 @@
-#include "linux/preferences/ConfFilePreferences.h"
+#include "linux/preferences/ConfFileFixture.h"
 
-#include "support/Patience.h"
-
-#include <QDir>
-#include <QFileInfo>
-#include <QProcess>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <gtest/gtest.h>
-#include <unistd.h>
 
 using namespace lumora;
 using namespace lumora::tests;
@@ -18,55 +9,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QFile::ReadOnly) ? file.readAll() : "(no file)";
-}
-
-void write(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QFile::WriteOnly | QFile::Truncate));
-    ASSERT_EQ(file.write(bytes), bytes.size());
-}
-
 QFile::Permissions modeOf(const QString& path) {
     return QFile::permissions(path) & QFile::Permissions(0x7077); // owner, group, others
 }
 
-/// Takes the superuser's privileges away for a while; does nothing for anybody else.
-class OrdinaryUser {
-public:
-    OrdinaryUser() { m_changed = geteuid() == 0 && seteuid(65534) == 0; }
-
-    ~OrdinaryUser() { m_changed = m_changed && seteuid(0) != 0; }
-
-private:
-    bool m_changed;
-};
-
-class ConfFilePreferencesTest : public testing::Test {
-protected:
-    QStringList filesInFolder() const {
-        return QDir(QFileInfo(path).path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
-    }
-
-    /// Runs a shell command as another program would, with $F as the file.
-    void shell(const QString& command) {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"F"_s, path);
-        process.setProcessEnvironment(environment);
-        process.start(u"sh"_s, {u"-ec"_s, command});
-        ASSERT_TRUE(process.waitForFinished(patience));
-        ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
-    }
-
-    QTemporaryDir home;
-    const QString path = home.filePath(u"config/lumora/lumora.conf"_s);
-};
+using ConfFilePreferencesTest = ConfFileFixture;
 
 /// The same with a store that watches.
-class ConfFileWatching : public ConfFilePreferencesTest {
+class ConfFileWatching : public ConfFileFixture {
 protected:
     /// Lets everything that is still on its way arrive.
     void settle() { outlastTimers(ConfFilePreferences::settlingTime); }
@@ -137,70 +87,6 @@ TEST_F(ConfFilePreferencesTest, WritingKeepsWhatItDoesNotKnow) {
     write(path, "# mine\n[General]\nfuture=1\nrefreshMinutes=5\n\n[Other]\nx=y\n");
     ASSERT_TRUE(store.setValue(u"refreshMinutes"_s, u"10"_s));
     EXPECT_EQ(contents(path), "# mine\n[General]\nfuture=1\nrefreshMinutes=10\n\n[Other]\nx=y\n");
-}
-
-TEST_F(ConfFilePreferencesTest, ACorruptFileActsAsEmptyAndIsNotTouchedByReading) {
-    ConfFilePreferences store(path);
-    write(path, "[General]\nrefreshMinutes=5\n\xFF\xFE\n");
-    EXPECT_EQ(store.value(u"refreshMinutes"_s), std::nullopt);
-    EXPECT_EQ(contents(path), "[General]\nrefreshMinutes=5\n\xFF\xFE\n");
-    EXPECT_EQ(filesInFolder(), QStringList{u"lumora.conf"_s});
-}
-
-TEST_F(ConfFilePreferencesTest, WritingOverACorruptFileKeepsACopyOfIt) {
-    ConfFilePreferences store(path);
-    write(path, "first wreck");
-    ASSERT_TRUE(store.setValue(u"refreshMinutes"_s, u"5"_s));
-    EXPECT_EQ(contents(path), "[General]\nrefreshMinutes=5\n");
-    EXPECT_EQ(contents(path + u".corrupt"_s), "first wreck");
-
-    write(path, "second wreck");
-    ASSERT_TRUE(store.setValue(u"refreshMinutes"_s, u"6"_s));
-    EXPECT_EQ(contents(path + u".corrupt"_s), "first wreck");
-    EXPECT_EQ(contents(path + u".corrupt.2"_s), "second wreck");
-}
-
-TEST_F(ConfFilePreferencesTest, WhatCannotBeReadActsAsEmptyAndIsNotWrittenOver) {
-    // The file is hidden by its mode, its folder lets everybody write.
-    const QFile::Permissions open(0x7777);
-    for (const QString& folder : {home.path(), home.filePath(u"config"_s)}) {
-        QDir().mkpath(folder);
-        ASSERT_TRUE(QFile::setPermissions(folder, open));
-    }
-    ConfFilePreferences store(path);
-    ASSERT_TRUE(QFile::setPermissions(QFileInfo(path).path(), open));
-    write(path, "[General]\nrefreshMinutes=5\n");
-    ASSERT_TRUE(QFile::setPermissions(path, {}));
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(store.value(u"refreshMinutes"_s), std::nullopt);
-        EXPECT_FALSE(store.setValue(u"refreshMinutes"_s, u"6"_s));
-    }
-    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner));
-    EXPECT_EQ(contents(path), "[General]\nrefreshMinutes=5\n");
-    EXPECT_EQ(filesInFolder(), QStringList{u"lumora.conf"_s});
-}
-
-TEST_F(ConfFilePreferencesTest, AFolderInTheFilesPlaceActsAsEmptyAndStays) {
-    ConfFilePreferences store(path);
-    ASSERT_TRUE(QDir().mkdir(path));
-    EXPECT_EQ(store.value(u"refreshMinutes"_s), std::nullopt);
-    EXPECT_FALSE(store.setValue(u"refreshMinutes"_s, u"6"_s));
-    EXPECT_TRUE(QFileInfo(path).isDir());
-}
-
-TEST_F(ConfFilePreferencesTest, APipeInTheFilesPlaceHoldsNobodyUp) {
-    ConfFilePreferences store(path);
-    shell(u"mkfifo \"$F\""_s);
-    EXPECT_EQ(store.value(u"refreshMinutes"_s), std::nullopt);
-    EXPECT_FALSE(store.setValue(u"refreshMinutes"_s, u"6"_s));
-}
-
-TEST_F(ConfFilePreferencesTest, AFolderThatCannotBeMadeFailsWritingOnly) {
-    write(home.filePath(u"config"_s), "a file in the way");
-    ConfFilePreferences store(path);
-    EXPECT_EQ(store.value(u"refreshMinutes"_s), std::nullopt);
-    EXPECT_FALSE(store.setValue(u"refreshMinutes"_s, u"6"_s));
 }
 
 TEST_F(ConfFilePreferencesTest, WritesThroughASymbolicLink) {
