@@ -60,10 +60,7 @@ LoginItemStatus statusOf(const QByteArray& bytes) {
 }
 
 QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    // A pipe in the file's place would hold the reader up.
-    const bool isReadable = QFileInfo(path).isFile() && file.open(QFile::ReadOnly);
-    return isReadable ? file.readAll() : QByteArray();
+    return readFile(path).value_or(QByteArray());
 }
 
 /// There is something at `path`, be it a link that leads nowhere.

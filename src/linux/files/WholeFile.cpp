@@ -3,6 +3,8 @@
 #include <QFileInfo>
 #include <QTemporaryFile>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -24,6 +26,16 @@ tl::unexpected<QString> failure(const QString& place, const QString& message) {
     return tl::unexpected<QString>(place + u": "_s + message);
 }
 
+tl::unexpected<ReadFailure> notRead(const QString& path, const QString& message) {
+    return tl::unexpected<ReadFailure>({.isAbsent = false, .message = path + u": "_s + message});
+}
+
+tl::unexpected<ReadFailure> notRead(const QString& path, int error) {
+    auto failure = notRead(path, systemMessage(error));
+    failure.value().isAbsent = error == ENOENT || error == ENOTDIR;
+    return failure;
+}
+
 /// Writes past all buffers: of bytes that a file still holds when it closes, nobody would hear that
 /// they could not be written.
 bool writeAll(int descriptor, QByteArrayView bytes) {
@@ -38,8 +50,38 @@ bool writeAll(int descriptor, QByteArrayView bytes) {
 
 } // namespace
 
+tl::expected<QByteArray, ReadFailure> readFile(const QString& path) {
+    const QByteArray name = QFile::encodeName(path);
+
+    struct stat status{};
+
+    if (stat(name.constData(), &status) != 0)
+        return notRead(path, errno);
+    if (S_ISDIR(status.st_mode))
+        return notRead(path, EISDIR);
+    if (!S_ISREG(status.st_mode))
+        return notRead(path, u"Not a regular file"_s);
+    if (status.st_size > largestWholeFile)
+        return notRead(path, EFBIG);
+
+    // Without waiting: by now a pipe may stand there, and some files of the system's are like one.
+    const int descriptor = open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QFile file;
+    if (descriptor < 0 || !file.open(descriptor, QFile::ReadOnly, QFile::AutoCloseHandle))
+        return notRead(path, errno);
+    QByteArray bytes = file.read(largestWholeFile + 1); // it may have grown since
+    if (file.error() != QFile::NoError)
+        return notRead(path, file.errorString());
+    if (bytes.size() > largestWholeFile)
+        return notRead(path, EFBIG);
+    bytes.squeeze();
+    return bytes;
+}
+
 tl::expected<void, QString>
 replaceFile(const QString& path, const QByteArray& bytes, QFile::Permissions permissions) {
+    if (bytes.size() > largestWholeFile)
+        return failure(path, systemMessage(EFBIG)); // nobody could read it again
     const QString folder = QFileInfo(path).path();
     // Without a name until it is whole, where the file system can do that: a crash leaves nothing.
     QTemporaryFile file(folder + u"/.lumora-XXXXXX"_s);

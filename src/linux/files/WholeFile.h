@@ -8,6 +8,22 @@
 
 namespace lumora {
 
+/// The largest file that is read or written as a whole, in bytes. Those that people and programs
+/// keep their settings in are a thousand times smaller.
+inline constexpr qint64 largestWholeFile = 1'048'576;
+
+/// Why a file was not read.
+struct ReadFailure {
+    bool isAbsent = false; ///< there is none
+    QString message;       ///< the file and the system's own message, for people
+
+    bool operator==(const ReadFailure&) const = default;
+};
+
+/// What stands in the file at `path`, or in the one that a link there leads to. Never waits:
+/// whatever is no file, such as a pipe, is not even opened.
+[[nodiscard]] tl::expected<QByteArray, ReadFailure> readFile(const QString& path);
+
 /// Puts a file with these bytes and permissions in the place of what stands at `path`, a link
 /// included. Whatever happens meanwhile, a full disk, a crash or a power cut, what stands there is
 /// the old or the new, whole. The folder must exist. The error is the place and the system's own

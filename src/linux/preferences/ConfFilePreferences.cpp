@@ -5,11 +5,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
@@ -47,14 +42,16 @@ ConfFilePreferences::ConfFilePreferences(const QString& path)
     : m_path(QFileInfo(path).absoluteFilePath()) {
     // Where it cannot be made, the nearest folder is watched, and each write tries again.
     std::ignore = ensureFolder(QFileInfo(m_path).path());
-    m_announced = read().bytes;
+    m_announced = read().bytes.value_or(QByteArray());
+    tellOfTrouble();
     watch();
 
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingTime);
     connect(&m_settling, &QTimer::timeout, this, [this] {
         watch();
-        if (announce(read().bytes))
+        tellOfTrouble();
+        if (announce(read().bytes.value_or(QByteArray())))
             Q_EMIT changedElsewhere();
     });
     // Started once per burst, not anew by each event, so that constant traffic cannot hold it off.
@@ -67,47 +64,45 @@ ConfFilePreferences::ConfFilePreferences(const QString& path)
 }
 
 std::optional<QString> ConfFilePreferences::value(const QString& key) const {
-    const auto document = IniDocument::parse(read().bytes);
+    const auto& document = read().document;
     return document ? document->value(key) : std::nullopt;
 }
 
 bool ConfFilePreferences::setValue(const QString& key, const QString& text) {
-    const Content content = read();
-    if (!content.readable)
+    const Content& content = read();
+    if (!content.bytes)
         return false;
-    auto document = IniDocument::parse(content.bytes);
-    if (document && document->value(key) == text)
+    if (content.document && content.document->value(key) == text)
         return true;
-    if (!document && !setAside(content.bytes))
+    if (!content.document && !setAside(*content.bytes))
         return false;
-    if (!document)
-        document.emplace();
-    document->setValue(key, text);
-    if (!write(document->bytes()))
+    IniDocument document = content.document.value_or(IniDocument());
+    document.setValue(key, text);
+    const QByteArray bytes = document.bytes();
+    if (!write(bytes))
         return false;
     watch();
-    announce(document->bytes());
+    announce(bytes);
     return true;
 }
 
-ConfFilePreferences::Content ConfFilePreferences::read() const {
-    // Without waiting: a pipe in the file's place would hold the reader up.
-    const int descriptor =
-        open(QFile::encodeName(m_path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
-        return {errno == ENOENT || errno == ENOTDIR, {}};
-    QFile file;
+// Every use reads the file. Taken apart is only what is new: one look at a window asks for a dozen
+// preferences.
+const ConfFilePreferences::Content& ConfFilePreferences::read() const {
+    auto bytes = readFile(m_path);
+    if (!bytes && bytes.error().isAbsent)
+        bytes = QByteArray();
+    if (bytes != m_content.bytes)
+        m_content = {bytes, IniDocument::parse(bytes.value_or(QByteArray()))};
+    return m_content;
+}
 
-    struct stat status{};
-
-    const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
-                        file.open(descriptor, QFile::ReadOnly, QFile::AutoCloseHandle);
-    if (!isFile) {
-        close(descriptor);
-        return {false, {}};
-    }
-    const QByteArray bytes = file.readAll();
-    return {file.error() == QFile::NoError, bytes};
+void ConfFilePreferences::tellOfTrouble() {
+    const auto& bytes = read().bytes;
+    const QString trouble = bytes ? QString() : bytes.error().message;
+    if (!trouble.isEmpty() && trouble != m_trouble)
+        qWarning("lumora: all preferences have their defaults: %s", qUtf8Printable(trouble));
+    m_trouble = trouble;
 }
 
 QString ConfFilePreferences::target() const {
@@ -119,8 +114,11 @@ QString ConfFilePreferences::target() const {
 
 bool ConfFilePreferences::setAside(const QByteArray& bytes) const {
     QString name = m_path + u".corrupt"_s;
-    for (int count = 2; QFileInfo::exists(name); ++count)
+    for (int count = 2; QFileInfo::exists(name); ++count) {
+        if (readFile(name) == bytes)
+            return true; // what followed has failed
         name = u"%1.corrupt.%2"_s.arg(m_path).arg(count);
+    }
     return replaceFile(name, bytes, ownerOnly).has_value();
 }
 

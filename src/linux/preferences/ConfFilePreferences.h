@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/files/WholeFile.h"
 #include "linux/preferences/IniDocument.h"
 #include "platform/Preferences.h"
 
@@ -11,7 +12,8 @@
 namespace lumora {
 
 /// The preferences in an INI file that people and other programs may edit. A file that cannot be
-/// read, or is no INI file, acts as empty; reading never writes.
+/// read, is larger than `largestWholeFile`, or is no INI file, acts as empty; reading never writes.
+/// Why a file cannot be read is told once on the standard error.
 class ConfFilePreferences final : public Preferences {
     Q_OBJECT
 
@@ -36,12 +38,16 @@ public:
     [[nodiscard]] bool setValue(const QString& key, const QString& text) override;
 
 private:
+    /// What the file said when it was last read.
     struct Content {
-        bool readable = true;
-        QByteArray bytes; ///< empty when there is no file
+        /// None where there is no file.
+        tl::expected<QByteArray, ReadFailure> bytes;
+        /// Absent where the bytes are not those of an INI file.
+        std::optional<IniDocument> document = IniDocument();
     };
 
-    Content read() const;
+    const Content& read() const;
+    void tellOfTrouble();
     QString target() const;
     [[nodiscard]] bool setAside(const QByteArray& bytes) const;
     [[nodiscard]] bool write(const QByteArray& bytes);
@@ -51,7 +57,9 @@ private:
     bool announce(const QByteArray& bytes);
 
     const QString m_path;
+    mutable Content m_content;
     QByteArray m_announced; ///< the bytes that listeners were last told about
+    QString m_trouble;      ///< why the file could not be read, as it was last told
     QFileSystemWatcher m_watcher;
     QTimer m_settling;
 };

@@ -218,6 +218,15 @@ TEST_F(AutostartRegistryTest, APipeInTheEntrysPlaceHoldsNobodyUp) {
     EXPECT_EQ(registry.status(), Status::Enabled);
 }
 
+TEST_F(AutostartRegistryTest, AnEntryThatIsFarTooLargeIsNone) {
+    writeUserEntry("Exec=sh\n");
+    ASSERT_TRUE(QFile::resize(userFile, 100 * 1024 * 1024));
+    EXPECT_EQ(registry.status(), Status::NotFound);
+    ASSERT_TRUE(registry.registerProgram());
+    EXPECT_EQ(registry.status(), Status::Enabled);
+    EXPECT_LT(QFileInfo(userFile).size(), 1000);
+}
+
 TEST_F(AutostartRegistryTest, FailuresCarryTheSystemsMessage) {
     // A file where the folder should be stops everybody, the superuser too.
     write(home.filePath(u"config"_s), "");

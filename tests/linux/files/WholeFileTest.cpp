@@ -1,6 +1,7 @@
 #include "linux/files/WholeFile.h"
 
 #include "support/FileSizeLimit.h"
+#include "support/OrdinaryUser.h"
 #include "support/SmallDisk.h"
 
 #include <QDir>
@@ -8,10 +9,13 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <functional>
 
 using namespace lumora;
@@ -29,6 +33,33 @@ QByteArray contents(const QString& path) {
     QFile file(path);
     return file.open(QFile::ReadOnly) ? file.readAll() : "(no file)";
 }
+
+/// Why the file at `path` is not read.
+ReadFailure failureOf(const QString& path) {
+    const auto bytes = readFile(path);
+    return bytes ? ReadFailure{true, u"(it was read)"_s} : bytes.error();
+}
+
+/// Hears whether somebody opens a file.
+class OpeningListener {
+public:
+    explicit OpeningListener(const QString& path) {
+        EXPECT_GE(inotify_add_watch(m_queue, QFile::encodeName(path).constData(), IN_OPEN), 0);
+    }
+
+    ~OpeningListener() { close(m_queue); }
+
+    OpeningListener(const OpeningListener&) = delete;
+    OpeningListener& operator=(const OpeningListener&) = delete;
+
+    bool heard() const {
+        std::array<char, 4096> events{};
+        return read(m_queue, events.data(), events.size()) > 0;
+    }
+
+private:
+    int m_queue = inotify_init1(IN_NONBLOCK);
+};
 
 class WholeFileTest : public testing::Test {
 protected:
@@ -151,4 +182,63 @@ TEST_F(WholeFileTest, WhatCannotBeReplacedStaysAndNothingIsLeftBehind) {
     const auto lost = replaceFile(nowhere + u"/file"_s, after, mode);
     ASSERT_FALSE(lost);
     EXPECT_EQ(lost.error(), nowhere + u": No such file or directory"_s);
+}
+
+TEST_F(WholeFileTest, TooMuchToBeReadAgainIsNotWritten) {
+    const auto replaced = replaceFile(path, QByteArray(largestWholeFile + 1, 'x'), mode);
+    ASSERT_FALSE(replaced);
+    EXPECT_EQ(replaced.error(), path + u": File too large"_s);
+    EXPECT_EQ(contents(path), before);
+}
+
+TEST_F(WholeFileTest, ReadsUpToTheLargestSize) {
+    EXPECT_EQ(readFile(path), before);
+    ASSERT_TRUE(replaceFile(path, {}, mode));
+    EXPECT_EQ(readFile(path), QByteArray());
+    const QByteArray large(largestWholeFile, 'x');
+    ASSERT_TRUE(replaceFile(path, large, mode));
+    EXPECT_EQ(readFile(path), large);
+    ASSERT_TRUE(QFile::link(path, folder.filePath(u"link"_s)));
+    EXPECT_EQ(readFile(folder.filePath(u"link"_s)), large);
+}
+
+TEST_F(WholeFileTest, TellsWhatIsAbsentFromWhatCannotBeRead) {
+    const QString nothing = folder.filePath(u"nothing"_s);
+    EXPECT_EQ(failureOf(nothing), (ReadFailure{true, nothing + u": No such file or directory"_s}));
+    const QString below = path + u"/below"_s;
+    EXPECT_EQ(failureOf(below), (ReadFailure{true, below + u": Not a directory"_s}));
+    const QString nowhere = folder.filePath(u"nowhere"_s);
+    ASSERT_TRUE(QFile::link(nothing, nowhere));
+    EXPECT_TRUE(failureOf(nowhere).isAbsent);
+    const QString circle = folder.filePath(u"circle"_s);
+    ASSERT_TRUE(QFile::link(circle, circle));
+    EXPECT_EQ(
+        failureOf(circle), (ReadFailure{false, circle + u": Too many levels of symbolic links"_s}));
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::Permissions(0x7777)));
+    ASSERT_TRUE(QFile::setPermissions(path, {}));
+    const OrdinaryUser user;
+    EXPECT_EQ(failureOf(path), (ReadFailure{false, path + u": Permission denied"_s}));
+}
+
+TEST_F(WholeFileTest, OpensNothingThatItDoesNotRead) {
+    const QString pipe = folder.filePath(u"pipe"_s);
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const OpeningListener ofPipe(pipe);
+    EXPECT_EQ(failureOf(pipe), (ReadFailure{false, pipe + u": Not a regular file"_s}));
+    EXPECT_FALSE(ofPipe.heard());
+
+    const OpeningListener ofFolder(folder.path());
+    EXPECT_EQ(
+        failureOf(folder.path()), (ReadFailure{false, folder.path() + u": Is a directory"_s}));
+    EXPECT_FALSE(ofFolder.heard());
+
+    QFile large(path);
+    ASSERT_TRUE(large.resize(100 * largestWholeFile));
+    const OpeningListener ofLarge(path);
+    EXPECT_EQ(failureOf(path), (ReadFailure{false, path + u": File too large"_s}));
+    EXPECT_FALSE(ofLarge.heard());
+    ASSERT_TRUE(large.resize(1));
+    EXPECT_FALSE(ofLarge.heard());
+    EXPECT_TRUE(readFile(path));
+    EXPECT_TRUE(ofLarge.heard());
 }
