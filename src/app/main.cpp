@@ -126,9 +126,10 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
         const auto address = demoService.start(run.scenario);
         if (!address)
             return complain(address.error().sentence, address.error().exitCode);
-        storePreference(*family.preferences, PreferenceKeys::endpointURL, address->endpoint);
+        // Memory takes everything.
         std::ignore =
-            KeychainService(*family.secrets).setToken(address->token); // memory takes everything
+            storePreference(*family.preferences, PreferenceKeys::endpointURL, address->endpoint);
+        std::ignore = KeychainService(*family.secrets).setToken(address->token);
     }
 
     LumobarApp program(family);

@@ -3,7 +3,6 @@
 #include "platform/PreferenceKeys.h"
 #include "platform/Preferences.h"
 
-#include <tuple>
 #include <type_traits>
 
 namespace lumora {
@@ -40,12 +39,11 @@ private:
     PreferenceKey<Value> m_key;
 };
 
-/// Stores `value` under `key`. Where the store cannot be written, the old value remains, and is
-/// what every later read shows.
+/// Has `value` hold under `key`, see `Preferences::setValue`.
 template <typename Value>
-void storePreference(
+[[nodiscard]] tl::expected<void, QString> storePreference(
     Preferences& store, const PreferenceKey<Value>& key, const std::type_identity_t<Value>& value) {
-    std::ignore = store.setValue(key.name, preferenceText(value));
+    return store.setValue(key.name, preferenceText(value));
 }
 
 } // namespace lumora

@@ -63,16 +63,16 @@ QString AppState::endpointURL() const {
     return AppStorageBacked(m_with.preferences, PreferenceKeys::endpointURL).wrappedValue();
 }
 
-void AppState::setEndpointURL(const QString& endpoint) {
-    storePreference(m_with.preferences, PreferenceKeys::endpointURL, endpoint);
+tl::expected<void, QString> AppState::setEndpointURL(const QString& endpoint) {
+    return storePreference(m_with.preferences, PreferenceKeys::endpointURL, endpoint);
 }
 
 qint64 AppState::refreshMinutes() const {
     return AppStorageBacked(m_with.preferences, PreferenceKeys::refreshMinutes).wrappedValue();
 }
 
-void AppState::setRefreshMinutes(qint64 minutes) {
-    storePreference(m_with.preferences, PreferenceKeys::refreshMinutes, minutes);
+tl::expected<void, QString> AppState::setRefreshMinutes(qint64 minutes) {
+    return storePreference(m_with.preferences, PreferenceKeys::refreshMinutes, minutes);
 }
 
 bool AppState::isConfigured() const {

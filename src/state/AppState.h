@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QUrl>
 
+#include <tl/expected.hpp>
+
 #include <memory>
 #include <optional>
 #include <set>
@@ -59,14 +61,15 @@ public:
     /// The address of the briefing as the user typed it; read afresh, empty when not set.
     QString endpointURL() const;
 
-    /// Stores the address of the briefing, for the next fetch.
-    void setEndpointURL(const QString& endpoint);
+    /// Stores the address of the briefing, for the next fetch; see `Preferences::setValue`.
+    [[nodiscard]] tl::expected<void, QString> setEndpointURL(const QString& endpoint);
 
     /// Minutes between two refreshes as the user chose; read afresh.
     qint64 refreshMinutes() const;
 
-    /// Stores the minutes between two refreshes, for the next time that polling starts.
-    void setRefreshMinutes(qint64 minutes);
+    /// Stores the minutes between two refreshes, for the next time that polling starts; see
+    /// `Preferences::setValue`.
+    [[nodiscard]] tl::expected<void, QString> setRefreshMinutes(qint64 minutes);
 
     /// Whether there is both a readable token and an endpoint. Asks the credential store.
     bool isConfigured() const;

@@ -55,6 +55,10 @@ bool isGoodNews(const QString& result) {
     return result.startsWith(u'✓');
 }
 
+QString unstoredText(const QString& reason) {
+    return u"Not stored (%1). It holds until Lumora ends."_s.arg(reason);
+}
+
 std::optional<QString> loginItemHint(LoginItemStatus status) {
     switch (status) {
     case LoginItemStatus::NotFound:

@@ -30,6 +30,9 @@ QString succeededResult(qsizetype eventCount);
 QString failedResult(const QString& message);
 bool isGoodNews(const QString& result);
 
+/// What to say below a control whose preference could not be stored. `reason` is the system's own.
+QString unstoredText(const QString& reason);
+
 /// What to say below the switch; absent where there is nothing to say.
 std::optional<QString> loginItemHint(LoginItemStatus status);
 

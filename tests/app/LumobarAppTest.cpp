@@ -4,11 +4,11 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpTransport.h"
 #include "fakes/FakeNotificationCenter.h"
+#include "fakes/FakePreferences.h"
 #include "fakes/FakeStatusItem.h"
 #include "fakes/RecordingUrlOpener.h"
 #include "linux/commands/CommandServer.h"
 #include "platform/memory/MemoryLoginItems.h"
-#include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"
 #include "support/Patience.h"
 #include "support/PrivateBus.h"
@@ -53,8 +53,8 @@ protected:
         item = keep(family.statusItem, std::make_unique<FakeStatusItem>());
         urls = keep(family.urls, std::make_unique<RecordingUrlOpener>());
         notifications = keep(family.notifications, std::make_unique<FakeNotificationCenter>());
-        preferences = keep(family.preferences, std::make_unique<MemoryPreferences>());
-        preferences->setValue(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
+        preferences = keep(family.preferences, std::make_unique<FakePreferences>());
+        preferences->set(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
         family.secrets = std::make_unique<MemorySecretStore>();
         EXPECT_TRUE(KeychainService(*family.secrets).setToken(u"t0ken"_s));
         family.loginItems = std::make_unique<MemoryLoginItems>();
@@ -103,7 +103,7 @@ protected:
     FakeClock* clock = nullptr;
     FakeHttpTransport* transport = nullptr;
     FakeStatusItem* item = nullptr;
-    MemoryPreferences* preferences = nullptr;
+    FakePreferences* preferences = nullptr;
     RecordingUrlOpener* urls = nullptr;
     FakeNotificationCenter* notifications = nullptr;
     NetworkMonitor* network = nullptr;
@@ -159,7 +159,7 @@ TEST_F(LumobarAppTest, TheMenuRefreshes) {
 }
 
 TEST_F(LumobarAppTest, AsksForNoPermissionWhereTheUserWantsNoReminders) {
-    preferences->setValue(u"notifyBeforeMeetings"_s, u"false"_s);
+    preferences->set(u"notifyBeforeMeetings"_s, u"false"_s);
     begin();
     EXPECT_EQ(notifications->calls, QStringList());
 }

@@ -84,7 +84,7 @@ TEST_F(SettingsControllerTest, ShowsWhatWasChangedWhileItWasClosed) {
     controller.open({});
     SettingsWindow* const window = windows().first();
     window->close();
-    preferences.setValue(u"endpointURL"_s, u"https://elsewhere"_s);
+    preferences.set(u"endpointURL"_s, u"https://elsewhere"_s);
     EXPECT_EQ(window->findChild<QLineEdit*>()->text(), u"https://day.example/api/briefing"_s);
     controller.open({});
     EXPECT_EQ(window->findChild<QLineEdit*>()->text(), u"https://elsewhere"_s);

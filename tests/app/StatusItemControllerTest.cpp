@@ -46,9 +46,9 @@ TEST_F(StatusItemControllerTest, FollowsTheState) {
 TEST_F(StatusItemControllerTest, FollowsThePreference) {
     begin();
     answer(0, 1);
-    preferences.setValue(u"menuBarAmbient"_s, u"none"_s);
+    preferences.set(u"menuBarAmbient"_s, u"none"_s);
     EXPECT_FALSE(latest().text);
-    preferences.setValue(u"menuBarAmbient"_s, u"weather"_s);
+    preferences.set(u"menuBarAmbient"_s, u"weather"_s);
     EXPECT_EQ(latest().text, u"1/2"_s);
 }
 

@@ -4,7 +4,13 @@
 #include "support/ScriptedServer.h"
 
 #include <QDBusMessage>
+#include <QDir>
 #include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <functional>
 
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
@@ -102,6 +108,33 @@ TEST_F(Configuration, ARefreshTakesTheEndpointFromTheFile) {
     const auto after = lumora.run({u"refresh"_s});
     EXPECT_EQ(after.exitCode, 0) << after.err.toStdString();
     EXPECT_TRUE(lumora.comesToShow(loaded));
+}
+
+TEST_F(Configuration, NothingInThePreferencesPlaceHoldsTheProgramUp) {
+    QDir().mkpath(QFileInfo(lumora.preferencesPath()).path());
+    const QByteArray path = QFile::encodeName(lumora.preferencesPath());
+    const std::pair<std::function<bool()>, QByteArray> obstacles[] = {
+        {[&] { return mkfifo(path.constData(), 0600) == 0; }, "Not a regular file"},
+        {[&] { return symlink(path.constData(), path.constData()) == 0; },
+         "Too many levels of symbolic links"},
+        {[&] {
+             QFile large(lumora.preferencesPath());
+             return large.open(QFile::WriteOnly) && large.resize(100 * 1024 * 1024);
+         },
+         "File too large"},
+    };
+    for (const auto& [place, why] : obstacles) {
+        ASSERT_TRUE(place());
+        lumora.start();
+        EXPECT_TRUE(lumora.comesToShow(notConfigured)) << why.toStdString();
+        EXPECT_EQ(lumora.run({u"settings"_s}).exitCode, 0);
+        EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
+        const QByteArray said = lumora.waitForEnd().err;
+        EXPECT_EQ(
+            said, "lumora: all preferences have their defaults: ~/config/lumora/lumora.conf: " +
+                      why + '\n');
+        ASSERT_TRUE(QFile::remove(lumora.preferencesPath()));
+    }
 }
 
 TEST_F(Configuration, AProxyNeedsNoScheme) {

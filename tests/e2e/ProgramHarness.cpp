@@ -82,7 +82,7 @@ void ProgramHarness::setVariable(const QString& name, const QString& value) {
 
 void ProgramHarness::writePreferences(const QHash<QString, QString>& preferences) {
     QDir(m_home.filePath(u"config"_s)).mkpath(u"lumora"_s);
-    QSaveFile file(m_home.filePath(u"config/lumora/lumora.conf"_s));
+    QSaveFile file(preferencesPath());
     bool written = file.open(QIODevice::WriteOnly);
     QByteArray text = "[General]\n";
     for (auto it = preferences.cbegin(); it != preferences.cend(); ++it)
@@ -92,8 +92,12 @@ void ProgramHarness::writePreferences(const QHash<QString, QString>& preferences
         throw std::runtime_error("the preferences could not be written");
 }
 
+QString ProgramHarness::preferencesPath() const {
+    return m_home.filePath(u"config/lumora/lumora.conf"_s);
+}
+
 QByteArray ProgramHarness::preferencesFile() const {
-    QFile file(m_home.filePath(u"config/lumora/lumora.conf"_s));
+    QFile file(preferencesPath());
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 

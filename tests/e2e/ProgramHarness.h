@@ -40,6 +40,9 @@ public:
     /// Replaces the preferences, as an editor does.
     void writePreferences(const QHash<QString, QString>& preferences);
 
+    /// Where the preferences file is, or would be.
+    QString preferencesPath() const;
+
     /// The preferences file as it stands; empty when there is none.
     QByteArray preferencesFile() const;
 

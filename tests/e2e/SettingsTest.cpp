@@ -228,4 +228,39 @@ TEST_F(Settings, FollowTheFile) {
     EXPECT_FALSE(lumora.preferencesFile().contains("menuBarAmbient"));
 }
 
+TEST_F(Settings, HoldWhatCannotBeStored) {
+    // What is no file is left alone, whatever it is.
+    ASSERT_TRUE(QDir().mkpath(lumora.preferencesPath()));
+    const QString complaint =
+        u"Not stored (~/config/lumora/lumora.conf: Is a directory). It holds until Lumora ends."_s;
+    const auto notifies = [](const AccessibleNode& settings) {
+        return settings.find(u"Notify 5 minutes before meetings"_s).has(u"checked"_s);
+    };
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"message"_s, u"Not configured — open Settings"_s}}));
+    openSettings();
+    fillIn(u"a"_s, QString::fromLatin1(service.token()));
+    fillIn(u"e"_s, service.endpoint());
+    EXPECT_TRUE(comesToSay(complaint));
+    xdotool({u"key"_s, u"alt+n"_s});
+    EXPECT_TRUE(tree.comesToBe(settingsTitle, [&](const AccessibleNode& settings) {
+        return !notifies(settings) && settings.spoken().count(complaint) == 2;
+    }));
+    xdotool({u"key"_s, u"alt+t"_s});
+    EXPECT_TRUE(lumora.comesToShow({{u"mode"_s, u"countdown"_s}, {u"state"_s, u"loaded"_s}}));
+    const AccessibleNode settings = tree.window(settingsTitle);
+    EXPECT_TRUE(settings.spoken().contains(service.endpoint()));
+    EXPECT_FALSE(notifies(settings));
+    EXPECT_TRUE(QFileInfo(lumora.preferencesPath()).isDir());
+
+    ASSERT_TRUE(QDir().rmdir(lumora.preferencesPath()));
+    xdotool({u"key"_s, u"alt+n"_s});
+    EXPECT_TRUE(tree.comesToBe(settingsTitle, [&](const AccessibleNode& shown) {
+        return notifies(shown) && !shown.spoken().contains(complaint);
+    }));
+    EXPECT_EQ(
+        lumora.preferencesFile(),
+        "[General]\nendpointURL=" + service.endpoint().toUtf8() + "\nnotifyBeforeMeetings=true\n");
+}
+
 #include "SettingsTest.moc"

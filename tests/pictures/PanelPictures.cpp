@@ -86,7 +86,7 @@ void foldEverything(PanelStage& stage) {
     for (const auto& key :
          {PreferenceKeys::eventsCollapsed, PreferenceKeys::habitsCollapsed,
           PreferenceKeys::choresCollapsed, PreferenceKeys::spendingCollapsed})
-        storePreference(stage.preferences, key, true);
+        stage.preferences.set(key.name, preferenceText(true));
 }
 
 std::vector<PictureState> messageStates() {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "fakes/FakeClock.h"
+#include "fakes/FakePreferences.h"
 #include "fakes/SwitchedCompositing.h"
 #include "pictures/Picture.h"
-#include "platform/memory/MemoryPreferences.h"
 #include "ui/panel/MenuBarView.h"
 #include "ui/window/PanelWindow.h"
 
@@ -37,7 +37,7 @@ public:
     QImage picture();
 
     FakeClock clock;
-    MemoryPreferences preferences;
+    FakePreferences preferences;
     SwitchedCompositing compositing{false};
     ThemeSource themes;
     PlacementScreen screen; ///< with a bar at the top

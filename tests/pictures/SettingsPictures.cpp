@@ -56,6 +56,8 @@ public:
 
     FormSwitch& launch() { return control<FormSwitch>(0); }
 
+    FormSwitch& notify() { return control<FormSwitch>(1); }
+
     void finishTest(const HttpOutcome& outcome) {
         test().click();
         settle();
@@ -144,7 +146,7 @@ std::vector<PictureState> settingsWindowStates() {
         settings(
             "not_configured",
             [](SettingsStage& stage) {
-                stage.preferences.setValue(u"endpointURL"_s, QString());
+                stage.preferences.set(u"endpointURL"_s, QString());
                 EXPECT_TRUE(stage.keychain.setToken({}));
                 stage.show();
             }),
@@ -184,9 +186,18 @@ std::vector<PictureState> settingsWindowStates() {
                 stage.launch().click();
             }),
         settings(
+            "not_stored",
+            [](SettingsStage& stage) {
+                stage.preferences.storeError = u"~/.config/lumora: No space left on device"_s;
+                stage.show();
+                stage.endpoint().setText(u"https://dashboard.example.com/api/briefing"_s);
+                stage.notify().click();
+                settle();
+            }),
+        settings(
             "long_texts",
             [](SettingsStage& stage) {
-                stage.preferences.setValue(
+                stage.preferences.set(
                     u"endpointURL"_s,
                     u"https://dashboard.a-host-with-a-long-name.example.com/api/v2/briefing/today"_s);
                 stage.show();

@@ -17,7 +17,7 @@ Value read(const PreferenceKey<Value>& key, const Preferences& store = MemoryPre
 template <typename Value>
 std::pair<QString, Value> stored(const PreferenceKey<Value>& key, const Value& value) {
     MemoryPreferences store;
-    storePreference(store, key, value);
+    EXPECT_TRUE(storePreference(store, key, value));
     return {store.value(key.name).value_or(QString()), read(key, store)};
 }
 
@@ -52,19 +52,19 @@ TEST(PreferenceKeys, AValueIsStoredAsTextThatReadsAsTheValue) {
 TEST(PreferenceKeys, TextThatIsNoValueReadsAsTheDefault) {
     MemoryPreferences store;
     for (const QString& text : {u""_s, u"yes"_s, u"True"_s, u"2"_s}) {
-        store.setValue(u"notifyBeforeMeetings"_s, text);
+        ASSERT_TRUE(store.setValue(u"notifyBeforeMeetings"_s, text));
         EXPECT_TRUE(read(PreferenceKeys::notifyBeforeMeetings, store)) << text.toStdString();
     }
-    store.setValue(u"notifyBeforeMeetings"_s, u"0"_s);
+    ASSERT_TRUE(store.setValue(u"notifyBeforeMeetings"_s, u"0"_s));
     EXPECT_FALSE(read(PreferenceKeys::notifyBeforeMeetings, store));
-    store.setValue(u"refreshMinutes"_s, u"soon"_s);
+    ASSERT_TRUE(store.setValue(u"refreshMinutes"_s, u"soon"_s));
     EXPECT_EQ(read(PreferenceKeys::refreshMinutes, store), 10);
 }
 
 TEST(PreferenceKeys, ASwitchMayBeANumberToo) {
     MemoryPreferences store;
-    store.setValue(PreferenceKeys::eventsCollapsed.name, u"1"_s);
-    store.setValue(PreferenceKeys::notifyBeforeMeetings.name, u"0"_s);
+    ASSERT_TRUE(store.setValue(PreferenceKeys::eventsCollapsed.name, u"1"_s));
+    ASSERT_TRUE(store.setValue(PreferenceKeys::notifyBeforeMeetings.name, u"0"_s));
     EXPECT_TRUE(read(PreferenceKeys::eventsCollapsed, store));
     EXPECT_FALSE(read(PreferenceKeys::notifyBeforeMeetings, store));
 }

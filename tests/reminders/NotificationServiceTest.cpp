@@ -2,8 +2,8 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/FakeNotificationCenter.h"
+#include "fakes/FakePreferences.h"
 #include "platform/Spawn.h"
-#include "platform/memory/MemoryPreferences.h"
 #include "support/Builders.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ namespace {
 class NotificationServiceTest : public testing::Test {
 protected:
     void enable(bool enabled) {
-        preferences.setValue(u"notifyBeforeMeetings"_s, enabled ? u"true"_s : u"false"_s);
+        preferences.set(u"notifyBeforeMeetings"_s, enabled ? u"true"_s : u"false"_s);
     }
 
     /// What was called since the last time this was asked.
@@ -44,7 +44,7 @@ protected:
     }
 
     FakeClock clock;
-    MemoryPreferences preferences;
+    FakePreferences preferences;
     FakeNotificationCenter center;
     std::optional<NotificationService> service{std::in_place, center, preferences, clock};
 };
@@ -63,7 +63,7 @@ TEST_F(NotificationServiceTest, AsksForPermissionUnlessTheUserWantsNoReminders) 
 }
 
 TEST_F(NotificationServiceTest, AMalformedChoiceCountsAsYes) {
-    preferences.setValue(u"notifyBeforeMeetings"_s, u"perhaps"_s);
+    preferences.set(u"notifyBeforeMeetings"_s, u"perhaps"_s);
     spawn(service->requestAuthorization());
     EXPECT_EQ(calls(), QStringList{u"authorize"_s});
 }

@@ -1,6 +1,6 @@
 #include "fakes/FakeClock.h"
+#include "fakes/FakePreferences.h"
 #include "fakes/InvisibleCenter.h"
-#include "platform/memory/MemoryPreferences.h"
 #include "reminders/NotificationService.h"
 #include "support/Builders.h"
 
@@ -150,7 +150,7 @@ private:
     }
 
     std::mt19937 random{GetParam().seed};
-    MemoryPreferences preferences;
+    FakePreferences preferences;
     NotificationService service{center, preferences, clock};
     std::vector<Fetch> fetches;
     std::map<Instant, QDate> localDay; ///< of every start

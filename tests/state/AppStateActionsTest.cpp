@@ -216,7 +216,7 @@ TEST_F(AppStateActionsTest, WithoutATokenAnActionFailsWithoutARequest) {
 }
 
 TEST_F(AppStateActionsTest, TheEndpointIsReadAfreshForEveryAction) {
-    preferences.setValue(u"endpointURL"_s, u" https://other.example/b/ "_s);
+    preferences.set(u"endpointURL"_s, u" https://other.example/b/ "_s);
     toggle(u"read"_s);
     EXPECT_EQ(transport.requests()[1].url, QUrl(u"https://other.example/b/action"_s));
 }

@@ -36,7 +36,7 @@ protected:
     void SetUp() override {
         const auto port = server.start(0);
         ASSERT_TRUE(port) << qPrintable(port.error());
-        preferences.setValue(u"endpointURL"_s, u" http://127.0.0.1:%1/api/briefing "_s.arg(*port));
+        preferences.set(u"endpointURL"_s, u" http://127.0.0.1:%1/api/briefing "_s.arg(*port));
         EXPECT_TRUE(keychain.setToken(u"key"_s));
         state.emplace(
             AppState::Dependencies{clock, preferences, secrets, keychain, client, reminders, wake});
@@ -89,7 +89,7 @@ protected:
     DemoService service;
     DemoServer server{service};
     FakeClock clock;
-    MemoryPreferences preferences;
+    FakePreferences preferences;
     FakeSecretStore secrets;
     CurlHttpTransport transport{{5s, 10s, 1'000'000}};
     WakeMonitor wake;

@@ -120,7 +120,7 @@ TEST_F(AppStateTest, ARefreshHasTheUserAskedForALockedToken) {
 }
 
 TEST_F(AppStateTest, AnEndpointOfSpacesIsNone) {
-    preferences.setValue(u"endpointURL"_s, u" \t\n "_s);
+    preferences.set(u"endpointURL"_s, u" \t\n "_s);
     start();
     EXPECT_EQ(failure(), notConfigured);
     EXPECT_EQ(requestCount(), 0U);
@@ -187,7 +187,7 @@ TEST_F(AppStateTest, OfOverlappingRefreshesTheLastToCompleteWins) {
 }
 
 TEST_F(AppStateTest, RefreshesAtTheUsersInterval) {
-    preferences.setValue(u"refreshMinutes"_s, u"5"_s);
+    preferences.set(u"refreshMinutes"_s, u"5"_s);
     startLoaded(1);
     clock.advance(5min - 1us);
     EXPECT_EQ(requestCount(), 1U);
@@ -205,14 +205,14 @@ TEST_F(AppStateTest, AnIntervalIsTenMinutesByDefaultAndAtLeastOne) {
     start();
     EXPECT_EQ(state->refreshMinutes(), 10);
     EXPECT_EQ(clock.timerIntervals(), std::vector<std::chrono::seconds>{600s});
-    preferences.setValue(u"refreshMinutes"_s, u"soon"_s);
+    preferences.set(u"refreshMinutes"_s, u"soon"_s);
     EXPECT_EQ(state->refreshMinutes(), 10);
 }
 
 TEST_F(AppStateTest, RestartingReplacesTheTimer) {
     start();
     clock.advance(4min);
-    preferences.setValue(u"refreshMinutes"_s, u"30"_s);
+    preferences.set(u"refreshMinutes"_s, u"30"_s);
     state->startPolling();
     settle();
     EXPECT_EQ(requestCount(), 2U);
@@ -261,8 +261,8 @@ TEST_F(AppStateTest, ATokenThatBecomesReadableRestartsThePolling) {
 
 TEST_F(AppStateTest, PreferencesThatAnotherProgramChangedRestartThePolling) {
     startLoaded(1);
-    preferences.setValue(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
-    preferences.setValue(u"refreshMinutes"_s, u"30"_s);
+    preferences.set(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
+    preferences.set(u"refreshMinutes"_s, u"30"_s);
     settle();
     EXPECT_EQ(requestCount(), 1U);
     Q_EMIT preferences.changedElsewhere();
@@ -274,7 +274,7 @@ TEST_F(AppStateTest, PreferencesThatAnotherProgramChangedRestartThePolling) {
 
 TEST_F(AppStateTest, TheEndpointIsReadAfreshOnEveryUse) {
     startLoaded(1);
-    preferences.setValue(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
+    preferences.set(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
     spawn(state->refresh());
     EXPECT_EQ(transport.requests()[1].url.host(), u"other.example"_s);
 }

@@ -2,11 +2,11 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpTransport.h"
+#include "fakes/FakePreferences.h"
 #include "fakes/FakeSecretStore.h"
 #include "fakes/RecordingReminders.h"
 #include "platform/Spawn.h"
 #include "platform/WakeMonitor.h"
-#include "platform/memory/MemoryPreferences.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 #include "state/AppState.h"
@@ -32,7 +32,7 @@ inline QByteArray briefingBody(double generatedAt) {
 class StateHarness {
 public:
     StateHarness() {
-        preferences.setValue(
+        preferences.set(
             QStringLiteral("endpointURL"), QStringLiteral("https://day.example/api/briefing"));
         EXPECT_TRUE(keychain.setToken(QStringLiteral("t0ken")));
     }
@@ -70,7 +70,7 @@ public:
     }
 
     FakeClock clock;
-    MemoryPreferences preferences;
+    FakePreferences preferences;
     FakeSecretStore secrets;
     FakeHttpTransport transport;
     WakeMonitor wake;

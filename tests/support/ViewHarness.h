@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fakes/FakeClock.h"
-#include "platform/memory/MemoryPreferences.h"
+#include "fakes/FakePreferences.h"
 #include "ui/access/SpokenWidgets.h"
 #include "ui/panel/MenuBarView.h"
 #include "ui/rows/PaintedRow.h"
@@ -192,7 +192,7 @@ public:
     }
 
     FakeClock clock;
-    MemoryPreferences preferences;
+    FakePreferences preferences;
     ThemeSource themes{stillTheme()};
     LoadState state;
     std::optional<Briefing> lastGood;

@@ -22,6 +22,12 @@ TEST(SettingsTexts, ResultsAreGoodOrBadNews) {
     EXPECT_FALSE(isGoodNews(failedResult(u"✓"_s)));
 }
 
+TEST(SettingsTexts, SaysWhyAPreferenceIsNotStored) {
+    EXPECT_EQ(
+        unstoredText(u"~/a: No space left on device"_s),
+        u"Not stored (~/a: No space left on device). It holds until Lumora ends."_s);
+}
+
 TEST(SettingsTexts, HintsAtLoginItemsThatDoNotStart) {
     EXPECT_EQ(
         loginItemHint(LoginItemStatus::NotFound),

@@ -126,9 +126,7 @@ LoginItemStatus AutostartRegistry::status() const {
 }
 
 QString AutostartRegistry::place() const {
-    const QString file = effectiveFile().value_or(userFile());
-    const QString home = QDir::homePath() + u'/';
-    return file.startsWith(home) ? u"~/"_s + file.sliced(home.size()) : file;
+    return pathForPeople(effectiveFile().value_or(userFile()));
 }
 
 tl::expected<void, QString> AutostartRegistry::registerProgram() {

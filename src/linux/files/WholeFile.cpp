@@ -1,5 +1,6 @@
 #include "linux/files/WholeFile.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryFile>
 
@@ -23,11 +24,11 @@ QString systemMessage(int error) {
 }
 
 tl::unexpected<QString> failure(const QString& place, const QString& message) {
-    return tl::unexpected<QString>(place + u": "_s + message);
+    return tl::unexpected<QString>(pathForPeople(place) + u": "_s + message);
 }
 
 tl::unexpected<ReadFailure> notRead(const QString& path, const QString& message) {
-    return tl::unexpected<ReadFailure>({.isAbsent = false, .message = path + u": "_s + message});
+    return tl::unexpected<ReadFailure>({.message = failure(path, message).value()});
 }
 
 tl::unexpected<ReadFailure> notRead(const QString& path, int error) {
@@ -49,6 +50,11 @@ bool writeAll(int descriptor, QByteArrayView bytes) {
 }
 
 } // namespace
+
+QString pathForPeople(const QString& path) {
+    const QString home = QDir::homePath() + u'/';
+    return path.startsWith(home) ? u"~/"_s + path.sliced(home.size()) : path;
+}
 
 tl::expected<QByteArray, ReadFailure> readFile(const QString& path) {
     const QByteArray name = QFile::encodeName(path);

@@ -20,6 +20,9 @@ struct ReadFailure {
     bool operator==(const ReadFailure&) const = default;
 };
 
+/// A path as people write it: one in the user's home begins with "~".
+QString pathForPeople(const QString& path);
+
 /// What stands in the file at `path`, or in the one that a link there leads to. Never waits:
 /// whatever is no file, such as a pipe, is not even opened.
 [[nodiscard]] tl::expected<QByteArray, ReadFailure> readFile(const QString& path);

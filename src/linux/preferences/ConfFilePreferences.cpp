@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include <tuple>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -42,18 +43,13 @@ ConfFilePreferences::ConfFilePreferences(const QString& path)
     : m_path(QFileInfo(path).absoluteFilePath()) {
     // Where it cannot be made, the nearest folder is watched, and each write tries again.
     std::ignore = ensureFolder(QFileInfo(m_path).path());
-    m_announced = read().bytes.value_or(QByteArray());
+    m_known = read();
     tellOfTrouble();
     watch();
 
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingTime);
-    connect(&m_settling, &QTimer::timeout, this, [this] {
-        watch();
-        tellOfTrouble();
-        if (announce(read().bytes.value_or(QByteArray())))
-            Q_EMIT changedElsewhere();
-    });
+    connect(&m_settling, &QTimer::timeout, this, &ConfFilePreferences::lookForChanges);
     // Started once per burst, not anew by each event, so that constant traffic cannot hold it off.
     const auto settle = [this] {
         if (!m_settling.isActive())
@@ -64,26 +60,55 @@ ConfFilePreferences::ConfFilePreferences(const QString& path)
 }
 
 std::optional<QString> ConfFilePreferences::value(const QString& key) const {
+    if (const auto unstored = m_unstored.constFind(key); unstored != m_unstored.cend())
+        return *unstored;
     const auto& document = read().document;
     return document ? document->value(key) : std::nullopt;
 }
 
-bool ConfFilePreferences::setValue(const QString& key, const QString& text) {
-    const Content& content = read();
+bool ConfFilePreferences::isStored(const QString& key) const {
+    return !m_unstored.contains(key);
+}
+
+tl::expected<void, QString> ConfFilePreferences::setValue(const QString& key, const QString& text) {
+    const auto before = value(key);
+    m_unstored.insert(key, text);
+    auto stored = store();
+    if (stored) {
+        m_unstored.clear();
+    } else if (m_content.document && m_content.document->value(key) == text) {
+        m_unstored.remove(key); // the user has taken back what could not be stored
+        stored = {};
+    }
+    if (before != text)
+        Q_EMIT changed();
+    return stored;
+}
+
+/// Has the file say what it does not say yet.
+tl::expected<void, QString> ConfFilePreferences::store() {
+    const Content content = read();
     if (!content.bytes)
-        return false;
-    if (content.document && content.document->value(key) == text)
-        return true;
-    if (!content.document && !setAside(*content.bytes))
-        return false;
+        return tl::unexpected(content.bytes.error().message);
     IniDocument document = content.document.value_or(IniDocument());
-    document.setValue(key, text);
+    for (auto entry = m_unstored.cbegin(); entry != m_unstored.cend(); ++entry) {
+        if (document.value(entry.key()) != entry.value())
+            document.setValue(entry.key(), entry.value());
+    }
     const QByteArray bytes = document.bytes();
-    if (!write(bytes))
-        return false;
+    if (bytes == *content.bytes)
+        return {};
+    auto written =
+        (content.document ? tl::expected<void, QString>() : setAside(*content.bytes)).and_then([&] {
+            return write(bytes);
+        });
+    if (!written)
+        return written;
     watch();
-    announce(bytes);
-    return true;
+    // A change by another program that nobody was told of yet is still to be told of.
+    if (content.bytes == m_known.bytes)
+        m_known = {bytes, document};
+    return {};
 }
 
 // Every use reads the file. Taken apart is only what is new: one look at a window asks for a dozen
@@ -93,7 +118,7 @@ const ConfFilePreferences::Content& ConfFilePreferences::read() const {
     if (!bytes && bytes.error().isAbsent)
         bytes = QByteArray();
     if (bytes != m_content.bytes)
-        m_content = {bytes, IniDocument::parse(bytes.value_or(QByteArray()))};
+        m_content = {bytes, bytes ? IniDocument::parse(*bytes) : std::nullopt};
     return m_content;
 }
 
@@ -112,19 +137,20 @@ QString ConfFilePreferences::target() const {
     return info.exists() ? info.canonicalFilePath() : info.symLinkTarget();
 }
 
-bool ConfFilePreferences::setAside(const QByteArray& bytes) const {
+tl::expected<void, QString> ConfFilePreferences::setAside(const QByteArray& bytes) const {
     QString name = m_path + u".corrupt"_s;
     for (int count = 2; QFileInfo::exists(name); ++count) {
         if (readFile(name) == bytes)
-            return true; // what followed has failed
+            return {}; // what followed has failed
         name = u"%1.corrupt.%2"_s.arg(m_path).arg(count);
     }
-    return replaceFile(name, bytes, ownerOnly).has_value();
+    return replaceFile(name, bytes, ownerOnly);
 }
 
-bool ConfFilePreferences::write(const QByteArray& bytes) {
+tl::expected<void, QString> ConfFilePreferences::write(const QByteArray& bytes) const {
     const QString path = target();
-    return ensureFolder(QFileInfo(path).path()) && replaceFile(path, bytes, ownerOnly).has_value();
+    std::ignore = ensureFolder(QFileInfo(path).path()); // without it, writing fails and says why
+    return replaceFile(path, bytes, ownerOnly);
 }
 
 void ConfFilePreferences::watch() {
@@ -147,12 +173,21 @@ void ConfFilePreferences::watch() {
     }
 }
 
-bool ConfFilePreferences::announce(const QByteArray& bytes) {
-    if (bytes == m_announced)
-        return false;
-    m_announced = bytes;
+void ConfFilePreferences::lookForChanges() {
+    watch();
+    tellOfTrouble();
+    const Content known = std::exchange(m_known, read());
+    if (known.bytes == m_known.bytes)
+        return;
+    // Whoever changed a key by hand since it could not be stored has the last word.
+    if (known.document && m_known.document) {
+        m_unstored.removeIf([&](QMap<QString, QString>::iterator unstored) {
+            const QString& key = unstored.key();
+            return known.document->value(key) != m_known.document->value(key);
+        });
+    }
     Q_EMIT changed();
-    return true;
+    Q_EMIT changedElsewhere();
 }
 
 } // namespace lumora

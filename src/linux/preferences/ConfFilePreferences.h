@@ -5,6 +5,7 @@
 #include "platform/Preferences.h"
 
 #include <QFileSystemWatcher>
+#include <QMap>
 #include <QTimer>
 
 #include <chrono>
@@ -33,33 +34,36 @@ public:
     [[nodiscard]] std::optional<QString> value(const QString& key) const override;
 
     /// Replaces the file in one step, readable by the user alone, through a symbolic link where
-    /// the path is one. A file that is no INI file is first copied to "<file>.corrupt". False,
-    /// with nothing changed, when the file is there but cannot be read, or cannot be written.
-    [[nodiscard]] bool setValue(const QString& key, const QString& text) override;
+    /// the path is one. A file that is no INI file is first copied to "<file>.corrupt". One that is
+    /// there but cannot be read stays as it is, and nothing is stored.
+    [[nodiscard]] tl::expected<void, QString>
+    setValue(const QString& key, const QString& text) override;
+
+    [[nodiscard]] bool isStored(const QString& key) const override;
 
 private:
     /// What the file said when it was last read.
     struct Content {
         /// None where there is no file.
         tl::expected<QByteArray, ReadFailure> bytes;
-        /// Absent where the bytes are not those of an INI file.
+        /// Absent where there are no bytes, or not those of an INI file.
         std::optional<IniDocument> document = IniDocument();
     };
 
     const Content& read() const;
     void tellOfTrouble();
     QString target() const;
-    [[nodiscard]] bool setAside(const QByteArray& bytes) const;
-    [[nodiscard]] bool write(const QByteArray& bytes);
+    [[nodiscard]] tl::expected<void, QString> setAside(const QByteArray& bytes) const;
+    [[nodiscard]] tl::expected<void, QString> store();
+    [[nodiscard]] tl::expected<void, QString> write(const QByteArray& bytes) const;
     void watch();
-
-    /// Tells listeners, unless `bytes` are what they know; whether it did.
-    bool announce(const QByteArray& bytes);
+    void lookForChanges();
 
     const QString m_path;
     mutable Content m_content;
-    QByteArray m_announced; ///< the bytes that listeners were last told about
-    QString m_trouble;      ///< why the file could not be read, as it was last told
+    Content m_known;                   ///< what listeners know the file to say
+    QMap<QString, QString> m_unstored; ///< what holds although the file does not say it
+    QString m_trouble;                 ///< why the file cannot be read, as it was last told
     QFileSystemWatcher m_watcher;
     QTimer m_settling;
 };

@@ -7,12 +7,12 @@ std::optional<QString> MemoryPreferences::value(const QString& key) const {
     return found == m_values.cend() ? std::nullopt : std::optional(*found);
 }
 
-bool MemoryPreferences::setValue(const QString& key, const QString& text) {
+tl::expected<void, QString> MemoryPreferences::setValue(const QString& key, const QString& text) {
     if (value(key) == text)
-        return true;
+        return {};
     m_values.insert(key, text);
     Q_EMIT changed();
-    return true;
+    return {};
 }
 
 } // namespace lumora

@@ -9,8 +9,11 @@ namespace lumora {
 /// Preferences that live as long as the process: for the demo, which leaves nothing behind.
 class MemoryPreferences final : public Preferences {
 public:
-    std::optional<QString> value(const QString& key) const override;
-    bool setValue(const QString& key, const QString& text) override;
+    [[nodiscard]] std::optional<QString> value(const QString& key) const override;
+    [[nodiscard]] tl::expected<void, QString>
+    setValue(const QString& key, const QString& text) override;
+
+    [[nodiscard]] bool isStored(const QString&) const override { return true; }
 
 private:
     QHash<QString, QString> m_values;

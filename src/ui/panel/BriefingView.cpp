@@ -15,6 +15,8 @@
 
 #include <QVBoxLayout>
 
+#include <tuple>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -72,7 +74,9 @@ CollapsibleSection* BriefingView::addSection(
         m_with.themes, {.title = title, .systemImage = symbol, .badge = std::nullopt}, body, this);
     connect(section, &CollapsibleSection::toggled, this, [this, section, key](bool collapsed) {
         section->setCollapsed(collapsed);
-        storePreference(m_with.preferences, key, collapsed);
+        // Where it cannot be stored it holds for as long as the program runs, which is enough for a
+        // panel that shows a day.
+        std::ignore = storePreference(m_with.preferences, key, collapsed);
     });
     m_layout->addWidget(section);
     return section;

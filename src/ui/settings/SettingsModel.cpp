@@ -53,8 +53,24 @@ void SettingsModel::disappear() {
 }
 
 void SettingsModel::announce() {
-    if (m_shown)
+    if (m_shown && !m_storing)
         Q_EMIT changed();
+}
+
+/// Stores a preference and announces what became of that, once everything about it is known.
+void SettingsModel::keep(const std::function<tl::expected<void, QString>()>& store) {
+    m_storing = true;
+    const auto stored = store();
+    m_storing = false;
+    if (!stored)
+        m_storeError = stored.error();
+    announce();
+}
+
+std::optional<QString> SettingsModel::unstoredMessage(const QString& key) const {
+    if (m_with.preferences.isStored(key))
+        return std::nullopt;
+    return unstoredText(m_storeError);
 }
 
 QString SettingsModel::endpointURL() const {
@@ -63,7 +79,7 @@ QString SettingsModel::endpointURL() const {
 
 void SettingsModel::setEndpointURL(const QString& endpoint) {
     if (endpoint != endpointURL())
-        m_with.state.setEndpointURL(endpoint);
+        keep([&] { return m_with.state.setEndpointURL(endpoint); });
 }
 
 void SettingsModel::setToken(const QString& token) {
@@ -140,9 +156,8 @@ qint64 SettingsModel::refreshMinutes() const {
 void SettingsModel::setRefreshMinutes(qint64 minutes) {
     if (minutes == refreshMinutes())
         return;
-    m_with.state.setRefreshMinutes(minutes);
+    keep([&] { return m_with.state.setRefreshMinutes(minutes); });
     m_with.state.startPolling();
-    announce();
 }
 
 void SettingsModel::setLaunchAtLogin(bool enabled) {
@@ -181,8 +196,9 @@ bool SettingsModel::notifyBeforeMeetings() const {
 void SettingsModel::setNotifyBeforeMeetings(bool notify) {
     if (notify == notifyBeforeMeetings())
         return;
-    storePreference(m_with.preferences, PreferenceKeys::notifyBeforeMeetings, notify);
-    announce();
+    keep([&] {
+        return storePreference(m_with.preferences, PreferenceKeys::notifyBeforeMeetings, notify);
+    });
     spawn(this, m_with.reminders.requestAuthorization(), [this] { spawn(m_with.state.refresh()); });
 }
 
@@ -194,8 +210,10 @@ MenuBarAmbient SettingsModel::menuBarAmbient() const {
 void SettingsModel::setMenuBarAmbient(MenuBarAmbient ambient) {
     if (ambient == menuBarAmbient())
         return;
-    storePreference(m_with.preferences, PreferenceKeys::menuBarAmbient, rawValue(ambient));
-    announce();
+    keep([&] {
+        return storePreference(
+            m_with.preferences, PreferenceKeys::menuBarAmbient, rawValue(ambient));
+    });
 }
 
 } // namespace lumora

@@ -5,6 +5,9 @@
 #include <QCoroTask>
 #include <QObject>
 
+#include <tl/expected.hpp>
+
+#include <functional>
 #include <optional>
 
 namespace lumora {
@@ -46,6 +49,10 @@ public:
 
     /// The window is gone: forgets the token. `changed` is no longer emitted.
     void disappear();
+
+    /// What to say below the control of the preference `key`: why what the user chose holds for
+    /// this run of the program only. Absent where it is stored.
+    [[nodiscard]] std::optional<QString> unstoredMessage(const QString& key) const;
 
     /// The address of the briefing; every change is stored at once.
     QString endpointURL() const;
@@ -106,6 +113,7 @@ private:
     void storeToken();
     void becameReadable();
     void announce();
+    void keep(const std::function<tl::expected<void, QString>()>& store);
     [[nodiscard]] QCoro::Task<> runTest();
 
     Dependencies m_with;
@@ -118,6 +126,8 @@ private:
     QString m_keychainExplanation;
     bool m_launchAtLogin = false;
     std::optional<QString> m_loginItemError;
+    bool m_storing = false; ///< a preference, and is told so by the preferences themselves
+    QString m_storeError; ///< why a preference could not be stored the last time that it could not
 };
 
 } // namespace lumora

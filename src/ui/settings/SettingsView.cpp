@@ -1,8 +1,10 @@
 #include "ui/settings/SettingsView.h"
 
+#include "platform/PreferenceKeys.h"
 #include "texts/SettingsTexts.h"
 #include "ui/rows/WidgetTexts.h"
 #include "ui/settings/FormButton.h"
+#include "ui/settings/FormCard.h"
 #include "ui/settings/FormField.h"
 #include "ui/settings/FormPainting.h"
 #include "ui/settings/FormPicker.h"
@@ -14,8 +16,6 @@
 #include "ui/theme/Spacing.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
-#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -34,14 +34,8 @@ constexpr int labelGap = 4;
 constexpr int controlGap = 8;
 constexpr int fieldGap = 10;
 
-constexpr double cardRadius = 11;
-constexpr QMargins cardPadding(14, 8, 14, 8);
-
 /// In line with what is on the card.
-constexpr QMargins headerMargins(cardPadding.left(), 0, cardPadding.right(), 0);
-
-/// From a row of a card to the next; the line is in the middle.
-constexpr int rowGap = 17;
+constexpr QMargins headerMargins(FormCard::padding.left(), 0, FormCard::padding.right(), 0);
 
 QStringList intervalTexts() {
     QStringList texts;
@@ -77,41 +71,6 @@ QVBoxLayout* column(const ThemeSource& themes, int gap) {
 
 } // namespace
 
-/// A group of settings: rows on a rounded ground, with lines between them.
-class SettingsView::Card final : public QWidget {
-public:
-    explicit Card(const ThemeSource& themes)
-        : m_themes(themes)
-        , m_rows(new QVBoxLayout(this)) {
-        keepSpaced(*m_rows, themes, cardPadding, rowGap);
-        connect(&m_themes, &ThemeSource::changed, this, qOverload<>(&QWidget::update));
-    }
-
-    /// Appends a row and takes what is in it.
-    void addRow(QLayout* row) { m_rows->addLayout(row); }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        const Theme& theme = m_themes.theme();
-        Form::paintGround(painter, rect(), cardRadius, Form::cardColor(theme), theme);
-        painter.setRenderHint(QPainter::Antialiasing, false);
-        const int indent = theme.pixels(cardPadding.left());
-        for (int index = 1; index < m_rows->count(); ++index) {
-            const int above = m_rows->itemAt(index - 1)->geometry().bottom() + 1;
-            const int middle = (above + m_rows->itemAt(index)->geometry().top()) / 2;
-            const QRect line(indent, middle, width() - indent, 1);
-            painter.fillRect(
-                QStyle::visualRect(layoutDirection(), rect(), line),
-                theme.color(ColorRole::Divider));
-        }
-    }
-
-private:
-    const ThemeSource& m_themes;
-    QVBoxLayout* m_rows;
-};
-
 // An ampersand is in front of the letter that leads to a control with Alt.
 SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
     : m_model(model)
@@ -140,7 +99,7 @@ SettingsView::SettingsView(SettingsModel& model, const ThemeSource& themes)
     connectControls();
 }
 
-void SettingsView::addGroup(QVBoxLayout& groups, const QString& header, Card* card) {
+void SettingsView::addGroup(QVBoxLayout& groups, const QString& header, FormCard* card) {
     QVBoxLayout* const group = column(m_themes, headerGap);
     if (!header.isEmpty()) {
         auto* const row = new QHBoxLayout;
@@ -153,56 +112,69 @@ void SettingsView::addGroup(QVBoxLayout& groups, const QString& header, Card* ca
     groups.addLayout(group);
 }
 
-SettingsView::Card* SettingsView::makeConnection() {
+FormCard* SettingsView::makeConnection() {
     auto* const result = new FormRow(m_themes, controlGap);
     result->addWidget(m_save);
     result->addWidget(m_test);
     result->addWidget(m_result);
 
     auto* const fields = column(m_themes, fieldGap);
-    fields->addLayout(labelled(u"&Endpoint URL"_s, m_endpoint));
+    QLayout* const endpoint = labelled(u"&Endpoint URL"_s, m_endpoint);
+    endpoint->addWidget(unstoredLine(PreferenceKeys::endpointURL.name));
+    fields->addLayout(endpoint);
     fields->addLayout(labelled(u"&API token"_s, m_token));
     fields->addLayout(result);
 
-    auto* const card = new Card(m_themes);
+    auto* const card = new FormCard(m_themes);
     card->addRow(fields);
     return card;
 }
 
-SettingsView::Card* SettingsView::makeRefresh() {
-    auto* const card = new Card(m_themes);
-    card->addRow(labelled(u"E&very"_s, m_interval));
+FormCard* SettingsView::makeRefresh() {
+    auto* const interval = column(m_themes, 0);
+    interval->addLayout(labelled(u"E&very"_s, m_interval));
+    interval->addWidget(unstoredLine(PreferenceKeys::refreshMinutes.name));
+    auto* const card = new FormCard(m_themes);
+    card->addRow(interval);
     return card;
 }
 
-SettingsView::Card* SettingsView::makeGeneral() {
+FormCard* SettingsView::makeGeneral() {
     auto* const launch = column(m_themes, 0);
     launch->addWidget(m_launch);
     launch->addWidget(m_launchMessage);
 
     auto* const notify = column(m_themes, 0);
     notify->addWidget(m_notify);
+    notify->addWidget(unstoredLine(PreferenceKeys::notifyBeforeMeetings.name));
 
     auto* const help = new FormText(m_themes, ColorRole::Secondary);
     help->setRuns({{u"When no meeting is soon. An upcoming or in-progress meeting always takes "
                     "over the menu bar."_s}});
     auto* const ambient = column(m_themes, labelGap);
     ambient->addLayout(labelled(u"&Menu bar shows"_s, m_ambient));
+    ambient->addWidget(unstoredLine(PreferenceKeys::menuBarAmbient.name));
     ambient->addWidget(help);
 
-    auto* const card = new Card(m_themes);
+    auto* const card = new FormCard(m_themes);
     card->addRow(launch);
     card->addRow(notify);
     card->addRow(ambient);
     return card;
 }
 
-SettingsView::Card* SettingsView::makeNote() {
+FormCard* SettingsView::makeNote() {
     auto* const note = column(m_themes, 0);
     note->addWidget(m_note);
-    auto* const card = new Card(m_themes);
+    auto* const card = new FormCard(m_themes);
     card->addRow(note);
     return card;
+}
+
+FormText* SettingsView::unstoredLine(const QString& key) {
+    auto* const line = new FormText(m_themes, ColorRole::Orange, FormText::Announced::Yes);
+    m_unstored.insert(key, line);
+    return line;
 }
 
 QLayout* SettingsView::labelled(const QString& label, FormField* field) {
@@ -248,6 +220,7 @@ void SettingsView::render() {
     const qint64 minutes = std::max<qint64>(1, m_model.refreshMinutes());
     m_interval->setChosen(indexIn(offeredRefreshMinutes, minutes), intervalText(minutes));
     renderGeneral();
+    renderUnstored();
     m_note->setRuns(tokenNote(m_model.endpointURL()));
     setToolTipText(*m_note, m_model.keychainExplanation());
 }
@@ -272,6 +245,14 @@ void SettingsView::renderGeneral() {
     m_launchMessage->setVisible(!message.isEmpty());
     m_notify->setChecked(m_model.notifyBeforeMeetings());
     m_ambient->setChosen(indexIn(menuBarAmbientCases, m_model.menuBarAmbient()), {});
+}
+
+void SettingsView::renderUnstored() {
+    for (auto line = m_unstored.cbegin(); line != m_unstored.cend(); ++line) {
+        const auto message = m_model.unstoredMessage(line.key());
+        line.value()->setRuns({{message.value_or(QString())}});
+        line.value()->setVisible(message.has_value());
+    }
 }
 
 void SettingsView::focusFirstGap() {

@@ -2,6 +2,7 @@
 
 #include "ui/theme/ThemeSource.h"
 
+#include <QHash>
 #include <QWidget>
 
 class QLayout;
@@ -10,6 +11,7 @@ class QVBoxLayout;
 namespace lumora {
 
 class FormButton;
+class FormCard;
 class FormField;
 class FormPicker;
 class FormSwitch;
@@ -32,18 +34,18 @@ public:
     void focusFirstGap();
 
 private:
-    class Card;
-
-    void addGroup(QVBoxLayout& groups, const QString& header, Card* card);
-    Card* makeConnection();
-    Card* makeRefresh();
-    Card* makeGeneral();
-    Card* makeNote();
+    void addGroup(QVBoxLayout& groups, const QString& header, FormCard* card);
+    FormCard* makeConnection();
+    FormCard* makeRefresh();
+    FormCard* makeGeneral();
+    FormCard* makeNote();
+    FormText* unstoredLine(const QString& key);
     QLayout* labelled(const QString& label, FormField* field);
     QLayout* labelled(const QString& label, FormPicker* picker);
     void connectControls();
     void renderConnection();
     void renderGeneral();
+    void renderUnstored();
 
     SettingsModel& m_model;
     const ThemeSource& m_themes;
@@ -58,6 +60,7 @@ private:
     FormSwitch* m_notify;
     FormPicker* m_ambient;
     FormText* m_note;
+    QHash<QString, FormText*> m_unstored; ///< below its control, by the key of the preference
 };
 
 } // namespace lumora

@@ -130,7 +130,7 @@ TEST(MirroredMenuBarViewTest, FromTheRightEverythingIsMirrored) {
     EXPECT_EQ(left(buttonNamed(panel.view, u"Quit Lumora"_s)), 12);
     EXPECT_EQ(left(shown<EventRow>(panel.view).front()->joinButton()), 12);
     EXPECT_EQ(inside.direction, Qt::RightToLeft);
-    panel.preferences.setValue(u"section.collapsed.habits"_s, u"true"_s);
+    panel.preferences.set(u"section.collapsed.habits"_s, u"true"_s);
     panel.render();
     for (const auto* found : shown<CollapsibleSection>(panel.view)) {
         if (found->isCollapsed()) {
@@ -254,11 +254,23 @@ TEST_F(MenuBarViewTest, FoldingIsWrittenAtOnceAndReadBackByTheNextPanel) {
     EXPECT_EQ(collapsed, (QList{true, false, true, true}));
 }
 
+TEST_F(MenuBarViewTest, FoldingThatCannotBeStoredHoldsAllTheSame) {
+    m_panel.show(fullDay());
+    m_panel.preferences.storeError = u"no room"_s;
+    fold(u"Habits"_s);
+    EXPECT_TRUE(section(u"Habits"_s)->isCollapsed());
+    m_panel.show(fullDay());
+    m_panel.preferences.set(u"section.collapsed.chores"_s, u"true"_s);
+    EXPECT_TRUE(section(u"Habits"_s)->isCollapsed());
+    QTest::mouseClick(section(u"Habits"_s)->header(), Qt::LeftButton);
+    EXPECT_FALSE(section(u"Habits"_s)->isCollapsed());
+}
+
 TEST_F(MenuBarViewTest, FoldingFromElsewhereIsSeen) {
     m_panel.show(fullDay());
-    m_panel.preferences.setValue(u"section.collapsed.chores"_s, u"true"_s);
+    m_panel.preferences.set(u"section.collapsed.chores"_s, u"true"_s);
     EXPECT_TRUE(section(u"Chores due"_s)->isCollapsed());
-    m_panel.preferences.setValue(u"section.collapsed.chores"_s, u"perhaps"_s);
+    m_panel.preferences.set(u"section.collapsed.chores"_s, u"perhaps"_s);
     EXPECT_FALSE(section(u"Chores due"_s)->isCollapsed());
 }
 

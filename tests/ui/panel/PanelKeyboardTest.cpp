@@ -162,7 +162,7 @@ TEST_F(PanelKeyboardTest, TheMarkGoesAlongWithWhatItMarks) {
     focus(u"Chores due"_s);
     const auto* ring = m_panel.view.findChild<FocusRing*>();
     const int before = ring->y();
-    m_panel.preferences.setValue(u"section.collapsed.habits"_s, u"true"_s);
+    m_panel.preferences.set(u"section.collapsed.habits"_s, u"true"_s);
     m_panel.render();
     EXPECT_LT(ring->y(), before);
     EXPECT_EQ(ring->y() + 3, contentInPanel(section(u"Chores due"_s)->header()).y());

@@ -104,7 +104,7 @@ TEST_F(PanelRefreshTest, TheSameBriefingTouchesNoRevealedFigure) {
 }
 
 TEST_F(PanelRefreshTest, TheSameBriefingTouchesNoFoldedSection) {
-    m_panel.preferences.setValue(u"section.collapsed.habits"_s, u"true"_s);
+    m_panel.preferences.set(u"section.collapsed.habits"_s, u"true"_s);
     m_panel.render();
     expectUntouchedByTheSameAgain();
 }

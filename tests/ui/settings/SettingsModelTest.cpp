@@ -139,7 +139,7 @@ TEST_F(SettingsModelTest, AClosedWindowAsksForNoToken) {
     settings.disappear();
     const QSignalSpy changed(&settings, &SettingsModel::changed);
     Q_EMIT secrets.readable();
-    preferences.setValue(u"menuBarAmbient"_s, u"focus"_s);
+    preferences.set(u"menuBarAmbient"_s, u"focus"_s);
     EXPECT_EQ(settings.token(), QString());
     EXPECT_EQ(changed.count(), 0);
 }
@@ -319,7 +319,7 @@ TEST_F(SettingsModelTest, TheAmbientFigureIsStoredByItsRawValue) {
 TEST_F(SettingsModelTest, ChangesFromElsewhereAreAnnounced) {
     SettingsModel& settings = open();
     const QSignalSpy changed(&settings, &SettingsModel::changed);
-    preferences.setValue(u"refreshMinutes"_s, u"7"_s);
+    preferences.set(u"refreshMinutes"_s, u"7"_s);
     EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(settings.refreshMinutes(), 7);
 }

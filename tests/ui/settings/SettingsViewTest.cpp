@@ -69,7 +69,7 @@ TEST_F(SettingsViewTest, OffersTheChoicesInOrder) {
 }
 
 TEST_F(SettingsViewTest, TheNoteTakesNoMarkupFromTheEndpoint) {
-    preferences.setValue(u"endpointURL"_s, u" <b>https://a</b>&amp;`b` "_s);
+    preferences.set(u"endpointURL"_s, u" <b>https://a</b>&amp;`b` "_s);
     show();
     EXPECT_TRUE(textBeginning(u"The token"_s)
                     ->text()
@@ -123,7 +123,7 @@ TEST_F(SettingsViewTest, TabGoesThroughTheFormFromTopToBottom) {
 }
 
 TEST_F(SettingsViewTest, TheKeyboardStartsInWhatIsMissing) {
-    preferences.setValue(u"endpointURL"_s, QString());
+    preferences.set(u"endpointURL"_s, QString());
     show();
     EXPECT_EQ(window->focusWidget(), endpoint());
     endpoint()->setText(u"https://a"_s);
@@ -149,11 +149,11 @@ TEST_F(SettingsViewTest, EveryKeystrokeOfTheEndpointIsStored) {
 }
 
 TEST_F(SettingsViewTest, LookingStoresNothing) {
-    MemoryPreferences& all = preferences;
+    FakePreferences& all = preferences;
     const QStringList keys{u"refreshMinutes"_s, u"menuBarAmbient"_s, u"notifyBeforeMeetings"_s};
-    all.setValue(u"refreshMinutes"_s, u"7"_s);
-    all.setValue(u"menuBarAmbient"_s, u"weather"_s);
-    all.setValue(u"notifyBeforeMeetings"_s, u"perhaps"_s);
+    all.set(u"refreshMinutes"_s, u"7"_s);
+    all.set(u"menuBarAmbient"_s, u"weather"_s);
+    all.set(u"notifyBeforeMeetings"_s, u"perhaps"_s);
     show();
     reopen();
     EXPECT_EQ(all.value(u"refreshMinutes"_s), u"7"_s);
@@ -164,14 +164,14 @@ TEST_F(SettingsViewTest, LookingStoresNothing) {
 }
 
 TEST_F(SettingsViewTest, AnIntervalThatIsNotOfferedIsShownAllTheSame) {
-    preferences.setValue(u"refreshMinutes"_s, u"7"_s);
+    preferences.set(u"refreshMinutes"_s, u"7"_s);
     show();
     auto* const every = named<FormPicker>(u"Every"_s);
     EXPECT_EQ(every->shownText(), u"7 minutes"_s);
     EXPECT_EQ(
         QAccessible::queryAccessibleInterface(every)->text(QAccessible::Description),
         u"7 minutes"_s);
-    preferences.setValue(u"refreshMinutes"_s, u"-5"_s);
+    preferences.set(u"refreshMinutes"_s, u"-5"_s);
     EXPECT_EQ(every->shownText(), u"1 minute"_s);
     QTest::keyClick(every, Qt::Key_Down);
     EXPECT_EQ(preferences.value(u"refreshMinutes"_s), u"5"_s);
@@ -228,10 +228,10 @@ TEST_F(SettingsViewTest, AFailedSwitchGoesBack) {
 
 TEST_F(SettingsViewTest, ChangesFromElsewhereShowAtOnce) {
     show();
-    preferences.setValue(u"endpointURL"_s, u"https://elsewhere"_s);
-    preferences.setValue(u"refreshMinutes"_s, u"30"_s);
-    preferences.setValue(u"notifyBeforeMeetings"_s, u"false"_s);
-    preferences.setValue(u"menuBarAmbient"_s, u"chores"_s);
+    preferences.set(u"endpointURL"_s, u"https://elsewhere"_s);
+    preferences.set(u"refreshMinutes"_s, u"30"_s);
+    preferences.set(u"notifyBeforeMeetings"_s, u"false"_s);
+    preferences.set(u"menuBarAmbient"_s, u"chores"_s);
     EXPECT_EQ(endpoint()->text(), u"https://elsewhere"_s);
     EXPECT_EQ(named<FormPicker>(u"Every"_s)->shownText(), u"30 minutes"_s);
     EXPECT_FALSE(named<FormSwitch>(u"Notify 5 minutes before meetings"_s)->isChecked());
