@@ -20,6 +20,9 @@ namespace {
 
 constexpr qint64 minutesPerYear = qint64(365) * 24 * 60;
 
+/// From one restart because of the preferences to the next.
+constexpr std::chrono::seconds restartPause = 5s;
+
 // New spending figures take the service some seconds, rarely a minute: ask soon at first, then at
 // an even pace, and give up after 69 s.
 constexpr std::chrono::seconds firstSpendingWait = 3s;
@@ -56,7 +59,8 @@ AppState::AppState(const Dependencies& dependencies)
     connect(&m_with.secrets, &SecretStore::readable, this, &AppState::startPolling);
     // What the user types into the program itself counts from the next fetch on: half an address
     // must not be sent the token. A file that was saved is meant.
-    connect(&m_with.preferences, &Preferences::changedElsewhere, this, &AppState::startPolling);
+    connect(
+        &m_with.preferences, &Preferences::changedElsewhere, this, &AppState::followPreferences);
 }
 
 QString AppState::endpointURL() const {
@@ -64,6 +68,7 @@ QString AppState::endpointURL() const {
 }
 
 tl::expected<void, QString> AppState::setEndpointURL(const QString& endpoint) {
+    m_followed.endpoint = endpoint;
     return storePreference(m_with.preferences, PreferenceKeys::endpointURL, endpoint);
 }
 
@@ -87,7 +92,26 @@ void AppState::startPolling() {
     const auto startRefresh = [this] { spawn(refresh()); };
     // Queued, so that whoever restarts the polling is done with its own work first.
     QMetaObject::invokeMethod(this, startRefresh, Qt::QueuedConnection);
-    m_timer = m_with.clock.every(pollingInterval(refreshMinutes()), startRefresh);
+    m_followed = fetchSettings();
+    m_timer = m_with.clock.every(pollingInterval(m_followed.minutes), startRefresh);
+}
+
+AppState::FetchSettings AppState::fetchSettings() const {
+    const AppStorageBacked reminders(m_with.preferences, PreferenceKeys::notifyBeforeMeetings);
+    return {endpointURL(), refreshMinutes(), reminders.wrappedValue()};
+}
+
+/// Starts anew where another program has changed what fetching goes by, but not again and again: a
+/// program that writes all the time must not make the service work all the time.
+void AppState::followPreferences() {
+    if (m_restartedLately || fetchSettings() == m_followed)
+        return;
+    startPolling();
+    m_restartedLately = true;
+    spawn(this, m_with.clock.wait(restartPause), [this] {
+        m_restartedLately = false;
+        followPreferences();
+    });
 }
 
 void AppState::observeWake() {
@@ -95,6 +119,9 @@ void AppState::observeWake() {
 }
 
 QCoro::Task<> AppState::refresh() {
+    const FetchSettings settings = fetchSettings();
+    m_followed.endpoint = settings.endpoint;
+    m_followed.reminders = settings.reminders;
     if (!isConfigured()) {
         m_with.keychain.askToUnlock();
         setState(LoadState::failed(u"Not configured — open Settings"_s));

@@ -103,6 +103,17 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// The preferences that fetching goes by.
+    struct FetchSettings {
+        QString endpoint;
+        qint64 minutes = 0;
+        bool reminders = false; ///< which a fetch brings into line
+
+        bool operator==(const FetchSettings&) const = default;
+    };
+
+    FetchSettings fetchSettings() const;
+    void followPreferences();
     void observeWake();
     void setState(LoadState state);
     void accept(Briefing briefing);
@@ -119,6 +130,8 @@ private:
     std::set<QString> m_pending;
     std::optional<QString> m_actionError;
     std::unique_ptr<RepeatingTimer> m_timer;
+    FetchSettings m_followed;       ///< what fetching goes by already, or with the next fetch
+    bool m_restartedLately = false; ///< because another program changed the preferences
 };
 
 /// The interval between two refreshes: at least a minute, at most a year.

@@ -259,19 +259,6 @@ TEST_F(AppStateTest, ATokenThatBecomesReadableRestartsThePolling) {
     EXPECT_EQ(requestCount(), 1U);
 }
 
-TEST_F(AppStateTest, PreferencesThatAnotherProgramChangedRestartThePolling) {
-    startLoaded(1);
-    preferences.set(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
-    preferences.set(u"refreshMinutes"_s, u"30"_s);
-    settle();
-    EXPECT_EQ(requestCount(), 1U);
-    Q_EMIT preferences.changedElsewhere();
-    settle();
-    ASSERT_EQ(requestCount(), 2U);
-    EXPECT_EQ(transport.requests()[1].url.host(), u"other.example"_s);
-    EXPECT_EQ(clock.timerIntervals(), std::vector<std::chrono::seconds>{1800s});
-}
-
 TEST_F(AppStateTest, TheEndpointIsReadAfreshOnEveryUse) {
     startLoaded(1);
     preferences.set(u"endpointURL"_s, u"https://other.example/api/briefing"_s);
