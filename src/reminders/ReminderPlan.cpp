@@ -23,6 +23,20 @@ bool isReminded(const BriefEvent& event, Instant now) {
     return *event.start - reminderLead > now && *event.start - now < reminderHorizon;
 }
 
+/// The nearest of `events`, which all have a start, in the order they have there.
+std::vector<BriefEvent> nearest(const std::vector<BriefEvent>& events, std::size_t count) {
+    std::vector<const BriefEvent*> chosen;
+    for (const BriefEvent& event : events)
+        chosen.push_back(&event);
+    std::ranges::stable_sort(chosen, {}, [](const BriefEvent* event) { return *event->start; });
+    chosen.resize(std::min(count, chosen.size()));
+    std::ranges::sort(chosen); // by place in `events`
+    std::vector<BriefEvent> result;
+    for (const BriefEvent* event : chosen)
+        result.push_back(*event);
+    return result;
+}
+
 QString body(const BriefEvent& event) {
     const QString text = u"Starts in %1 min"_s.arg(leadMinutes);
     const QString place = event.location.value_or(QString());
@@ -36,7 +50,7 @@ std::vector<BriefEvent> remindedEvents(const Briefing& briefing, Instant now) {
     std::ranges::copy_if(
         briefing.eventsToday, std::back_inserter(events),
         [now](const BriefEvent& event) { return isReminded(event, now); });
-    return events;
+    return nearest(events, mostReminders);
 }
 
 NotificationRequest reminderRequest(const BriefEvent& event, Instant now) {

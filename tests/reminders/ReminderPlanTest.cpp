@@ -84,6 +84,41 @@ TEST(ReminderPlan, KeepsTheProducersOrder) {
         (QStringList{u"Late"_s, u"Early"_s, u"Middle"_s}));
 }
 
+TEST(ReminderPlan, OfTooManyMeetingsRemindsOfTheNearest) {
+    std::vector<BriefEvent> events;
+    QStringList nearest;
+    for (int i = 0; i < 2000; ++i) {
+        // The nearest stand at the end, the nearest of all last.
+        const QString title = QString::number(i);
+        events.push_back(makeEvent({.title = title, .start = now + 5h - i * 5s}));
+        if (i >= 1950)
+            nearest += title;
+    }
+    EXPECT_EQ(remindedTitles(events), nearest);
+    EXPECT_EQ(nearest.size(), qsizetype(mostReminders));
+}
+
+TEST(ReminderPlan, OfTooManyMeetingsAtTheSameTimeRemindsOfTheFirst) {
+    std::vector<BriefEvent> events;
+    QStringList first;
+    for (int i = 0; i < 2000; ++i) {
+        const QString title = QString::number(i);
+        events.push_back(makeEvent({.title = title, .start = now + 1h}));
+        if (i < 49)
+            first += title;
+    }
+    events.push_back(makeEvent({.title = u"before"_s, .start = now + 1h - 1us}));
+    events.push_back(makeEvent({.title = u"after"_s, .start = now + 1h + 1us}));
+    EXPECT_EQ(remindedTitles(events), first + QStringList{u"before"_s});
+}
+
+TEST(ReminderPlan, RemindsOfAsManyMeetingsAsFit) {
+    std::vector<BriefEvent> events;
+    for (std::size_t i = 0; i < mostReminders; ++i)
+        events.push_back(startingIn(5h - i * 1min));
+    EXPECT_EQ(remindedEvents(makeBriefing(events), now), events);
+}
+
 TEST(ReminderPlan, IdentifiesByTitleAndStart) {
     EXPECT_EQ(reminderRequest(startingIn(0s), now - 1h).identifier, u"Standup|1731700800.0"_s);
     EXPECT_EQ(reminderRequest(startingIn(250ms), now - 1h).identifier, u"Standup|1731700800.25"_s);
