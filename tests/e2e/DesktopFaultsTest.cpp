@@ -36,23 +36,15 @@ const std::vector<Neighbour> neighbours{
      u"org.freedesktop.NetworkManager"_s, u"StateChanged"_s},
 };
 
-using Row = std::tuple<Neighbour, Fault>;
-
-QString nameOf(Fault fault) {
-    switch (fault) {
-    case Fault::Hangs:
-        return u"Hangs"_s;
-    case Fault::Refuses:
-        return u"Refuses"_s;
-    case Fault::Babbles:
-        return u"Babbles"_s;
-    }
-    return {};
+void PrintTo(const Neighbour& neighbour, std::ostream* out) {
+    *out << neighbour.label;
 }
+
+using Row = std::tuple<Neighbour, Fault>;
 
 std::string nameOfRow(const testing::TestParamInfo<Row>& row) {
     const auto& [neighbour, fault] = row.param;
-    return neighbour.label + nameOf(fault).toStdString();
+    return neighbour.label + testing::PrintToString(fault);
 }
 
 /// A desktop that is well but for one of its programs.
@@ -127,7 +119,7 @@ TEST_P(KeyringFaults, AreSurvivedAndHealed) {
 
 INSTANTIATE_TEST_SUITE_P(
     Of, KeyringFaults, testing::Values(Fault::Hangs, Fault::Refuses, Fault::Babbles),
-    [](const auto& row) { return nameOf(row.param).toStdString(); });
+    testing::PrintToStringParamName());
 
 namespace {
 

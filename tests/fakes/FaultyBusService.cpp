@@ -21,15 +21,13 @@ QVariantList nonsense() {
 
 class FaultyBusService::Answers final : public QDBusVirtualObject {
 public:
-    Answers(QDBusConnection connection, Fault fault, std::atomic<int>& calls)
+    Answers(QDBusConnection connection, Fault fault)
         : m_connection(std::move(connection))
-        , m_fault(fault)
-        , m_calls(calls) {}
+        , m_fault(fault) {}
 
     QString introspect(const QString&) const override { return {}; }
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override {
-        ++m_calls;
         switch (m_fault) {
         case Fault::Hangs:
             break;
@@ -46,12 +44,11 @@ public:
 private:
     QDBusConnection m_connection;
     Fault m_fault;
-    std::atomic<int>& m_calls;
 };
 
 FaultyBusService::FaultyBusService(PrivateBus& bus, const QString& name, Fault fault)
     : m_connection(bus.connect())
-    , m_answers(std::make_unique<Answers>(m_connection, fault, m_calls)) {
+    , m_answers(std::make_unique<Answers>(m_connection, fault)) {
     m_connection.registerVirtualObject(u"/"_s, m_answers.get(), QDBusConnection::SubPath);
     m_answers->moveToThread(&m_thread);
     m_thread.start();
@@ -70,6 +67,21 @@ void FaultyBusService::flood(
         QDBusMessage message = QDBusMessage::createSignal(path, interface, signal);
         message.setArguments(nonsense());
         m_connection.send(message);
+    }
+}
+
+void PrintTo(FaultyBusService::Fault fault, std::ostream* out) {
+    using Fault = FaultyBusService::Fault;
+    switch (fault) {
+    case Fault::Hangs:
+        *out << "Hangs";
+        break;
+    case Fault::Refuses:
+        *out << "Refuses";
+        break;
+    case Fault::Babbles:
+        *out << "Babbles";
+        break;
     }
 }
 

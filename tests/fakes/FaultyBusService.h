@@ -6,8 +6,8 @@
 #include <QDBusVirtualObject>
 #include <QThread>
 
-#include <atomic>
 #include <memory>
+#include <ostream>
 
 namespace lumora::tests {
 
@@ -28,16 +28,15 @@ public:
     /// Sends the signal `count` times, each time with values of types that nobody expects.
     void flood(const QString& path, const QString& interface, const QString& signal, int count);
 
-    /// How many calls came.
-    int calls() const { return m_calls; }
-
 private:
     class Answers;
 
     QDBusConnection m_connection;
-    std::atomic<int> m_calls = 0;
     QThread m_thread;
     std::unique_ptr<Answers> m_answers;
 };
+
+/// How gtest prints a fault in the names of tests.
+void PrintTo(FaultyBusService::Fault fault, std::ostream* out);
 
 } // namespace lumora::tests
