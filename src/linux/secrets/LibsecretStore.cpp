@@ -6,7 +6,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <array>
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,6 +21,21 @@ namespace {
 
 QString pathOf(gpointer proxy) {
     return QString::fromUtf8(g_dbus_proxy_get_object_path(G_DBUS_PROXY(proxy)));
+}
+
+/// Whether there are as many file descriptors left as a conversation takes. GLib ends the program
+/// where it needs one and gets none.
+bool hasSpareDescriptors() {
+    constexpr int needed = 8;
+    std::array<int, needed> taken{};
+    for (int& descriptor : taken)
+        descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    const bool enough = std::ranges::none_of(taken, [](int descriptor) { return descriptor < 0; });
+    for (const int descriptor : taken) {
+        if (descriptor >= 0)
+            close(descriptor);
+    }
+    return enough;
 }
 
 bool isLocked(const GioPointer<SecretItem>& item) {
@@ -109,18 +128,22 @@ SecretLookup LibsecretStore::lookup(const SecretKey& key) {
     return result;
 }
 
-SecretOutcome<void> LibsecretStore::open(SecretConversation& conversation) const {
+/// Why a conversation is not even begun.
+std::optional<SecretFailure> LibsecretStore::refusal() const {
     if (const auto reason = m_outage.reason())
-        return tl::unexpected(SecretFailure{.reason = *reason});
-    return conversation.open();
+        return SecretFailure{.reason = *reason};
+    if (!hasSpareDescriptors())
+        return SecretFailure{.reason = u"Too many files are open"_s};
+    return std::nullopt;
 }
 
 SecretLookup LibsecretStore::ask(const SecretKey& key) {
     using Status = SecretLookup::Status;
+    if (const auto refused = refusal())
+        return failed(*refused);
     SecretConversation conversation(m_busAddress, m_timeout);
-    const auto items = open(conversation).and_then([&] {
-        return conversation.search(key, SECRET_SEARCH_LOAD_SECRETS);
-    });
+    const auto items = conversation.open().and_then(
+        [&] { return conversation.search(key, SECRET_SEARCH_LOAD_SECRETS); });
     if (!items)
         return failed(items.error());
 
@@ -175,9 +198,11 @@ void LibsecretStore::askToUnlock() {
 }
 
 bool LibsecretStore::add(const SecretKey& key, const QString& label, const QByteArray& secret) {
+    if (refusal())
+        return false;
     SecretConversation conversation(m_busAddress, m_timeout);
     const auto collection =
-        open(conversation).and_then([&] { return conversation.collection("default"); });
+        conversation.open().and_then([&] { return conversation.collection("default"); });
     if (!collection) {
         noticeSilence(collection.error());
         return false;
@@ -195,9 +220,11 @@ bool LibsecretStore::add(const SecretKey& key, const QString& label, const QByte
 }
 
 SecretRemoval LibsecretStore::remove(const SecretKey& key) {
+    if (refusal())
+        return SecretRemoval::Failed;
     SecretConversation conversation(m_busAddress, m_timeout);
     const auto items =
-        open(conversation).and_then([&] { return conversation.search(key, SECRET_SEARCH_NONE); });
+        conversation.open().and_then([&] { return conversation.search(key, SECRET_SEARCH_NONE); });
     if (!items) {
         noticeSilence(items.error());
         return SecretRemoval::Failed;

@@ -54,7 +54,7 @@ public:
     static QString keyringOf(const QString& process);
 
 private:
-    [[nodiscard]] SecretOutcome<void> open(SecretConversation& conversation) const;
+    [[nodiscard]] std::optional<SecretFailure> refusal() const;
     [[nodiscard]] SecretLookup ask(const SecretKey& key);
     [[nodiscard]] SecretLookup askWithoutItems(SecretConversation& conversation);
     [[nodiscard]] SecretLookup lockedIn(const QString& collectionPath);

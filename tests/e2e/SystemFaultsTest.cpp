@@ -1,0 +1,101 @@
+#include "e2e/ConfiguredProgram.h"
+#include "support/BusProbe.h"
+
+#include <QDir>
+
+#include <sys/resource.h>
+
+#include <csignal>
+
+using namespace lumora;
+using namespace lumora::tests;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// What a machine does to a program that runs for weeks.
+class SystemFaults : public ConfiguredProgram {
+protected:
+    void SetUp() override {
+        ConfiguredProgram::SetUp();
+        lumora.start();
+        ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    }
+
+    pid_t process() { return pid_t(lumora.program().processId()); }
+
+    int refresh() { return lumora.run({u"refresh"_s}).exitCode; }
+
+    /// In KiB.
+    qint64 privateMemory() {
+        QFile file(u"/proc/%1/smaps_rollup"_s.arg(process()));
+        EXPECT_TRUE(file.open(QFile::ReadOnly));
+        const QByteArray text = file.readAll();
+        const QByteArray name = "Private_Dirty:";
+        return text.mid(text.indexOf(name) + name.size()).simplified().split(' ')[0].toLongLong();
+    }
+
+    void expectToEndWell() {
+        EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
+        EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
+    }
+};
+
+} // namespace
+
+TEST_F(SystemFaults, WithoutFileDescriptorsNothingIsFetchedAndNothingLost) {
+    const QDir descriptors(u"/proc/%1/fd"_s.arg(process()));
+    rlimit before{};
+    ASSERT_EQ(prlimit(process(), RLIMIT_NOFILE, nullptr, &before), 0);
+    rlimit none = before;
+    none.rlim_cur = 3; // fewer than are open already
+    ASSERT_EQ(prlimit(process(), RLIMIT_NOFILE, &none, nullptr), 0);
+    EXPECT_EQ(refresh(), 1);
+    EXPECT_TRUE(lumora.comesToShow({{u"state"_s, u"failed"_s}}));
+    ASSERT_EQ(prlimit(process(), RLIMIT_NOFILE, &before, nullptr), 0);
+    // Only somebody who tries finds out that there are some again.
+    EXPECT_TRUE(QTest::qWaitFor([this] { return refresh() == 0; }, patience));
+    EXPECT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    expectToEndWell();
+}
+
+TEST_F(SystemFaults, AStopForAWhileIsNoMoreThanThat) {
+    ASSERT_EQ(kill(process(), SIGSTOP), 0);
+    ASSERT_EQ(kill(process(), SIGCONT), 0);
+    EXPECT_EQ(refresh(), 0);
+    expectToEndWell();
+}
+
+TEST_F(SystemFaults, AThousandOpeningsLeaveNothingBehind) {
+    BusProbe probe(lumora.sessionBus().connect(), lumora.uniqueName());
+    const auto press = [&probe] {
+        probe.call(
+            u"/StatusNotifierItem"_s, u"org.kde.StatusNotifierItem"_s, u"Activate"_s, {0, 0});
+    };
+    for (int count = 0; count < 40; ++count)
+        press();
+    [[maybe_unused]] const qint64 before = privateMemory();
+    for (int count = 0; count < 2000; ++count)
+        press();
+    EXPECT_EQ(refresh(), 0);
+#ifndef __SANITIZE_ADDRESS__ // which keeps what is freed for a while
+    EXPECT_LT(privateMemory(), before + 2 * 1024);
+#endif
+    expectToEndWell();
+}
+
+TEST_F(SystemFaults, AThousandCommandsAreAllAnswered) {
+    QDBusConnection client = lumora.sessionBus().connect();
+    constexpr int atOnce = 100; // of those that the bus lets wait for an answer
+    for (int turn = 0; turn < 10; ++turn) {
+        QList<QDBusPendingCall> calls;
+        for (int count = 0; count < atOnce; ++count)
+            calls += client.asyncCall(QDBusMessage::createMethodCall(
+                u"com.lumora.app"_s, u"/com/lumora/app"_s, u"com.lumora.app"_s, u"Status"_s));
+        for (QDBusPendingCall& call : calls) {
+            call.waitForFinished();
+            EXPECT_FALSE(call.isError()) << call.error().message().toStdString();
+        }
+    }
+    expectToEndWell();
+}
