@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "platform/LinkPolicy.h"
 #include "platform/Spawn.h"
 #include "platform/UrlOpener.h"
 #include "reminders/MeetingReminders.h"
@@ -7,8 +8,10 @@
 
 namespace lumora {
 
-AppDelegate::AppDelegate(MeetingReminders& reminders, UrlOpener& urls)
+AppDelegate::AppDelegate(
+    MeetingReminders& reminders, const Preferences& preferences, UrlOpener& urls)
     : m_reminders(reminders)
+    , m_preferences(preferences)
     , m_urls(urls) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -19,7 +22,7 @@ void AppDelegate::didReceive(const QVariantMap& userInfo, const QByteArray& acti
     const QVariant address = userInfo.value(meetingUrlKey);
     if (address.typeId() != QMetaType::QString)
         return;
-    if (const auto url = safeLink(address.toString()))
+    if (const auto url = linkPolicy(m_preferences).link(address.toString()))
         m_urls.open(*url, activationToken);
 }
 

@@ -68,7 +68,7 @@ LumobarApp::LumobarApp(const PlatformFamily& platform)
     , m_keychain(*m_platform.secrets)
     , m_service(*m_platform.transport, m_keychain, *m_platform.clock)
     , m_reminders(*m_platform.notifications, *m_platform.preferences, *m_platform.clock)
-    , m_delegate(m_reminders, *m_platform.urls)
+    , m_delegate(m_reminders, *m_platform.preferences, *m_platform.urls)
     , m_commands(handlers()) {
     StatusItem* item = m_platform.statusItem.get();
     connect(item, &StatusItem::activated, this, [this](QPoint position, const QByteArray& token) {
@@ -178,7 +178,8 @@ void LumobarApp::openSettings(const QByteArray& activationToken) {
 
 void LumobarApp::joinMeeting(const QByteArray& activationToken) {
     const auto meeting = offeredMeeting(m_session->state.lastGood(), m_session->ticker.now());
-    const auto url = meeting ? joinUrl(*meeting) : std::nullopt;
+    const auto url =
+        meeting ? joinUrl(*meeting, linkPolicy(*m_platform.preferences)) : std::nullopt;
     if (url)
         m_platform.urls->open(*url, activationToken);
 }

@@ -1,6 +1,7 @@
 #include "app/PanelController.h"
 
 #include "linux/session/WindowSystem.h"
+#include "platform/LinkPolicy.h"
 #include "platform/Spawn.h"
 #include "platform/UrlOpener.h"
 #include "service/LumoAction.h"
@@ -101,7 +102,7 @@ void PanelController::connectView() {
 
     BriefingView* const briefing = m_view->briefing();
     connect(briefing, &BriefingView::joinRequested, this, [this](const QUrl& url) {
-        if (isSafeLink(url))
+        if (linkPolicy(m_with.preferences).allows(url))
             m_with.urls.open(url, {});
     });
     connect(
@@ -151,6 +152,7 @@ void PanelController::prepare() {
         .lastUpdated = m_with.state.lastUpdated(),
         .pending = {},
         .actionError = std::nullopt,
+        .links = linkPolicy(m_with.preferences),
         .now = m_with.clock.now(),
     });
     m_window->rehearse();
@@ -167,6 +169,7 @@ void PanelController::render() {
         // Only the placeholder needs to know, and the question goes to the keyring.
         .isConfigured = state.lastGood() || !state.state().isFailed() || state.isConfigured(),
         .hasDashboard = state.dashboardURL().has_value(),
+        .links = linkPolicy(m_with.preferences),
         .now = m_with.clock.now(),
     });
     m_view->tick(m_with.ticker.now());
@@ -180,7 +183,8 @@ void PanelController::capture(const QString& thought) {
 }
 
 void PanelController::openDashboard() {
-    if (const auto url = m_with.state.dashboardURL(); url && isSafeLink(*url))
+    if (const auto url = m_with.state.dashboardURL();
+        url && linkPolicy(m_with.preferences).allows(*url))
         m_with.urls.open(*url, {});
 }
 

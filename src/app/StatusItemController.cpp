@@ -1,6 +1,7 @@
 #include "app/StatusItemController.h"
 
 #include "platform/AppStorageBacked.h"
+#include "platform/LinkPolicy.h"
 #include "platform/Preferences.h"
 #include "state/AppState.h"
 #include "state/Ticker.h"
@@ -47,6 +48,7 @@ StatusInputs StatusItemController::currentInputs() const {
         .lastUpdated = m_state.lastUpdated(),
         .menuBarAmbient =
             AppStorageBacked(m_preferences, PreferenceKeys::menuBarAmbient).wrappedValue(),
+        .links = linkPolicy(m_preferences),
         .now = m_ticker.now(),
     };
 }

@@ -21,6 +21,8 @@ inline const PreferenceKey<qint64> refreshMinutes{QStringLiteral("refreshMinutes
 /// The figure in the label without a meeting, see `MenuBarAmbient`.
 inline const PreferenceKey<QString> menuBarAmbient{
     QStringLiteral("menuBarAmbient"), QStringLiteral("habits")};
+/// Names of schemes whose links may be opened beside the usual ones, see `LinkPolicy`.
+inline const PreferenceKey<QString> linkSchemes{QStringLiteral("linkSchemes"), {}};
 inline const PreferenceKey<bool> notifyBeforeMeetings{QStringLiteral("notifyBeforeMeetings"), true};
 /// Which sections of the panel are folded.
 inline const PreferenceKey<bool> eventsCollapsed{QStringLiteral("section.collapsed.events"), false};

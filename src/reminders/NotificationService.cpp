@@ -10,6 +10,7 @@ namespace lumora {
 NotificationService::NotificationService(
     NotificationCenter& center, const Preferences& preferences, const Clock& clock)
     : m_center(center)
+    , m_preferences(preferences)
     , m_clock(clock)
     , m_enabled(preferences, PreferenceKeys::notifyBeforeMeetings) {}
 
@@ -50,8 +51,9 @@ QCoro::Task<> NotificationService::reconcile(Briefing briefing) {
     const QStringList stale = staleIdentifiers(pending, events);
     if (!stale.isEmpty())
         m_center.removePending(stale);
+    const LinkPolicy links = linkPolicy(m_preferences);
     for (const BriefEvent& event : events)
-        m_center.add(reminderRequest(event, m_clock.now()));
+        m_center.add(reminderRequest(event, m_clock.now(), links));
 }
 
 } // namespace lumora

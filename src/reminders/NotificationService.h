@@ -25,6 +25,7 @@ private:
     [[nodiscard]] bool mayRemind() const;
 
     NotificationCenter& m_center;
+    const Preferences& m_preferences;
     const Clock& m_clock;
     AppStorageBacked<bool> m_enabled; ///< the user wants reminders; read afresh on every use
     bool m_authorized = false;        ///< the answer to the latest request for permission

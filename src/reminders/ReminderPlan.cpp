@@ -1,7 +1,5 @@
 #include "reminders/ReminderPlan.h"
 
-#include "platform/UrlOpener.h"
-
 #include <QSet>
 
 #include <algorithm>
@@ -53,7 +51,7 @@ std::vector<BriefEvent> remindedEvents(const Briefing& briefing, Instant now) {
     return nearest(events, mostReminders);
 }
 
-NotificationRequest reminderRequest(const BriefEvent& event, Instant now) {
+NotificationRequest reminderRequest(const BriefEvent& event, Instant now, const LinkPolicy& links) {
     NotificationRequest request{
         .identifier = event.id(),
         .title = event.title,
@@ -64,7 +62,7 @@ NotificationRequest reminderRequest(const BriefEvent& event, Instant now) {
     };
     if (event.meetingUrl) {
         request.userInfo.insert(meetingUrlKey, *event.meetingUrl);
-        if (safeLink(*event.meetingUrl))
+        if (links.link(*event.meetingUrl))
             request.button = u"Join"_s;
     }
     return request;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "briefing/Briefing.h"
+#include "platform/LinkPolicy.h"
 #include "platform/NotificationCenter.h"
 
 #include <vector>
@@ -26,8 +27,9 @@ inline constexpr std::size_t mostReminders = 50;
 std::vector<BriefEvent> remindedEvents(const Briefing& briefing, Instant now);
 
 /// The reminder of an event that has a start. It is due at least a second after `now`, so that a
-/// moment that passed while the reminder was prepared is not lost.
-NotificationRequest reminderRequest(const BriefEvent& event, Instant now);
+/// moment that passed while the reminder was prepared is not lost. It has a button where `links`
+/// allows the event's.
+NotificationRequest reminderRequest(const BriefEvent& event, Instant now, const LinkPolicy& links);
 
 /// Those of the `pending` identifiers, in their order, that belong to none of the events.
 QStringList

@@ -1,7 +1,6 @@
 #include "texts/StatusPresentation.h"
 
 #include "briefing/MeetingSelection.h"
-#include "platform/UrlOpener.h"
 #include "texts/Formatters.h"
 #include "texts/PlainText.h"
 
@@ -93,7 +92,7 @@ QList<StatusMenuRow> meetingRows(const StatusInputs& inputs) {
     const QString title = shortened(singleLine(meeting->title), menuTitleCharacters);
     const QString when = clockText(inputs, *meeting->start);
     QList<StatusMenuRow> rows{{StatusMenuRow::Kind::Text, {}, when + separator + title}};
-    if (joinUrl(*meeting))
+    if (joinUrl(*meeting, inputs.links))
         rows += action(MenuCommand::Join, u"Join "_s + title);
     rows += rule();
     return rows;
@@ -121,8 +120,8 @@ std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood
     return lastGood ? nextMeeting(*lastGood, now, backgroundThreshold) : std::nullopt;
 }
 
-std::optional<QUrl> joinUrl(const BriefEvent& meeting) {
-    return meeting.meetingUrl ? safeLink(*meeting.meetingUrl) : std::nullopt;
+std::optional<QUrl> joinUrl(const BriefEvent& meeting, const LinkPolicy& links) {
+    return meeting.meetingUrl ? links.link(*meeting.meetingUrl) : std::nullopt;
 }
 
 StatusItemContent statusItemContent(const StatusInputs& inputs) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "briefing/LoadState.h"
+#include "platform/LinkPolicy.h"
 #include "platform/StatusItem.h"
 #include "texts/MenuBarLabel.h"
 
@@ -16,6 +17,7 @@ struct StatusInputs {
     const LoadState& state;
     std::optional<Instant> lastUpdated; ///< when `lastGood` was stored
     QString menuBarAmbient;             ///< the preference's text
+    LinkPolicy links = LinkPolicy();    ///< those that may be opened
     Instant now;
     QTimeZone timeZone = QTimeZone::systemTimeZone();
     QLocale locale = QLocale::system();
@@ -33,8 +35,7 @@ StatusItemContent statusItemContent(const StatusInputs& inputs);
 [[nodiscard]] std::optional<BriefEvent>
 offeredMeeting(const std::optional<Briefing>& lastGood, Instant now);
 
-/// Where the meeting is joined; absent without a link, or when the link does not parse or is not
-/// safe to open.
-[[nodiscard]] std::optional<QUrl> joinUrl(const BriefEvent& meeting);
+/// Where the meeting is joined; absent without a link that `links` allows.
+[[nodiscard]] std::optional<QUrl> joinUrl(const BriefEvent& meeting, const LinkPolicy& links);
 
 } // namespace lumora

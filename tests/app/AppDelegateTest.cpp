@@ -2,6 +2,7 @@
 
 #include "fakes/RecordingReminders.h"
 #include "fakes/RecordingUrlOpener.h"
+#include "platform/memory/MemoryPreferences.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +18,8 @@ protected:
 
     RecordingReminders reminders;
     RecordingUrlOpener urls;
-    AppDelegate delegate{reminders, urls};
+    MemoryPreferences preferences;
+    AppDelegate delegate{reminders, preferences, urls};
 };
 
 } // namespace
@@ -57,4 +59,12 @@ TEST_F(AppDelegateTest, AnAddressThatReadsFilesOrRunsCodeIsIgnored) {
 TEST_F(AppDelegateTest, AMeetingClientsOwnSchemeIsOpened) {
     click({{u"meetingUrl"_s, u"zoommtg://join?confno=1"_s}});
     EXPECT_EQ(urls.opened.size(), 1);
+}
+
+TEST_F(AppDelegateTest, SoIsAnyOtherThatTheUserAllowsByNow) {
+    click({{u"meetingUrl"_s, u"slack://open"_s}});
+    EXPECT_TRUE(urls.opened.isEmpty());
+    EXPECT_TRUE(preferences.setValue(u"linkSchemes"_s, u"slack"_s));
+    click({{u"meetingUrl"_s, u"slack://open"_s}});
+    EXPECT_EQ(urls.opened, QList{QUrl(u"slack://open"_s)});
 }

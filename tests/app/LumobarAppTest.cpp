@@ -171,6 +171,21 @@ TEST_F(LumobarAppTest, AReactionToAReminderOpensItsMeeting) {
     EXPECT_EQ(urls->tokens, QList<QByteArray>{"token"});
 }
 
+TEST_F(LumobarAppTest, TheMenuJoinsByTheLinksThatTheUserAllows) {
+    begin();
+    QByteArray body = briefingBody(1);
+    body.replace(
+        R"("eventsToday":[])", R"("eventsToday":[{"title":"Standup","allDay":false,)"
+                               R"("start":"2025-03-04T09:10:00Z","meetingUrl":"slack://open"}])");
+    transport->complete(0, FakeHttpTransport::answer(200, body));
+    Q_EMIT item->commandChosen(MenuCommand::Join, {});
+    EXPECT_TRUE(urls->opened.isEmpty());
+    preferences->setValue(u"linkSchemes"_s, u"slack"_s);
+    Q_EMIT item->commandChosen(MenuCommand::Join, "token");
+    EXPECT_EQ(urls->opened, QList{QUrl(u"slack://open"_s)});
+    EXPECT_EQ(urls->tokens, QList<QByteArray>{"token"});
+}
+
 TEST_F(LumobarAppTest, RemindersComeAndAreAnsweredWhileThePanelIsOpen) {
     begin();
     Q_EMIT item->commandChosen(MenuCommand::Open, {});

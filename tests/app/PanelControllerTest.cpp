@@ -7,6 +7,7 @@
 #include "support/StateHarness.h"
 #include "support/WrittenTexts.h"
 #include "ui/panel/CaptureField.h"
+#include "ui/panel/EventsBody.h"
 #include "ui/panel/SpendingSection.h"
 #include "ui/theme/ThemeSource.h"
 #include "ui/window/PanelWindow.h"
@@ -202,6 +203,25 @@ TEST_F(PanelControllerTest, KeysWorkFromEverywhereInThePanel) {
     EXPECT_EQ(harness.transport.requests().size(), before + 2);
     EXPECT_EQ(settingsOpened, 2);
     EXPECT_EQ(quits, 2);
+}
+
+TEST_F(PanelControllerTest, JoinsByTheLinksThatTheUserAllows) {
+    start();
+    QByteArray body = briefingBody(1);
+    body.replace(
+        R"("eventsToday":[])",
+        R"("eventsToday":[{"title":"Standup","allDay":true,"meetingUrl":"slack://open"}])");
+    harness.preferences.setValue(u"linkSchemes"_s, u"slack"_s);
+    harness.transport.complete(0, FakeHttpTransport::answer(200, body));
+    StateHarness::settle();
+    const auto* row = open()->findChild<EventRow*>();
+    ASSERT_NE(row, nullptr);
+    ASSERT_TRUE(row->joinButton()->isVisible());
+    row->joinButton()->click();
+    EXPECT_EQ(urls.opened, QList{QUrl(u"slack://open"_s)});
+    harness.preferences.setValue(u"linkSchemes"_s, u""_s);
+    row->joinButton()->click(); // drawn before that
+    EXPECT_EQ(urls.opened.size(), 1);
 }
 
 TEST_F(PanelControllerTest, GetsThePanelReadyOnceTheProgramRestsAfterTheFirstBriefing) {

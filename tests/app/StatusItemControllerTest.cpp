@@ -52,6 +52,24 @@ TEST_F(StatusItemControllerTest, FollowsThePreference) {
     EXPECT_EQ(latest().text, u"1/2"_s);
 }
 
+TEST_F(StatusItemControllerTest, OffersToJoinByTheLinksThatTheUserAllows) {
+    begin();
+    QByteArray body = briefingBody(1);
+    body.replace(
+        R"("eventsToday":[])", R"("eventsToday":[{"title":"Standup","allDay":false,)"
+                               R"("start":"2025-03-04T09:10:00Z","meetingUrl":"slack://open"}])");
+    transport.complete(0, FakeHttpTransport::answer(200, body));
+    settle();
+    const auto canJoin = [this] {
+        return std::ranges::any_of(latest().menu, [](const StatusMenuRow& row) {
+            return row.command == MenuCommand::Join;
+        });
+    };
+    EXPECT_FALSE(canJoin());
+    preferences.setValue(u"linkSchemes"_s, u"slack"_s);
+    EXPECT_TRUE(canJoin());
+}
+
 TEST_F(StatusItemControllerTest, FollowsTheTicker) {
     begin();
     answer(0, 1);

@@ -30,6 +30,8 @@ TEST(PreferenceKeys, AreThoseOfTheDocumentation) {
     EXPECT_EQ(read(PreferenceKeys::refreshMinutes), 10);
     EXPECT_EQ(PreferenceKeys::menuBarAmbient.name, u"menuBarAmbient"_s);
     EXPECT_EQ(read(PreferenceKeys::menuBarAmbient), u"habits"_s);
+    EXPECT_EQ(PreferenceKeys::linkSchemes.name, u"linkSchemes"_s);
+    EXPECT_EQ(read(PreferenceKeys::linkSchemes), QString());
     EXPECT_EQ(PreferenceKeys::notifyBeforeMeetings.name, u"notifyBeforeMeetings"_s);
     EXPECT_TRUE(read(PreferenceKeys::notifyBeforeMeetings));
     EXPECT_EQ(PreferenceKeys::eventsCollapsed.name, u"section.collapsed.events"_s);

@@ -68,6 +68,16 @@ TEST_F(NotificationServiceTest, AMalformedChoiceCountsAsYes) {
     EXPECT_EQ(calls(), QStringList{u"authorize"_s});
 }
 
+TEST_F(NotificationServiceTest, OffersToJoinByTheLinksThatTheUserAllows) {
+    BriefEvent standup = meeting(u"Standup"_s, 1h);
+    standup.meetingUrl = u"slack://open"_s;
+    service->scheduleUpcoming(makeBriefing({standup}));
+    EXPECT_EQ(center.pending.at(0).button, std::nullopt);
+    preferences.setValue(u"linkSchemes"_s, u"slack"_s);
+    service->scheduleUpcoming(makeBriefing({standup}));
+    EXPECT_EQ(center.pending.at(0).button, u"Join"_s);
+}
+
 TEST_F(NotificationServiceTest, OnceGrantedEveryPassListsAndAdds) {
     const BriefEvent standup = meeting(u"Standup"_s, 1h);
     const QStringList pass{u"list"_s, u"add "_s + standup.id()};

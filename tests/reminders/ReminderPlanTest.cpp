@@ -17,6 +17,11 @@ BriefEvent startingIn(std::chrono::microseconds delay) {
     return makeEvent({.start = now + delay});
 }
 
+NotificationRequest
+request(const BriefEvent& event, Instant moment, const LinkPolicy& links = LinkPolicy()) {
+    return reminderRequest(event, moment, links);
+}
+
 QStringList remindedTitles(const std::vector<BriefEvent>& events, Instant moment = now) {
     QStringList titles;
     for (const BriefEvent& event : remindedEvents(makeBriefing(events), moment))
@@ -120,10 +125,10 @@ TEST(ReminderPlan, RemindsOfAsManyMeetingsAsFit) {
 }
 
 TEST(ReminderPlan, IdentifiesByTitleAndStart) {
-    EXPECT_EQ(reminderRequest(startingIn(0s), now - 1h).identifier, u"Standup|1731700800.0"_s);
-    EXPECT_EQ(reminderRequest(startingIn(250ms), now - 1h).identifier, u"Standup|1731700800.25"_s);
+    EXPECT_EQ(request(startingIn(0s), now - 1h).identifier, u"Standup|1731700800.0"_s);
+    EXPECT_EQ(request(startingIn(250ms), now - 1h).identifier, u"Standup|1731700800.25"_s);
     EXPECT_EQ(
-        reminderRequest(makeEvent({.title = u"A|B"_s, .start = now}), now - 1h).identifier,
+        request(makeEvent({.title = u"A|B"_s, .start = now}), now - 1h).identifier,
         u"A|B|1731700800.0"_s);
 }
 
@@ -134,17 +139,17 @@ TEST(ReminderPlan, IdentifiesTheSameMeetingAlikeWhateverElseItHas) {
          .start = now + 1h,
          .location = u"Room 4"_s,
          .meetingUrl = u"https://meet.example/a"_s});
-    EXPECT_EQ(reminderRequest(plain, now).identifier, reminderRequest(full, now).identifier);
+    EXPECT_EQ(request(plain, now).identifier, request(full, now).identifier);
 }
 
 TEST(ReminderPlan, TakesTheTitleAsItStands) {
     const QString title = u" <b>Über & 会議</b>\n "_s;
-    EXPECT_EQ(reminderRequest(makeEvent({.title = title, .start = now + 1h}), now).title, title);
+    EXPECT_EQ(request(makeEvent({.title = title, .start = now + 1h}), now).title, title);
 }
 
 TEST(ReminderPlan, SaysWhereTheMeetingIs) {
     const auto body = [](const std::optional<QString>& location) {
-        return reminderRequest(makeEvent({.start = now + 1h, .location = location}), now).body;
+        return request(makeEvent({.start = now + 1h, .location = location}), now).body;
     };
     EXPECT_EQ(body(std::nullopt), u"Starts in 5 min"_s);
     EXPECT_EQ(body(u""_s), u"Starts in 5 min"_s);
@@ -152,32 +157,35 @@ TEST(ReminderPlan, SaysWhereTheMeetingIs) {
 }
 
 TEST(ReminderPlan, CarriesTheLinkAsItStands) {
-    const auto request = [](const std::optional<QString>& url) {
-        return reminderRequest(makeEvent({.start = now + 1h, .meetingUrl = url}), now);
+    const auto userInfo = [](const std::optional<QString>& url) {
+        return request(makeEvent({.start = now + 1h, .meetingUrl = url}), now).userInfo;
     };
-    const auto carried = [&request](const QString& url) {
-        return request(url).userInfo == QVariantMap{{u"meetingUrl"_s, url}};
+    const auto carried = [&userInfo](const QString& url) {
+        return userInfo(url) == QVariantMap{{u"meetingUrl"_s, url}};
     };
-    EXPECT_TRUE(request(std::nullopt).userInfo.isEmpty());
+    EXPECT_TRUE(userInfo(std::nullopt).isEmpty());
     EXPECT_TRUE(carried(u""_s));
     EXPECT_TRUE(carried(u"https://meet.example/a?b=c d"_s));
     EXPECT_TRUE(carried(u"file:///etc/passwd"_s));
 }
 
 TEST(ReminderPlan, OffersToJoinWhereALinkCanBeOpened) {
-    const auto button = [](const std::optional<QString>& url) {
-        return reminderRequest(makeEvent({.start = now + 1h, .meetingUrl = url}), now).button;
+    const auto button = [](const std::optional<QString>& url, const QString& schemes = {}) {
+        const auto event = makeEvent({.start = now + 1h, .meetingUrl = url});
+        return request(event, now, LinkPolicy(schemes)).button;
     };
     EXPECT_EQ(button(u"https://meet.example/a"_s), u"Join"_s);
     EXPECT_EQ(button(u"zoommtg://join?confno=1"_s), u"Join"_s);
     for (const QString& useless : {u""_s, u"http://[nowhere"_s, u"file:///etc/passwd"_s})
         EXPECT_EQ(button(useless), std::nullopt) << useless.toStdString();
     EXPECT_EQ(button(std::nullopt), std::nullopt);
+    EXPECT_EQ(button(u"slack://open"_s), std::nullopt);
+    EXPECT_EQ(button(u"slack://open"_s, u"slack"_s), u"Join"_s);
 }
 
 TEST(ReminderPlan, FiresFiveMinutesAheadButNotWithinASecond) {
     const auto firesIn = [](std::chrono::microseconds startsIn) {
-        return reminderRequest(startingIn(startsIn), now).fireTime - now;
+        return request(startingIn(startsIn), now).fireTime - now;
     };
     EXPECT_EQ(firesIn(1h), 55min);
     EXPECT_EQ(firesIn(302s), 2s);

@@ -21,6 +21,7 @@ protected:
             .state = state,
             .lastUpdated = updated,
             .menuBarAmbient = ambient,
+            .links = LinkPolicy(linkSchemes),
             .now = statusNow,
             .timeZone = QTimeZone::utc(),
             .locale = QLocale(u"en_US"_s),
@@ -56,6 +57,7 @@ protected:
     LoadState state = LoadState::loading();
     std::optional<Instant> updated;
     QString ambient = u"habits"_s;
+    QString linkSchemes;
 };
 
 } // namespace
@@ -173,6 +175,14 @@ TEST_F(StatusPresentationTest, WithoutALinkThereIsNothingToJoin) {
         EXPECT_FALSE(labels().contains(u"Join Review"_s));
         EXPECT_TRUE(labels().contains(u"9:05 am · Review"_s));
     }
+}
+
+TEST_F(StatusPresentationTest, TheMenuJoinsByTheLinksThatTheUserAllows) {
+    load({meeting(u"Review"_s, 5min)});
+    briefing->eventsToday[0].meetingUrl = u"slack://open"_s;
+    EXPECT_FALSE(labels().contains(u"Join Review"_s));
+    linkSchemes = u"slack"_s;
+    EXPECT_TRUE(labels().contains(u"Join Review"_s));
 }
 
 TEST_F(StatusPresentationTest, TheMeetingOfTheLabelIsTheOneOffered) {

@@ -99,7 +99,7 @@ void BriefingView::render(const PanelValues& values) {
 
     const auto upcoming = PanelTexts::upcomingEvents(briefing, values.now);
     m_events->setSummary(PanelTexts::eventsSummary(briefing, upcoming));
-    m_eventsBody->render(briefing, upcoming, values.now);
+    m_eventsBody->render(briefing, upcoming, values.now, values.links);
 
     m_habits->setVisible(!briefing.habits.items.empty());
     m_habits->setSummary(PanelTexts::habitsSummary(briefing.habits));

@@ -2,6 +2,7 @@
 
 #include "briefing/LoadState.h"
 #include "platform/Clock.h"
+#include "platform/LinkPolicy.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/Preferences.h"
 #include "ui/rows/SpokenRole.h"
@@ -33,7 +34,8 @@ struct PanelValues {
     const std::optional<QString>& actionError;
     bool isConfigured = true; ///< there is an endpoint and a token
     bool hasDashboard = false;
-    Instant now; ///< the time that the rows are laid out for
+    LinkPolicy links = LinkPolicy(); ///< those that may be opened
+    Instant now;                     ///< the time that the rows are laid out for
 };
 
 /// The briefing's part of the panel: banners, sections and the focus line.

@@ -43,11 +43,12 @@ EventRow::EventRow(const ThemeSource& themes, QWidget* parent)
     connect(m_join, &QAbstractButton::clicked, this, [this] { Q_EMIT joinRequested(m_url); });
 }
 
-void EventRow::render(const BriefEvent& event, const TimeCell& time, bool isNext) {
+void EventRow::render(
+    const BriefEvent& event, const TimeCell& time, bool isNext, const LinkPolicy& links) {
     m_texts->setContent(eventRow(event, time, isNext));
     setSpokenName(*m_texts, PanelTexts::eventAccessibleName(event, time.text));
 
-    const auto url = joinUrl(event);
+    const auto url = joinUrl(event, links);
     m_url = url.value_or(QUrl());
     m_join->setVisible(url.has_value());
     const ColorRole tint = isNext ? ColorRole::Accent : ColorRole::Secondary;
@@ -76,7 +77,8 @@ EventsBody::EventsBody(const ThemeSource& themes, QWidget* parent)
 }
 
 void EventsBody::render(
-    const Briefing& briefing, const std::vector<BriefEvent>& upcoming, Instant now) {
+    const Briefing& briefing, const std::vector<BriefEvent>& upcoming, Instant now,
+    const LinkPolicy& links) {
     const std::vector<BriefEvent> shown(
         upcoming.cbegin(), upcoming.cbegin() + qsizetype(std::min(upcoming.size(), maximumRows)));
     const auto next = nextMeeting(briefing, now, backgroundThreshold);
@@ -94,7 +96,7 @@ void EventsBody::render(
         times += timeLabel(event);
     const double column = timeColumn(times, m_themes.theme());
     const auto apply = [&](EventRow& row, const BriefEvent& event) {
-        row.render(event, {timeLabel(event), column}, next && next->id() == event.id());
+        row.render(event, {timeLabel(event), column}, next && next->id() == event.id(), links);
     };
     m_rows.reconcile(shown, [](const BriefEvent& event) { return event.id(); }, make, apply);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "briefing/Briefing.h"
+#include "platform/LinkPolicy.h"
 #include "ui/panel/KeyedRows.h"
 #include "ui/panel/RowContents.h"
 #include "ui/rows/PaintedRow.h"
@@ -21,8 +22,10 @@ public:
     /// `themes` must outlive the row.
     explicit EventRow(const ThemeSource& themes, QWidget* parent = nullptr);
 
-    /// Shows `event`; `isNext` marks the next meeting.
-    void render(const BriefEvent& event, const TimeCell& time, bool isNext);
+    /// Shows `event`; `isNext` marks the next meeting. The join button is there where `links`
+    /// allows the event's.
+    void
+    render(const BriefEvent& event, const TimeCell& time, bool isNext, const LinkPolicy& links);
 
     PaintedRow* texts() const { return m_texts; }
 
@@ -45,8 +48,10 @@ public:
     /// `themes` must outlive the body.
     explicit EventsBody(const ThemeSource& themes, QWidget* parent = nullptr);
 
-    /// Shows what of `briefing` is upcoming at `now`.
-    void render(const Briefing& briefing, const std::vector<BriefEvent>& upcoming, Instant now);
+    /// Shows what of `briefing` is upcoming at `now`, with the links that may be opened.
+    void render(
+        const Briefing& briefing, const std::vector<BriefEvent>& upcoming, Instant now,
+        const LinkPolicy& links);
 
 Q_SIGNALS:
     void joinRequested(const QUrl& url);

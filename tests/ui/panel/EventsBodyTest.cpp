@@ -32,7 +32,7 @@ protected:
 
     void render(const std::vector<BriefEvent>& events, Instant when = morning) {
         const Briefing briefing = makeBriefing(events);
-        m_body.render(briefing, PanelTexts::upcomingEvents(briefing, when), when);
+        m_body.render(briefing, PanelTexts::upcomingEvents(briefing, when), when, m_links);
         settle();
         m_body.resize(304, m_body.sizeHint().height());
         settle();
@@ -47,6 +47,7 @@ protected:
     }
 
     ThemeSource m_themes{plainTheme()};
+    LinkPolicy m_links;
     EventsBody m_body{m_themes};
     QSignalSpy m_joins{&m_body, &EventsBody::joinRequested};
 };
@@ -168,12 +169,32 @@ TEST_F(EventsBodyTest, TheButtonOfALaterMeetingIsSecondary) {
 
 TEST_F(EventsBodyTest, WithoutAUsableLinkThereIsNoButton) {
     std::vector<BriefEvent> events{makeEvent({.title = u"None"_s, .start = morning + 1h})};
-    for (const QString& url : {u""_s, u"http://["_s, u"https://exa mple.org/%zz:::"_s})
+    for (const QString& url :
+         {u""_s, u"http://["_s, u"https://exa mple.org/%zz:::"_s, u"https:///a"_s, u"slack://a"_s})
         events.push_back(linked(url));
     render(events);
-    ASSERT_EQ(rows().size(), 4);
+    ASSERT_EQ(rows().size(), 6);
     for (const EventRow* row : rows())
         EXPECT_FALSE(row->joinButton()->isVisibleTo(row)) << titleOf(row).toStdString();
+}
+
+TEST_F(EventsBodyTest, TheButtonComesAndGoesWithTheLinksThatTheUserAllows) {
+    const std::vector events{linked(u"slack://a"_s)};
+    const auto isThere = [&] {
+        render(events);
+        return rows().front()->joinButton()->isVisibleTo(rows().front());
+    };
+    EXPECT_FALSE(isThere());
+    m_links = LinkPolicy(u"slack"_s);
+    EXPECT_TRUE(isThere());
+    m_links = LinkPolicy();
+    EXPECT_FALSE(isThere());
+}
+
+TEST_F(EventsBodyTest, ACarelessLinkOpensAllTheSame) {
+    render({linked(u" https://meet.example/a|b c"_s)});
+    QTest::mouseClick(rows().front()->joinButton(), Qt::LeftButton);
+    EXPECT_EQ(m_joins.value(0).value(0).toUrl().toEncoded(), "https://meet.example/a%7Cb%20c");
 }
 
 TEST_F(EventsBodyTest, AnEventIsAnnouncedWithTimeTitleAndPlace) {
