@@ -34,6 +34,13 @@ std::optional<QString> takeOption(QStringList& arguments, const QString& name) {
     return arguments.takeFirst();
 }
 
+tl::unexpected<QString> unknownFormat(const QString& name) {
+    QStringList names = statusFormatNames();
+    const QString last = names.takeLast();
+    return tl::unexpected(
+        u"unknown format \"%1\"; there are %2 and %3"_s.arg(name, names.join(u", "_s), last));
+}
+
 Parsed parseRun(QStringList arguments) {
     RunCommand run;
     while (!arguments.isEmpty()) {
@@ -55,15 +62,13 @@ Parsed parseStatus(QStringList arguments) {
     StatusCommand status;
     while (!arguments.isEmpty()) {
         const QString argument = arguments.first();
-        const auto format = takeOption(arguments, u"--format"_s);
-        if (!format)
+        const auto name = takeOption(arguments, u"--format"_s);
+        if (!name)
             return notTheOption(argument, u"--format"_s);
-        if (*format == u"json")
-            status.format = StatusCommand::Format::Json;
-        else if (*format == u"text")
-            status.format = StatusCommand::Format::Text;
-        else
-            return tl::unexpected(u"unknown format \"%1\"; there are json and text"_s.arg(*format));
+        const auto format = statusFormat(*name);
+        if (!format)
+            return unknownFormat(*name);
+        status.format = *format;
     }
     return status;
 }
@@ -109,7 +114,7 @@ Parsed parseCommandLine(const QStringList& arguments) {
 
 QString usageText() {
     return uR"(Usage: lumora [--demo [--scenario NAME]]
-       lumora status [--format text|json]
+       lumora status [--format FORMAT]
        lumora toggle|show|hide
        lumora settings
        lumora refresh
@@ -121,6 +126,7 @@ Started a second time, it opens the panel of the program that already runs.
   --demo            show an invented day from a service of its own; touches no settings
   --scenario NAME   which day: busy, empty, quiet, unauthorized, flaky, slow, malformed or html
   status            print the label of the running program
+  --format FORMAT   for whom: text, json, waybar, polybar, i3blocks or i3status-rust
   toggle            open the panel of the running program, or close it
   show, hide        open the panel, or close it; fine when it is already so
   settings          open the settings of the running program

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "texts/StatusLine.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -19,8 +21,7 @@ struct RunCommand {
 
 /// Print what the running program shows.
 struct StatusCommand {
-    enum class Format { Text, Json };
-    Format format = Format::Text;
+    StatusFormat format = StatusFormat::Text;
 
     bool operator==(const StatusCommand&) const = default;
 };

@@ -10,8 +10,6 @@
 #include "texts/StatusPresentation.h"
 
 #include <QApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTextStream>
 
 #include <cstdio>
@@ -42,16 +40,14 @@ int complain(CommandClient::Failure failure) {
     return complain(u"Lumora does not answer"_s, Failure);
 }
 
-QString labelText(const QString& statusJson) {
-    return QJsonDocument::fromJson(statusJson.toUtf8()).object().value(u"text"_s).toString();
-}
-
 int runStatus(CommandClient& client, const StatusCommand& command) {
     const auto status = client.status();
     if (!status)
         return complain(status.error());
-    const bool wantsJson = command.format == StatusCommand::Format::Json;
-    print((wantsJson ? *status : labelText(*status)) + u'\n');
+    const auto report = StatusReport::fromJson(status->toUtf8());
+    if (!report)
+        return complain(CommandClient::Failure::NoAnswer);
+    print(statusLine(*report, command.format) + u'\n');
     return Success;
 }
 

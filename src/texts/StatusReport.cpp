@@ -14,6 +14,17 @@ QJsonValue orNull(const std::optional<QString>& text) {
     return text ? QJsonValue(*text) : QJsonValue(QJsonValue::Null);
 }
 
+std::optional<QString> ifText(const QJsonValue& value) {
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+std::optional<Instant> ifInstant(const QJsonValue& value) {
+    const auto parsed = QDateTime::fromString(value.toString(), Qt::ISODate);
+    if (!parsed.isValid())
+        return std::nullopt;
+    return Instant(std::chrono::milliseconds(parsed.toMSecsSinceEpoch()));
+}
+
 std::optional<QString> isoText(std::optional<Instant> instant) {
     if (!instant)
         return std::nullopt;
@@ -35,6 +46,24 @@ QByteArray StatusReport::toJson() const {
         {u"actionError"_s, orNull(actionError)},
     };
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+std::optional<StatusReport> StatusReport::fromJson(const QByteArray& json) {
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    if (!document.isObject())
+        return std::nullopt;
+    const QJsonObject object = document.object();
+    return StatusReport{
+        .mode = object.value(u"mode"_s).toString(),
+        .symbol = object.value(u"symbol"_s).toString(),
+        .text = ifText(object.value(u"text"_s)),
+        .tooltip = object.value(u"tooltip"_s).toString(),
+        .state = object.value(u"state"_s).toString(),
+        .message = ifText(object.value(u"message"_s)),
+        .lastUpdated = ifInstant(object.value(u"lastUpdated"_s)),
+        .pending = object.value(u"pending"_s).toVariant().toStringList(),
+        .actionError = ifText(object.value(u"actionError"_s)),
+    };
 }
 
 } // namespace lumora

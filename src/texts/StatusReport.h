@@ -25,6 +25,12 @@ struct StatusReport {
     /// One JSON object on one line, without a line break; absent values are null, instants are
     /// ISO 8601 in UTC.
     QByteArray toJson() const;
+
+    /// What `toJson` made `json` from; absent when it made none such. Members that are missing are
+    /// absent or empty.
+    static std::optional<StatusReport> fromJson(const QByteArray& json);
+
+    bool operator==(const StatusReport&) const = default;
 };
 
 } // namespace lumora

@@ -35,14 +35,18 @@ TEST(CommandLine, Demo) {
 }
 
 TEST(CommandLine, Status) {
-    using Format = StatusCommand::Format;
+    using Format = StatusFormat;
     EXPECT_EQ(parsed({u"status"_s}), Command(StatusCommand{Format::Text}));
     EXPECT_EQ(
         parsed({u"status"_s, u"--format"_s, u"json"_s}), Command(StatusCommand{Format::Json}));
     EXPECT_EQ(parsed({u"status"_s, u"--format=text"_s}), Command(StatusCommand{Format::Text}));
     EXPECT_EQ(
         complaint({u"status"_s, u"--format=yaml"_s}),
-        u"unknown format \"yaml\"; there are json and text"_s);
+        u"unknown format \"yaml\"; "
+        "there are text, json, waybar, polybar, i3blocks and i3status-rust"_s);
+    EXPECT_EQ(
+        parsed({u"status"_s, u"--format"_s, u"i3status-rust"_s}),
+        Command(StatusCommand{Format::I3statusRust}));
 }
 
 TEST(CommandLine, PlainCommands) {

@@ -351,6 +351,20 @@ TEST_F(CommandLineContractWithABriefing, PrintsTheLabelAsText) {
     }
 }
 
+TEST_F(CommandLineContractWithABriefing, PrintsTheLabelForBars) {
+    leaveMeetingsBehind();
+    lumora.start();
+    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    for (const QString& bar : {u"polybar"_s, u"i3blocks"_s, u"i3status-rust"_s})
+        EXPECT_EQ(lumora.run({u"status"_s, u"--format"_s, bar}).out, "1/5\n");
+    const auto outcome = lumora.run({u"status"_s, u"--format"_s, u"waybar"_s});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.out.count('\n'), 1);
+    const QJsonObject status = QJsonDocument::fromJson(outcome.out).object();
+    EXPECT_EQ(status.value(u"text"_s), u"1/5"_s);
+    EXPECT_EQ(status.value(u"class"_s), QJsonArray{u"habits"_s});
+}
+
 TEST_F(CommandLineContractWithABriefing, RefreshReturnsWhenTheFetchHasEnded) {
     lumora.start();
     ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));

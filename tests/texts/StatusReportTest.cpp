@@ -28,6 +28,11 @@ TEST(StatusReport, IsOneJsonObjectOnOneLine) {
             "lastUpdated": "2025-03-04T09:30:00Z", "pending": ["capture", "habit:a"],
             "actionError": "\"no\""})json");
     EXPECT_EQ(QJsonDocument::fromJson(json), expected);
+    const auto read = StatusReport::fromJson(json);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->toJson(), json);
+    EXPECT_EQ(read->pending, report.pending);
+    EXPECT_EQ(read->lastUpdated, std::chrono::floor<std::chrono::seconds>(*report.lastUpdated));
 }
 
 TEST(StatusReport, AbsentValuesAreNull) {
@@ -47,4 +52,11 @@ TEST(StatusReport, AbsentValuesAreNull) {
             "state": "idle", "message": null, "lastUpdated": null, "pending": [],
             "actionError": null})json");
     EXPECT_EQ(QJsonDocument::fromJson(report.toJson()), expected);
+    EXPECT_EQ(StatusReport::fromJson(report.toJson()), report);
+}
+
+TEST(StatusReport, IsReadFromAnObjectOnly) {
+    EXPECT_EQ(StatusReport::fromJson("{}"), StatusReport());
+    for (const QByteArray& json : {QByteArray(), QByteArray("nothing"), QByteArray("[]")})
+        EXPECT_EQ(StatusReport::fromJson(json), std::nullopt) << json.toStdString();
 }
