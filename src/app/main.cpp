@@ -7,6 +7,7 @@
 #include "linux/session/TerminationSignals.h"
 #include "platform/ActivationToken.h"
 #include "platform/AppStorageBacked.h"
+#include "texts/PlainText.h"
 #include "texts/StatusPresentation.h"
 
 #include <QApplication>
@@ -28,9 +29,9 @@ void print(const QString& text) {
     QTextStream(stdout) << text;
 }
 
-/// Says what is wrong, on one line whatever the sentence quotes.
+/// Says what is wrong, on one line that no terminal obeys, whatever the sentence quotes.
 int complain(const QString& sentence, int code) {
-    QTextStream(stderr) << "lumora: " << sentence.simplified() << '\n';
+    QTextStream(stderr) << "lumora: " << singleLine(sentence).simplified() << '\n';
     return code;
 }
 

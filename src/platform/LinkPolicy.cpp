@@ -1,5 +1,6 @@
 #include "platform/LinkPolicy.h"
 
+#include "briefing/ControlCharacters.h"
 #include "platform/AppStorageBacked.h"
 
 #include <QRegularExpression>
@@ -37,20 +38,7 @@ bool isForbidden(const QString& scheme) {
 
 /// Whether `character` does something instead of standing for itself.
 bool isControl(QChar character) {
-    switch (character.direction()) {
-    case QChar::DirLRE:
-    case QChar::DirRLE:
-    case QChar::DirLRO:
-    case QChar::DirRLO:
-    case QChar::DirPDF:
-    case QChar::DirLRI:
-    case QChar::DirRLI:
-    case QChar::DirFSI:
-    case QChar::DirPDI:
-        return true;
-    default:
-        return character.category() == QChar::Other_Control;
-    }
+    return isControlCharacter(character) || bidiControl(character) != BidiControl::None;
 }
 
 } // namespace

@@ -1,12 +1,14 @@
 #include "texts/PlainText.h"
 
 #include "briefing/Blanks.h"
+#include "briefing/ControlCharacters.h"
 
 #include <QStringList>
 #include <QStringView>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 using namespace Qt::Literals::StringLiterals;
@@ -18,28 +20,101 @@ namespace {
 constexpr std::size_t titleCharacters = 16;
 constexpr std::size_t wordBreakReach = 5; ///< characters given up at most to end on a whole word
 
+/// The stretches of a text that are open at one place in it, the innermost last.
+class OpenStretches {
+public:
+    /// Goes on by what stands at `index`; false when that closes nothing that is open.
+    bool take(BidiControl control, qsizetype index) {
+        switch (control) {
+        case BidiControl::None:
+            return true;
+        case BidiControl::OpensEmbedding:
+        case BidiControl::OpensIsolate:
+            m_open.push_back({control, index});
+            m_isolates += control == BidiControl::OpensIsolate ? 1 : 0;
+            return true;
+        case BidiControl::ClosesEmbedding:
+            if (m_open.empty() || m_open.back().opening != BidiControl::OpensEmbedding)
+                return false;
+            m_open.pop_back();
+            return true;
+        case BidiControl::ClosesIsolate:
+            return closeIsolate();
+        }
+        Q_UNREACHABLE();
+    }
+
+    /// Where those begin that are open still.
+    [[nodiscard]] std::vector<qsizetype> beginnings() const {
+        std::vector<qsizetype> indexes;
+        for (const Stretch& stretch : m_open)
+            indexes.push_back(stretch.index);
+        return indexes;
+    }
+
+private:
+    struct Stretch {
+        BidiControl opening;
+        qsizetype index;
+    };
+
+    bool closeIsolate() {
+        if (m_isolates == 0)
+            return false;
+        while (m_open.back().opening != BidiControl::OpensIsolate)
+            m_open.pop_back(); // ends with what is around it
+        m_open.pop_back();
+        --m_isolates;
+        return true;
+    }
+
+    std::vector<Stretch> m_open;
+    std::size_t m_isolates = 0;
+};
+
+/// `line` without bidirectional controls that open what they do not close, or close what they did
+/// not open.
+QString withoutOpenEnds(const QString& line) {
+    OpenStretches open;
+    std::vector<qsizetype> leftOut;
+    for (qsizetype i = 0; i < line.size(); ++i)
+        if (!open.take(bidiControl(line[i]), i))
+            leftOut.push_back(i);
+    const std::vector<qsizetype> unclosed = open.beginnings();
+    if (leftOut.empty() && unclosed.empty())
+        return line;
+    std::vector<qsizetype> skipped;
+    std::ranges::merge(leftOut, unclosed, std::back_inserter(skipped));
+    QString kept;
+    auto skip = skipped.cbegin();
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        if (skip != skipped.cend() && *skip == i)
+            ++skip;
+        else
+            kept += line[i];
+    }
+    return kept;
+}
+
 } // namespace
 
 QString singleLine(const QString& text) {
     QString line = text;
-    std::replace_if(
-        line.begin(), line.end(),
-        [](QChar c) {
-            return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-                   c == QChar::ParagraphSeparator;
-        },
-        u' ');
-    return line;
+    std::replace_if(line.begin(), line.end(), isControlCharacter, u' ');
+    return withoutOpenEnds(line);
+}
+
+QString plainLines(const QString& text) {
+    QStringList lines = text.split(u'\n');
+    for (QString& line : lines)
+        line = singleLine(line);
+    return lines.join(u'\n');
 }
 
 QString escapedForMarkup(const QString& text) {
-    QStringList lines = text.split(u'\n');
-    for (QString& line : lines) {
-        // The ampersand first, or it would catch the entities of the others.
-        line = singleLine(line).replace(u'&', "&amp;"_L1);
-        line.replace(u'<', "&lt;"_L1).replace(u'>', "&gt;"_L1);
-    }
-    return lines.join(u'\n');
+    // The ampersand first, or it would catch the entities of the others.
+    QString escaped = plainLines(text).replace(u'&', "&amp;"_L1);
+    return escaped.replace(u'<', "&lt;"_L1).replace(u'>', "&gt;"_L1);
 }
 
 QString shortened(const QString& text, std::size_t maximum) {

@@ -4,11 +4,16 @@
 
 namespace lumora {
 
-/// `text` on one line: control characters, line ends among them, become spaces.
+/// `text` on one line, as it may stand beside others or on a terminal: control characters, line
+/// ends among them, become spaces, and what would turn the direction of writing beyond the text's
+/// end, or undo what was turned before it, is left out.
 QString singleLine(const QString& text);
 
-/// `text` as hosts that parse markup show it literally: "&", "<" and ">" as entities. Line ends
-/// stay, other control characters become spaces.
+/// The same for each line of `text`; line feeds stay.
+QString plainLines(const QString& text);
+
+/// `plainLines` of `text` as hosts that parse markup show them literally: "&", "<" and ">" as
+/// entities.
 QString escapedForMarkup(const QString& text);
 
 /// `text` without spaces and tabs at its ends, and when it has more than `maximum` user-perceived

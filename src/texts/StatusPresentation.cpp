@@ -60,7 +60,7 @@ QStringList freshness(const StatusInputs& inputs) {
     else if (!inputs.state.isFailed())
         lines += u"Loading…"_s;
     if (const auto message = inputs.state.failureMessage())
-        lines += failureText(*message);
+        lines += plainLines(failureText(*message));
     return lines;
 }
 
@@ -111,7 +111,9 @@ QList<StatusMenuRow> menu(const StatusInputs& inputs) {
 } // namespace
 
 QString failureText(const QString& message) {
-    return message.trimmed().isEmpty() ? u"The refresh failed, and no reason was given"_s : message;
+    return singleLine(message).trimmed().isEmpty()
+               ? u"The refresh failed, and no reason was given"_s
+               : message;
 }
 
 std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood, Instant now) {

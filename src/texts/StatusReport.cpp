@@ -1,5 +1,7 @@
 #include "texts/StatusReport.h"
 
+#include "briefing/ControlCharacters.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -31,6 +33,18 @@ std::optional<QString> isoText(std::optional<Instant> instant) {
     return toDateTime(*instant).toString(Qt::ISODate);
 }
 
+/// `json` with what might be obeyed where it is printed as escapes, which mean the same.
+QString withEscapes(const QString& json) {
+    QString escaped;
+    for (const QChar character : json) {
+        if (isControlCharacter(character) || bidiControl(character) != BidiControl::None)
+            escaped += u"\\u%1"_s.arg(character.unicode(), 4, 16, QChar(u'0'));
+        else
+            escaped += character;
+    }
+    return escaped;
+}
+
 } // namespace
 
 QByteArray StatusReport::toJson() const {
@@ -45,7 +59,8 @@ QByteArray StatusReport::toJson() const {
         {u"pending"_s, QJsonArray::fromStringList(pending)},
         {u"actionError"_s, orNull(actionError)},
     };
-    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+    const QByteArray json = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    return withEscapes(QString::fromUtf8(json)).toUtf8();
 }
 
 std::optional<StatusReport> StatusReport::fromJson(const QByteArray& json) {

@@ -23,7 +23,7 @@ struct StatusReport {
     std::optional<QString> actionError;
 
     /// One JSON object on one line, without a line break; absent values are null, instants are
-    /// ISO 8601 in UTC.
+    /// ISO 8601 in UTC. What a terminal might obey is escaped.
     QByteArray toJson() const;
 
     /// What `toJson` made `json` from; absent when it made none such. Members that are missing are

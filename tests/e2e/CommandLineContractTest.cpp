@@ -29,6 +29,7 @@ void expectComplaint(const Outcome& outcome, int exitCode) {
     EXPECT_TRUE(outcome.err.startsWith("lumora: ")) << outcome.err.toStdString();
     EXPECT_EQ(outcome.err.count('\n'), 1) << outcome.err.toStdString();
     EXPECT_TRUE(outcome.err.endsWith('\n'));
+    EXPECT_FALSE(outcome.err.contains('\x1b'));
 }
 
 /// Has the place of the running program, and keeps what it is asked to do.
@@ -105,6 +106,9 @@ class CommandLineContractWithABriefing : public ConfiguredProgram {};
 /// A user whose service refuses, and does not say why.
 class CommandLineContractWithARefusal : public CommandLineContract {
 protected:
+    explicit CommandLineContractWithARefusal(const QByteArray& body = R"({"error":""})")
+        : server(ScriptedServer::always(ScriptedServer::answer("400 Bad Request", body))) {}
+
     void SetUp() override {
         keyring.startUnlocked();
         ASSERT_TRUE(storeToken(keyring, "a token"));
@@ -112,8 +116,15 @@ protected:
     }
 
     RealKeyring keyring{lumora.sessionBus()};
-    ScriptedServer server{
-        ScriptedServer::always(ScriptedServer::answer("400 Bad Request", R"({"error":""})"))};
+    ScriptedServer server;
+};
+
+/// A user whose service wants to steer the terminal.
+class CommandLineContractWithAHostileRefusal : public CommandLineContractWithARefusal {
+protected:
+    CommandLineContractWithAHostileRefusal()
+        : CommandLineContractWithARefusal(
+              R"({"error":"No\u001b]0;title\u0007\n\u009b2J such \u202ehabit"})") {}
 };
 
 } // namespace
@@ -142,6 +153,7 @@ TEST_F(CommandLineContract, ComplainsInOneLineAboutWrongArguments) {
          {QStringList(u"--bogus"_s),
           {u"bogus"_s},
           {u"several\nlines"_s},
+          {u"\u001b[31mcolours"_s},
           {u"toggle"_s, u"now"_s},
           {u"refresh"_s, u"now"_s},
           {u"quit"_s, u"now"_s},
@@ -312,6 +324,15 @@ TEST_F(CommandLineContractWithARefusal, ARefreshFailsAndSaysSoAllTheSame) {
     expectComplaint(refreshed, 1);
     EXPECT_EQ(refreshed.err, "lumora: The refresh failed, and no reason was given\n");
     EXPECT_TRUE(lumora.comesToShow({{u"state"_s, u"failed"_s}, {u"message"_s, u""_s}}));
+}
+
+TEST_F(CommandLineContractWithAHostileRefusal, NothingOfItSteersTheTerminal) {
+    startAnswering();
+    const auto refreshed = lumora.run({u"refresh"_s});
+    expectComplaint(refreshed, 1);
+    EXPECT_EQ(refreshed.err, "lumora: No ]0;title 2J such habit\n");
+    const auto status = lumora.run({u"status"_s, u"--format"_s, u"json"_s});
+    EXPECT_TRUE(status.out.contains(R"(\u001b]0;title\u0007\n\u009b2J such \u202ehabit)"));
 }
 
 TEST_F(CommandLineContractWithABriefing, StatusIsOneLineOfJson) {

@@ -11,6 +11,53 @@ TEST(SingleLine, HasNoControlCharacters) {
     EXPECT_EQ(singleLine(QString(QChar(u'\0')) + u'x'), u" x"_s);
 }
 
+TEST(SingleLine, HasNoEscapesForATerminal) {
+    EXPECT_EQ(singleLine(u"\u001b[31mred\u009b0m\u0008\u007f"_s), u" [31mred 0m  "_s);
+}
+
+namespace {
+
+struct Turn {
+    const char* name;
+    QString text;
+    QString line;
+};
+
+class SingleLineTurns : public testing::TestWithParam<Turn> {};
+
+} // namespace
+
+TEST_P(SingleLineTurns, NoOtherTextsAround) {
+    EXPECT_EQ(singleLine(GetParam().text), GetParam().line);
+    EXPECT_EQ(singleLine(GetParam().line), GetParam().line) << "twice is as good as once";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, SingleLineTurns,
+    testing::Values(
+        Turn{
+            "None", u"פגישה 4, Room 4\u200f\u200e\u061c"_s, u"פגישה 4, Room 4\u200f\u200e\u061c"_s},
+        Turn{"OpenOverride", u"photo\u202egpj.exe"_s, u"photogpj.exe"_s},
+        Turn{"OpenEmbedding", u"a\u202ab\u202bc\u202dd"_s, u"abcd"_s},
+        Turn{"OpenIsolate", u"a\u2066b\u2067c\u2068d"_s, u"abcd"_s},
+        Turn{"Closed", u"a\u202eb\u202cc \u2067d\u2069e"_s, u"a\u202eb\u202cc \u2067d\u2069e"_s},
+        Turn{"StrayClosings", u"a\u202cb\u2069c"_s, u"abc"_s},
+        Turn{"ClosedOnceOpenedTwice", u"\u202e\u202ea\u202cb"_s, u"\u202ea\u202cb"_s},
+        Turn{"ClosedTwiceOpenedOnce", u"\u202ea\u202c\u202cb"_s, u"\u202ea\u202cb"_s},
+        Turn{"Within", u"\u2067a\u202eb\u202cc\u2069"_s, u"\u2067a\u202eb\u202cc\u2069"_s},
+        Turn{"EndsWithTheIsolate", u"\u2067a\u202eb\u2069c"_s, u"\u2067a\u202eb\u2069c"_s},
+        Turn{"ClosesNothingOutside", u"\u202ea\u2067b\u202cc\u2069d"_s, u"a\u2067bc\u2069d"_s},
+        Turn{"NoEmbeddingEndsAnIsolate", u"\u2067a\u202cb"_s, u"ab"_s},
+        Turn{"NoIsolateEndsAnEmbedding", u"\u202ea\u2069b"_s, u"ab"_s},
+        Turn{"AcrossALineBreak", u"\u202ea\nb\u202cc"_s, u"\u202ea b\u202cc"_s},
+        Turn{"Deep", QString(300, QChar(0x202e)) + u"a"_s, u"a"_s}),
+    [](const auto& tested) { return tested.param.name; });
+
+TEST(PlainLines, AreEachASingleLine) {
+    EXPECT_EQ(plainLines(u"a\tb\r\n\u202ec\nd\u202c\u001be\n"_s), u"a b \nc\nd e\n"_s);
+    EXPECT_EQ(plainLines({}), QString());
+}
+
 TEST(EscapedForMarkup, MarkupIsShownLiterally) {
     EXPECT_EQ(escapedForMarkup(u"<b>Q&A</b>"_s), u"&lt;b&gt;Q&amp;A&lt;/b&gt;"_s);
     EXPECT_EQ(escapedForMarkup(u"&lt;"_s), u"&amp;lt;"_s);

@@ -206,6 +206,23 @@ TEST_F(StatusPresentationTest, TheMenuShowsFortyEightCharactersOfATitle) {
     EXPECT_TRUE(labels().contains(u"Join "_s + fits + u'…'));
 }
 
+TEST_F(StatusPresentationTest, NoTextFromOutsideTurnsTheOthers) {
+    load({meeting(u"Stand\u202eup\u001b"_s, 5min)});
+    briefing->eventsToday[0].location = u"Room\u2067 4"_s;
+    state = LoadState::failed(u"broken\u009b\n\u202eas ever"_s);
+    EXPECT_EQ(content().text, u"Standup  · 5m"_s);
+    EXPECT_EQ(content().toolTipTitle, u"Standup"_s);
+    EXPECT_EQ(
+        content().toolTipBody, u"In 5m, at 9:05 am · Room 4\nUpdated 4m ago\nbroken \nas ever"_s);
+    EXPECT_TRUE(labels().contains(u"Join Standup"_s)) << labels().join(u'|').toStdString();
+}
+
+TEST(FailureText, IsNeverInvisible) {
+    EXPECT_EQ(failureText(u"Server error (503)"_s), u"Server error (503)"_s);
+    for (const QString& nothing : {u""_s, u" \n"_s, u"\u202e"_s, u"\u0007"_s})
+        EXPECT_EQ(failureText(nothing), u"The refresh failed, and no reason was given"_s);
+}
+
 TEST_F(StatusPresentationTest, ATitleOfSeveralLinesIsOne) {
     load({meeting(u"Stand\nup\u2028now"_s, 5min)});
     briefing->eventsToday[0].location = u"Room\r\n4"_s;

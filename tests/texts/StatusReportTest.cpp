@@ -55,6 +55,21 @@ TEST(StatusReport, AbsentValuesAreNull) {
     EXPECT_EQ(StatusReport::fromJson(report.toJson()), report);
 }
 
+TEST(StatusReport, WhatATerminalMightObeyIsEscaped) {
+    StatusReport report;
+    report.message = u"\u001b[31m\u0007\u007f\u009b2J\u2028\u202ea\u202c\u2067\\"_s;
+    report.actionError = u"R&D 🎉 \u200f\""_s;
+    const QByteArray json = report.toJson();
+    for (const QChar character : QString::fromUtf8(json)) {
+        EXPECT_GE(character.unicode(), u' ');
+        EXPECT_FALSE(character >= u'\u007f' && character <= u'\u009f');
+        EXPECT_FALSE(character >= u'\u2028' && character <= u'\u202e');
+        EXPECT_FALSE(character >= u'\u2066' && character <= u'\u2069');
+    }
+    EXPECT_TRUE(json.contains("🎉"));
+    EXPECT_EQ(StatusReport::fromJson(json), report) << "and means the same";
+}
+
 TEST(StatusReport, IsReadFromAnObjectOnly) {
     EXPECT_EQ(StatusReport::fromJson("{}"), StatusReport());
     for (const QByteArray& json : {QByteArray(), QByteArray("nothing"), QByteArray("[]")})

@@ -41,7 +41,7 @@ QVariantList notifyArguments(
         replacesId,
         programId,
         singleLine(request.title),
-        parsesMarkup ? escapedForMarkup(request.body) : request.body,
+        parsesMarkup ? escapedForMarkup(request.body) : plainLines(request.body),
         takesActions ? actions(request) : QStringList(),
         hints(),
         serversOwnTimeout,

@@ -1,5 +1,6 @@
 #include "ui/panel/ErrorBanner.h"
 
+#include "texts/PlainText.h"
 #include "ui/rows/RowLayout.h"
 #include "ui/rows/RowPainter.h"
 
@@ -19,7 +20,7 @@ constexpr double bannerSpacing = 6; // points
 
 /// What screen readers say of `message`; the triangle has a name of its own where it stands alone.
 QString spoken(const QString& message) {
-    return message.trimmed().isEmpty() ? u"Warning"_s : message;
+    return singleLine(message).trimmed().isEmpty() ? u"Warning"_s : message;
 }
 
 } // namespace
@@ -70,8 +71,8 @@ ErrorBanner::Laid ErrorBanner::layOut(double width) const {
 
     Laid laid;
     laid.text = wrappedText(
-        m_message.value_or(QString()), font, width - margins.left() - margins.right() - before,
-        layoutDirection());
+        plainLines(m_message.value_or(QString())), font,
+        width - margins.left() - margins.right() - before, layoutDirection());
     laid.symbol = QRectF(
         fromLeft ? margins.left() : width - margins.right() - edge, margins.top(), edge, edge);
     // One line stands in the middle of the symbol.

@@ -15,8 +15,10 @@ namespace {
 constexpr std::size_t maximumCharacters = 400;
 constexpr qsizetype widestLine = 100; // characters; a plain tooltip does not wrap by itself
 
-QString bounded(const QString& text) {
-    return std::size_t(text.size()) > maximumCharacters ? shortened(text, maximumCharacters) : text;
+/// What is shown of `text`, which may come from anywhere.
+QString shownPart(const QString& text) {
+    return plainLines(
+        std::size_t(text.size()) > maximumCharacters ? shortened(text, maximumCharacters) : text);
 }
 
 /// What makes a tooltip show `text` as it stands.
@@ -37,7 +39,7 @@ QString plainToolTip(const QWidget& widget) {
 } // namespace
 
 void setToolTipText(QWidget& widget, const QString& text) {
-    const QString plain = bounded(text);
+    const QString plain = shownPart(text);
     const QString shown = asToolTip(plain);
     // Setting a tooltip is an event even if nothing changes.
     if (widget.toolTip() == shown)
@@ -53,8 +55,8 @@ bool showToolTip(QWidget& widget, const QPoint& position, const QStringList& cut
     if (!own.isEmpty())
         parts += own;
     for (const QString& text : cut)
-        if (!own.contains(text))
-            parts += bounded(text);
+        if (const QString shown = shownPart(text); !own.contains(shown))
+            parts += shown;
     if (parts.isEmpty())
         return false;
     QToolTip::showText(position, asToolTip(parts.join(u'\n')), &widget);

@@ -52,6 +52,7 @@ void FormText::setRuns(const QList<TextRun>& runs) {
     for (TextRun& run : cut) {
         if (std::size_t(run.text.size()) > maximumCharacters)
             run.text = shortened(run.text, maximumCharacters);
+        run.text = plainLines(run.text);
     }
     if (m_runs == cut)
         return;

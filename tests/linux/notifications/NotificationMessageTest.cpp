@@ -96,6 +96,15 @@ TEST(NotificationMessage, EscapesTheBodyWhereMarkupIsParsed) {
     EXPECT_EQ(arguments(tricky).summary, tricky.title); // plain text everywhere
 }
 
+TEST(NotificationMessage, HasNoControlCharactersAndTurnsNothing) {
+    NotificationRequest tricky = request();
+    tricky.title = u"Stand\u202eup\u001b[31m"_s;
+    tricky.body = u"Starts in 5 min · Room\u0007\u2067 4"_s;
+    EXPECT_EQ(arguments(tricky).summary, u"Standup [31m"_s);
+    EXPECT_EQ(arguments(tricky).body, u"Starts in 5 min · Room  4"_s);
+    EXPECT_EQ(arguments(tricky, {u"body"_s}).body, u"Starts in 5 min · Room  4"_s);
+}
+
 TEST(NotificationMessage, KeepsTheTitleOnOneLine) {
     NotificationRequest tricky = request();
     tricky.title = u"Stand\nup\t☕"_s;

@@ -70,6 +70,18 @@ TEST_F(PanelMessagesTest, ALoadedStateWithoutABriefingShowsNothing) {
     EXPECT_EQ(banners(), QStringList());
 }
 
+TEST_F(PanelMessagesTest, AMessageTurnsNothingAndKeepsItsLines) {
+    const auto drawn = [this](const QString& message) {
+        m_panel.state = LoadState::failed(message);
+        m_panel.render();
+        EXPECT_EQ(banners(), QStringList{message});
+        return painted(*shown<ErrorBanner>(m_panel.view).front());
+    };
+    const QImage plain = drawn(u"No such habit\n again"_s);
+    EXPECT_NE(drawn(u"No such habit again"_s), plain) << "or the rest proves nothing";
+    EXPECT_EQ(drawn(u"No such\u202e habit\n\u009bagain"_s), plain);
+}
+
 TEST_F(PanelMessagesTest, ALaterFailureStandsAboveTheLastGoodBriefing) {
     m_panel.show(fullDay());
     m_panel.state = LoadState::failed(u"Server error (503)"_s);

@@ -65,6 +65,15 @@ TEST_F(RowWidgetTest, ACutTextIsNeverTakenForMarkup) {
     EXPECT_EQ(toolTipOf(row), u"<span>&lt;b&gt;bold&lt;/b&gt; &amp;amp; more</span>"_s);
 }
 
+TEST_F(RowWidgetTest, AToolTipTurnsNothingThatStandsAroundAText) {
+    setToolTipText(button, u"Toggle “Read\u202e”\u0007"_s);
+    EXPECT_EQ(button.toolTip(), u"Toggle “Read” "_s);
+    row.setContent({.items = {RowItem::shrinkingText(u"long\u202e title"_s, {})}});
+    row.resize(20, 20);
+    row.show();
+    EXPECT_EQ(toolTipOf(row), u"long title"_s);
+}
+
 TEST_F(RowWidgetTest, AButtonHasAGroundUnderThePointerAndAStrongerOneWhilePressed) {
     button.setContent({.items = {RowItem::text(u"Refresh"_s, {})}});
     button.resize(button.sizeHint());

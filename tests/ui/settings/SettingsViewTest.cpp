@@ -315,6 +315,12 @@ TEST_F(SettingsViewTest, LongMessagesGoBelowTheButtons) {
     EXPECT_EQ(result.right(), inWindow(endpoint()).right());
 }
 
+TEST_F(SettingsViewTest, AMessageTurnsNothing) {
+    show();
+    finishTest(FakeHttpTransport::answer(403, R"({"error":"No\u001b such\u202e habit"})"));
+    EXPECT_EQ(textBeginning(u"✗ "_s)->text(), u"✗ No  such habit"_s);
+}
+
 TEST_F(SettingsViewTest, AnEndlessMessageIsCut) {
     show();
     finishTest(
