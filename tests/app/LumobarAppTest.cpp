@@ -180,7 +180,7 @@ TEST_F(LumobarAppTest, TheMenuJoinsByTheLinksThatTheUserAllows) {
     transport->complete(0, FakeHttpTransport::answer(200, body));
     Q_EMIT item->commandChosen(MenuCommand::Join, {});
     EXPECT_TRUE(urls->opened.isEmpty());
-    preferences->setValue(u"linkSchemes"_s, u"slack"_s);
+    EXPECT_TRUE(preferences->setValue(u"linkSchemes"_s, u"slack"_s));
     Q_EMIT item->commandChosen(MenuCommand::Join, "token");
     EXPECT_EQ(urls->opened, QList{QUrl(u"slack://open"_s)});
     EXPECT_EQ(urls->tokens, QList<QByteArray>{"token"});

@@ -211,7 +211,7 @@ TEST_F(PanelControllerTest, JoinsByTheLinksThatTheUserAllows) {
     body.replace(
         R"("eventsToday":[])",
         R"("eventsToday":[{"title":"Standup","allDay":true,"meetingUrl":"slack://open"}])");
-    harness.preferences.setValue(u"linkSchemes"_s, u"slack"_s);
+    EXPECT_TRUE(harness.preferences.setValue(u"linkSchemes"_s, u"slack"_s));
     harness.transport.complete(0, FakeHttpTransport::answer(200, body));
     StateHarness::settle();
     const auto* row = open()->findChild<EventRow*>();
@@ -219,7 +219,7 @@ TEST_F(PanelControllerTest, JoinsByTheLinksThatTheUserAllows) {
     ASSERT_TRUE(row->joinButton()->isVisible());
     row->joinButton()->click();
     EXPECT_EQ(urls.opened, QList{QUrl(u"slack://open"_s)});
-    harness.preferences.setValue(u"linkSchemes"_s, u""_s);
+    EXPECT_TRUE(harness.preferences.setValue(u"linkSchemes"_s, u""_s));
     row->joinButton()->click(); // drawn before that
     EXPECT_EQ(urls.opened.size(), 1);
 }

@@ -66,7 +66,7 @@ TEST_F(StatusItemControllerTest, OffersToJoinByTheLinksThatTheUserAllows) {
         });
     };
     EXPECT_FALSE(canJoin());
-    preferences.setValue(u"linkSchemes"_s, u"slack"_s);
+    EXPECT_TRUE(preferences.setValue(u"linkSchemes"_s, u"slack"_s));
     EXPECT_TRUE(canJoin());
 }
 

@@ -73,7 +73,7 @@ TEST_F(NotificationServiceTest, OffersToJoinByTheLinksThatTheUserAllows) {
     standup.meetingUrl = u"slack://open"_s;
     service->scheduleUpcoming(makeBriefing({standup}));
     EXPECT_EQ(center.pending.at(0).button, std::nullopt);
-    preferences.setValue(u"linkSchemes"_s, u"slack"_s);
+    EXPECT_TRUE(preferences.setValue(u"linkSchemes"_s, u"slack"_s));
     service->scheduleUpcoming(makeBriefing({standup}));
     EXPECT_EQ(center.pending.at(0).button, u"Join"_s);
 }
