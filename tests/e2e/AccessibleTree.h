@@ -1,6 +1,6 @@
 #pragma once
 
-#include "e2e/ProgramHarness.h"
+#include "support/ProgramHarness.h"
 #include "support/PrivateDisplay.h"
 
 #include <QDBusConnection>

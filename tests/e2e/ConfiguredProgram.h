@@ -1,21 +1,12 @@
 #pragma once
 
-#include "e2e/ProgramHarness.h"
 #include "e2e/ServiceProcess.h"
+#include "support/ProgramHarness.h"
 #include "support/RealKeyring.h"
 
 #include <gtest/gtest.h>
 
 namespace lumora::tests {
-
-/// Puts the token where the program looks for it, the way the documentation tells people to.
-inline bool storeToken(RealKeyring& keyring, const QByteArray& token) {
-    return keyring.secretTool(
-        {QStringLiteral("store"), QStringLiteral("--label=Lumora briefing token"),
-         QStringLiteral("service"), QStringLiteral("com.lumora.app"), QStringLiteral("account"),
-         QStringLiteral("briefingToken")},
-        token);
-}
 
 /// A user who has set everything up: a service that runs, its address in the preferences, and its
 /// token in a real keyring.

@@ -11,4 +11,10 @@ QByteArray fixture(const QString& name) {
     return file.readAll();
 }
 
+QByteArray briefingBody(double generatedAt) {
+    return R"({"date":"2025-03-04","generatedAt":)" + QByteArray::number(generatedAt) +
+           R"(,"eventsToday":[],"chores":{"count":0,"top":[]},)"
+           R"("habits":{"done":1,"total":2,"items":[]},"focus":{}})";
+}
+
 } // namespace lumora::tests

@@ -127,4 +127,11 @@ bool RealKeyring::secretTool(const QStringList& arguments, const QByteArray& inp
     return ended && tool.exitStatus() == QProcess::NormalExit && tool.exitCode() == 0;
 }
 
+bool storeToken(RealKeyring& keyring, const QByteArray& token) {
+    return keyring.secretTool(
+        {u"store"_s, u"--label=Lumora briefing token"_s, u"service"_s, u"com.lumora.app"_s,
+         u"account"_s, u"briefingToken"_s},
+        token);
+}
+
 } // namespace lumora::tests

@@ -46,4 +46,7 @@ private:
     QByteArray m_output;
 };
 
+/// Puts the token where the program looks for it, the way the documentation tells people to.
+bool storeToken(RealKeyring& keyring, const QByteArray& token);
+
 } // namespace lumora::tests

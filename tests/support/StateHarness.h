@@ -10,6 +10,7 @@
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 #include "state/AppState.h"
+#include "support/Fixtures.h"
 
 #include <QCoreApplication>
 
@@ -20,13 +21,6 @@
 #include <vector>
 
 namespace lumora::tests {
-
-/// The smallest briefing that decodes, with one habit of two done.
-inline QByteArray briefingBody(double generatedAt) {
-    return R"({"date":"2025-03-04","generatedAt":)" + QByteArray::number(generatedAt) +
-           R"(,"eventsToday":[],"chores":{"count":0,"top":[]},)"
-           R"("habits":{"done":1,"total":2,"items":[]},"focus":{}})";
-}
 
 /// An application state over fakes: configured unless the test takes that away first.
 class StateHarness {

@@ -1,4 +1,4 @@
-#include "e2e/ProgramHarness.h"
+#include "support/ProgramHarness.h"
 
 #include "support/Patience.h"
 
