@@ -143,7 +143,6 @@ void HttpHop::setWay() {
 void HttpHop::setAnswer() {
     CURL* const transfer = m_transfer.get();
     curl_easy_setopt(transfer, CURLOPT_ERRORBUFFER, m_detail.data());
-    curl_easy_setopt(transfer, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     curl_easy_setopt(transfer, CURLOPT_HEADERFUNCTION, &takeHeadLine);
     curl_easy_setopt(transfer, CURLOPT_HEADERDATA, &m_answer);
     curl_easy_setopt(transfer, CURLOPT_WRITEFUNCTION, &takeBody);
@@ -165,6 +164,7 @@ void HttpHop::transferEnded(CURLcode result) {
     end.systemError = static_cast<int>(told<long>(CURLINFO_OS_ERRNO));
     end.headComplete = m_answer.isHeadComplete();
     end.tooLarge = m_answer.isTooLarge();
+    end.packed = m_answer.isPacked();
     end.host = m_request.url.host();
     end.detail = QString::fromUtf8(m_detail.data());
 

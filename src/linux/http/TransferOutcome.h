@@ -14,6 +14,7 @@ struct TransferEnd {
     int proxyStatus = 0;       ///< of a proxy's answer to CONNECT; 0: there was none
     int systemError = 0;       ///< errno of a connection that failed; 0: not known
     bool tooLarge = false;     ///< broken off because more came than is taken
+    bool packed = false;       ///< broken off because the body comes in a coding nobody asked for
     QString host;              ///< that was asked for
     QString detail;            ///< curl's own words; may be empty
 };

@@ -168,6 +168,21 @@ TEST(CurlHttpTransport, NothingIsAskedToBeCompressedNorUnpacked) {
     EXPECT_EQ(header(server.requests()[0], "Accept-Encoding"), "identity");
 }
 
+TEST(CurlHttpTransport, ABodyInATransferCodingIsNotUnpackedEither) {
+    const QByteArray packed = qCompress(R"({"a":1})").sliced(4); // the length before it is Qt's own
+    ScriptedServer server(
+        ScriptedServer::always("HTTP/1.1 200 OK\r\nTransfer-Encoding: deflate\r\n\r\n" + packed));
+    EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "no HTTP: The answer is no HTTP");
+    EXPECT_EQ(server.requests().size(), 1);
+}
+
+TEST(CurlHttpTransport, AnAnswerMayHaveTrailers) {
+    ScriptedServer server(
+        ScriptedServer::always("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                               "1\r\nx\r\n0\r\nServer-Timing: db\r\n\r\n"));
+    EXPECT_EQ(summary(fetch(get(server.url(u"/"_s)))), "200 x");
+}
+
 TEST(CurlHttpTransport, ARefusedConnectionIsAFailure) {
     QUrl url;
     {

@@ -96,7 +96,8 @@ TEST_F(Proxy, FaultsEndTheExchange) {
         {ScriptedServer::answer("302 Found", "", "Location: http://127.0.0.1/\r\n"),
          "failed: The proxy answered 302"},
         {"HTTP/1.1 200 Connection established\r\n\r\n", "failed: SSL handshake failed"},
-        {"HTTP/1.1 200 OK\r\n\r\nplain text, not TLS at all", "failed: SSL handshake failed"},
+        {"HTTP/1.1 200 OK\r\n\r\nplain text, not TLS at all",
+         "failed: SSL handshake failed: wrong version number"},
     };
     for (const auto& [bytes, outcome] : rows) {
         answer = bytes;
@@ -104,6 +105,12 @@ TEST_F(Proxy, FaultsEndTheExchange) {
     }
     const ScopedEnvironment nobody("https_proxy", "http://proxy.invalid:3128");
     EXPECT_EQ(summary(fetch(get(outside))), "failed: Proxy not found");
+}
+
+TEST_F(Proxy, AHeadWithoutEndIsRefused) {
+    const ScopedEnvironment named("https_proxy", address());
+    answer = "HTTP/1.1 200 OK\r\n" + QByteArray("X-Filler: x\r\n").repeated(10'000);
+    EXPECT_EQ(summary(fetch(get(outside))), "too large: The answer is too large");
 }
 
 TEST_F(Proxy, ThatHangsEndsByTheTimeOut) {

@@ -58,11 +58,20 @@ TEST(TransferOutcome, TooMuchIsTooMuchHoweverItEnded) {
     }
 }
 
+TEST(TransferOutcome, WhatNobodyAskedForIsNoAnswerHoweverItEnded) {
+    TransferEnd end = answered(200);
+    end.result = CURLE_WRITE_ERROR;
+    end.packed = true;
+    EXPECT_EQ(summary(outcomeOf(end, "")), "no HTTP: The answer is no HTTP");
+}
+
 TEST(TransferOutcome, SaysInFewWordsWhatBrokeIt) {
     TransferEnd unknownHost = broken(CURLE_COULDNT_RESOLVE_HOST);
     unknownHost.host = u"example.org"_s;
     TransferEnd unreachable = broken(CURLE_COULDNT_CONNECT);
     unreachable.systemError = EHOSTUNREACH;
+    TransferEnd reset = broken(CURLE_COULDNT_CONNECT);
+    reset.systemError = ECONNRESET;
     TransferEnd refusedByProxy = broken(CURLE_RECV_ERROR);
     refusedByProxy.proxyStatus = 403;
     TransferEnd brokenBehindProxy = broken(CURLE_RECV_ERROR);
@@ -70,6 +79,7 @@ TEST(TransferOutcome, SaysInFewWordsWhatBrokeIt) {
     const std::pair<TransferEnd, std::string> rows[] = {
         {unknownHost, "failed: Host example.org not found"},
         {unreachable, "failed: No route to host"},
+        {reset, "failed: Connection closed"},
         {broken(CURLE_COULDNT_CONNECT), "failed: Connection failed"},
         {broken(CURLE_COULDNT_RESOLVE_PROXY), "failed: Proxy not found"},
         {refusedByProxy, "failed: The proxy answered 403"},
@@ -77,7 +87,17 @@ TEST(TransferOutcome, SaysInFewWordsWhatBrokeIt) {
         {broken(CURLE_OPERATION_TIMEDOUT), "failed: The request timed out"},
         {broken(CURLE_GOT_NOTHING, u"Empty reply from server"_s), "failed: Connection closed"},
         {broken(CURLE_SEND_ERROR), "failed: Connection closed"},
+        {broken(CURLE_RECV_ERROR, u"Recv failure: Connection reset by peer"_s),
+         "failed: Connection closed"},
+        {broken(CURLE_RECV_ERROR, u"Malformed encoding found in chunked-encoding"_s),
+         "failed: The answer is damaged"},
         {broken(CURLE_OUT_OF_MEMORY), "too large: The answer is too large"},
+        {broken(static_cast<CURLcode>(100)), "too large: The answer is too large"},
+        {broken(CURLE_RECV_ERROR, u"CONNECT response too large!"_s),
+         "too large: The answer is too large"},
+        {broken(CURLE_RECV_ERROR, u"Out of memory in chunked-encoding"_s),
+         "too large: The answer is too large"},
+        {broken(CURLE_BAD_CONTENT_ENCODING), "no HTTP: The answer is no HTTP"},
         {broken(CURLE_WEIRD_SERVER_REPLY), "no HTTP: The answer is no HTTP"},
         {broken(CURLE_UNSUPPORTED_PROTOCOL), "no HTTP: The answer is no HTTP"},
         {broken(
@@ -85,12 +105,18 @@ TEST(TransferOutcome, SaysInFewWordsWhatBrokeIt) {
          "failed: SSL handshake failed: certificate has expired"},
         {broken(CURLE_PEER_FAILED_VERIFICATION, u"SSL: no name matches"_s),
          "failed: SSL handshake failed: no name matches"},
-        {broken(CURLE_SSL_CONNECT_ERROR, u"error:0A00010B:SSL routines::wrong version number"_s),
+        {broken(
+             CURLE_SSL_CONNECT_ERROR,
+             u"OpenSSL/3.0.19: error:0A00010B:SSL routines::wrong version number"_s),
          "failed: SSL handshake failed: wrong version number"},
+        {broken(
+             CURLE_SSL_CONNECT_ERROR,
+             u"TLS connect error: error:0A000126:SSL routines::unexpected eof while reading"_s),
+         "failed: SSL handshake failed"},
         {broken(CURLE_SSL_CONNECT_ERROR, u"OpenSSL SSL_connect: SSL_ERROR_SYSCALL"_s),
          "failed: SSL handshake failed"},
         {broken(CURLE_PROXY, u"SOCKS4: connecting to HTTP proxy"_s),
-         "failed: SOCKS4: connecting to HTTP proxy"},
+         "failed: The proxy made no connection"},
         {broken(CURLE_HTTP2), "failed: Error in the HTTP2 framing layer"},
     };
     for (const auto& [end, expected] : rows)
