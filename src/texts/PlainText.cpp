@@ -2,10 +2,10 @@
 
 #include "briefing/Blanks.h"
 #include "briefing/ControlCharacters.h"
+#include "texts/CharacterFinder.h"
 
 #include <QStringList>
 #include <QStringView>
-#include <QTextBoundaryFinder>
 
 #include <algorithm>
 #include <iterator>
@@ -121,7 +121,7 @@ QString shortened(const QString& text, std::size_t maximum) {
     QString whole = withoutBlanks(text).toString();
     // Where each of the first characters begins, and the one after them.
     std::vector<qsizetype> begin(maximum + 1);
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, whole);
+    CharacterFinder finder(whole);
     for (std::size_t i = 1; i < begin.size(); ++i) {
         begin[i] = finder.toNextBoundary();
         if (begin[i] < 0 || begin[i] == whole.size())

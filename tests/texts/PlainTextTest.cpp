@@ -126,6 +126,13 @@ TEST(TextShortening, FlagsInARowArePairedFromTheLeft) {
         shortTitle(u"x🇩🇪🇫🇷🇮🇹🇪🇸🇵🇹🇳🇱🇧🇪🇱🇺🇦🇹🇨🇭🇩🇰🇸🇪🇳🇴🇫🇮🇮🇸🇮🇪"_s), u"x🇩🇪🇫🇷🇮🇹🇪🇸🇵🇹🇳🇱🇧🇪🇱🇺🇦🇹🇨🇭🇩🇰🇸🇪🇳🇴🇫🇮🇮🇸…"_s);
 }
 
+TEST(TextShortening, PicturesStayWholeBehindLettersOfAnyScript) {
+    for (const QString& letter : {u"ก"_s, u"क"_s, u"ཀ"_s, u"က"_s, u"ក"_s}) {
+        const QString fifteen = letter.repeated(15);
+        EXPECT_EQ(shortTitle(fifteen + u"😀😀"_s), fifteen + u"😀…"_s) << letter.toStdString();
+    }
+}
+
 TEST(TextShortening, ASpaceWithAMarkIsNoSpace) {
     EXPECT_EQ(shortTitle(u"12345678901234 \u030167890"_s), u"12345678901234 \u03016…"_s);
 }
