@@ -24,12 +24,14 @@ bool isReminded(const BriefEvent& event, Instant now) {
 /// The nearest of `events`, which all have a start, in the order they have there.
 std::vector<BriefEvent> nearest(const std::vector<BriefEvent>& events, std::size_t count) {
     std::vector<const BriefEvent*> chosen;
+    chosen.reserve(events.size());
     for (const BriefEvent& event : events)
         chosen.push_back(&event);
     std::ranges::stable_sort(chosen, {}, [](const BriefEvent* event) { return *event->start; });
     chosen.resize(std::min(count, chosen.size()));
     std::ranges::sort(chosen); // by place in `events`
     std::vector<BriefEvent> result;
+    result.reserve(chosen.size());
     for (const BriefEvent* event : chosen)
         result.push_back(*event);
     return result;

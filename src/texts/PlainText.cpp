@@ -47,6 +47,7 @@ public:
     /// Where those begin that are open still.
     [[nodiscard]] std::vector<qsizetype> beginnings() const {
         std::vector<qsizetype> indexes;
+        indexes.reserve(m_open.size());
         for (const Stretch& stretch : m_open)
             indexes.push_back(stretch.index);
         return indexes;
