@@ -15,20 +15,29 @@
 
 namespace lumora {
 
-/// One HTTP request, as it goes out. The values of its headers, one of which is the token, are
-/// wiped from memory with the last request that holds them.
+/// The lines of a request's head, each a name and its value. The values, one of which is the
+/// token, are wiped from memory with the last list that holds them.
+struct HttpHeaders : QList<QPair<QByteArray, QByteArray>> {
+    using QList::QList;
+    HttpHeaders(const HttpHeaders&) = default;
+    HttpHeaders(HttpHeaders&&) = default;
+    HttpHeaders& operator=(const HttpHeaders&) = default;
+    HttpHeaders& operator=(HttpHeaders&&) = default;
+
+    ~HttpHeaders() {
+        if (!isDetached())
+            return;
+        for (auto& [name, value] : *this)
+            wipe(value);
+    }
+};
+
+/// One HTTP request, as it goes out.
 struct HttpRequest {
     QByteArray method; ///< "GET" or "POST"
     QUrl url;
-    QList<QPair<QByteArray, QByteArray>> headers;
+    HttpHeaders headers;
     std::optional<QByteArray> body; ///< absent: no body and no Content-Type
-
-    ~HttpRequest() {
-        if (!headers.isDetached())
-            return;
-        for (auto& [name, value] : headers)
-            wipe(value);
-    }
 };
 
 /// The answer, after redirects within the same origin were followed.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/ProgramHarness.h"
 #include "support/PrivateDisplay.h"
+#include "support/ProgramHarness.h"
 
 #include <QDBusConnection>
 #include <QObject>

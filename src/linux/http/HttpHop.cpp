@@ -9,6 +9,8 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <tuple>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -39,7 +41,7 @@ size_t takeBody(const char* data, size_t, size_t count, void* answer) {
 void append(CurlLines& lines, const QByteArray& line) {
     // Absent only when there is no memory left; the list is still there then.
     if (curl_slist* const longer = curl_slist_append(lines.get(), line.constData())) {
-        static_cast<void>(lines.release());
+        std::ignore = lines.release(); // it is part of the longer one
         lines.reset(longer);
     }
 }
