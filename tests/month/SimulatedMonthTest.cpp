@@ -223,7 +223,7 @@ protected:
 TEST_P(SimulatedMonth, LosesNothingAndKeepsNothing) {
     spawn(reminders.requestAuthorization());
     liveADay();
-    const size_t afterOneDay = mallinfo2().uordblks;
+    [[maybe_unused]] const size_t afterOneDay = mallinfo2().uordblks;
     for (int day = 1; day < days; ++day)
         liveADay();
     expectOneReminderEach();
