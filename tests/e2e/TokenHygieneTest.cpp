@@ -113,6 +113,9 @@ TEST_F(TokenHygiene, TheTokenGoesToTheServiceAndNowhereElse) {
 }
 
 TEST_F(TokenHygiene, NothingOfItStaysInMemory) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer maps more than can be read, and keeps what is freed";
+#endif
     const TestCertificates certificates;
     auto listener = std::make_unique<QSslServer>();
     listener->setSslConfiguration(certificates.serverConfiguration());
