@@ -17,10 +17,10 @@ include(CheckCXXCompilerFlag)
 check_cxx_compiler_flag(-fcf-protection LUMORA_HAS_CF_PROTECTION) # on some processors only
 target_compile_options(lumora_compile_options INTERFACE
     "$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3;-D_GLIBCXX_ASSERTIONS>"
-    "$<$<CONFIG:Release>:-fstack-protector-strong;-fstack-clash-protection>"
+    "$<$<CONFIG:Release>:-fPIE;-fstack-protector-strong;-fstack-clash-protection>"
     "$<$<AND:$<CONFIG:Release>,$<BOOL:${LUMORA_HAS_CF_PROTECTION}>>:-fcf-protection>")
 target_link_options(lumora_compile_options INTERFACE
-    "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now,-z,noexecstack>")
+    "$<$<CONFIG:Release>:-pie;-Wl,-z,relro,-z,now,-z,noexecstack>")
 if(LUMORA_SANITIZE)
     target_compile_options(lumora_compile_options INTERFACE
         -fsanitize=${LUMORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
