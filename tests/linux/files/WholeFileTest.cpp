@@ -80,6 +80,7 @@ protected:
 } // namespace
 
 /// The system's own, for the program under test.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): it takes the system's place
 extern "C" int fsync(int descriptor) {
     return insteadOfSync ? insteadOfSync() : int(syscall(SYS_fsync, descriptor));
 }
