@@ -13,11 +13,13 @@ target_compile_options(lumora_compile_options INTERFACE
     $<$<BOOL:${LUMORA_WERROR}>:-Werror>)
 # What people run holds a token and reads what strangers write: what would overrun a buffer or an
 # array ends the program instead. script/hardening looks whether the program was made so.
+# The code for -pie comes from the toolkit's own -fPIC. Never -fPIE in its place: it copies the
+# toolkit's variables into the program, and the toolkit crashes over the difference.
 include(CheckCXXCompilerFlag)
 check_cxx_compiler_flag(-fcf-protection LUMORA_HAS_CF_PROTECTION) # on some processors only
 target_compile_options(lumora_compile_options INTERFACE
     "$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3;-D_GLIBCXX_ASSERTIONS>"
-    "$<$<CONFIG:Release>:-fPIE;-fstack-protector-strong;-fstack-clash-protection>"
+    "$<$<CONFIG:Release>:-fstack-protector-strong;-fstack-clash-protection>"
     "$<$<AND:$<CONFIG:Release>,$<BOOL:${LUMORA_HAS_CF_PROTECTION}>>:-fcf-protection>")
 target_link_options(lumora_compile_options INTERFACE
     "$<$<CONFIG:Release>:-pie;-Wl,-z,relro,-z,now,-z,noexecstack>")
