@@ -23,6 +23,10 @@ inline const PreferenceKey<QString> menuBarAmbient{
     QStringLiteral("menuBarAmbient"), QStringLiteral("habits")};
 /// Names of schemes whose links may be opened beside the usual ones, see `LinkPolicy`.
 inline const PreferenceKey<QString> linkSchemes{QStringLiteral("linkSchemes"), {}};
+/// How the status area shows the label: "auto", "text", "short" or "symbol".
+inline const PreferenceKey<QString> label{QStringLiteral("label"), QStringLiteral("auto")};
+/// How bright the bar is that the symbol sits on: "auto", "dark" or "light".
+inline const PreferenceKey<QString> barTone{QStringLiteral("barTone"), QStringLiteral("auto")};
 inline const PreferenceKey<bool> notifyBeforeMeetings{QStringLiteral("notifyBeforeMeetings"), true};
 /// Which sections of the panel are folded.
 inline const PreferenceKey<bool> eventsCollapsed{QStringLiteral("section.collapsed.events"), false};

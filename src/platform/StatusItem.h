@@ -25,11 +25,12 @@ struct StatusMenuRow {
 
 /// Everything that the status area shows of the program.
 struct StatusItemContent {
-    QString symbol;              ///< a symbol name, e.g. "calendar"
-    std::optional<QString> text; ///< drawn beside the symbol; absent: the symbol alone
-    QString title;               ///< accessible name, plain text
-    QString toolTipTitle;        ///< plain text
-    QString toolTipBody;         ///< plain text, lines separated by "\n"
+    QString symbol;                        ///< a symbol name, e.g. "calendar"
+    std::optional<QString> text;           ///< drawn beside the symbol; absent: the symbol alone
+    std::optional<QString> shortText = {}; ///< at most four characters, for places without room
+    QString title;                         ///< accessible name, plain text
+    QString toolTipTitle;                  ///< plain text
+    QString toolTipBody;                   ///< plain text, lines separated by "\n"
     QList<StatusMenuRow> menu;
 
     bool operator==(const StatusItemContent&) const = default;

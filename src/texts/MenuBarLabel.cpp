@@ -15,6 +15,8 @@ namespace {
 /// How long before its start a meeting takes the label over.
 constexpr Seconds countdownReach{1800};
 
+constexpr qsizetype mostShortCharacters = 4;
+
 MenuBarLabel::Mode ambientMode(const Briefing& briefing, MenuBarAmbient ambient) {
     switch (ambient) {
     case MenuBarAmbient::Habits:
@@ -152,6 +154,16 @@ QString MenuBarLabel::iconName(const Mode& mode) {
 
 std::optional<QString> MenuBarLabel::text(const Mode& mode) {
     return std::visit(Text(), mode);
+}
+
+std::optional<QString> MenuBarLabel::shortText(const Mode& mode) {
+    if (std::holds_alternative<Now>(mode))
+        return std::nullopt;
+    const auto* const countdown = std::get_if<Countdown>(&mode);
+    auto shortened = countdown ? countdown->label : text(mode);
+    if (shortened && shortened->size() > mostShortCharacters)
+        shortened.reset();
+    return shortened;
 }
 
 } // namespace lumora

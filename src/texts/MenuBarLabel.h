@@ -108,6 +108,10 @@ public:
 
     /// The text beside the symbol; absent when there is none.
     static std::optional<QString> text(const Mode& mode);
+
+    /// What most of the text comes down to in at most four characters, e.g. "12m", "2/5" or "42%";
+    /// absent when there is nothing as short, as for a meeting in progress.
+    static std::optional<QString> shortText(const Mode& mode);
 };
 
 } // namespace lumora

@@ -139,6 +139,7 @@ StatusItemContent statusItemContent(const StatusInputs& inputs) {
     return {
         .symbol = MenuBarLabel::iconName(mode),
         .text = text,
+        .shortText = MenuBarLabel::shortText(mode),
         .title = text ? u"Lumora: "_s + *text : u"Lumora"_s,
         .toolTipTitle = headline(inputs, mode),
         .toolTipBody = toolTipBody(inputs),

@@ -204,6 +204,28 @@ TEST(MenuBarLabel, ChoresDue) {
     EXPECT_EQ(MenuBarLabel::text(modeOf(briefing, u"chores"_s)), u"9223372036854775807"_s);
 }
 
+TEST(MenuBarLabel, ShortTextsHaveAtMostFourCharacters) {
+    using Label = MenuBarLabel;
+    EXPECT_EQ(Label::shortText(Label::Countdown{u"Standup"_s, u"12m"_s}), u"12m"_s);
+    EXPECT_EQ(Label::shortText(Label::Countdown{u"Standup"_s, u"now"_s}), u"now"_s);
+    EXPECT_EQ(Label::shortText(Label::Habits{2, 5}), u"2/5"_s);
+    EXPECT_EQ(Label::shortText(Label::Habits{3, 12}), u"3/12"_s);
+    EXPECT_EQ(Label::shortText(Label::Habits{10, 12}), std::nullopt);
+    EXPECT_EQ(Label::shortText(Label::Focus{0.42}), u"42%"_s);
+    EXPECT_EQ(Label::shortText(Label::Focus{1}), u"100%"_s);
+    EXPECT_EQ(Label::shortText(Label::Chores{3}), u"3"_s);
+    EXPECT_EQ(Label::shortText(Label::Chores{9999}), u"9999"_s);
+    EXPECT_EQ(Label::shortText(Label::Chores{10'000}), std::nullopt);
+}
+
+TEST(MenuBarLabel, WithoutAFigureThereIsNoShortText) {
+    using Label = MenuBarLabel;
+    EXPECT_EQ(Label::shortText(Label::Now{u"1:1"_s}), std::nullopt);
+    EXPECT_EQ(Label::shortText(Label::Error{}), std::nullopt);
+    EXPECT_EQ(Label::shortText(Label::Loading{}), std::nullopt);
+    EXPECT_EQ(Label::shortText(Label::Idle{}), std::nullopt);
+}
+
 TEST(MenuBarLabel, NothingWhenNothingIsWanted) {
     auto briefing = withHabits(2, 5);
     briefing.chores.count = 1;

@@ -11,19 +11,18 @@ namespace lumora {
 
 namespace {
 
-bool names(const QString& desktop, QLatin1StringView name) {
-    return desktop.split(u':').contains(name, Qt::CaseInsensitive);
-}
-
 // Desktops whose bar is dark whatever the windows look like. GNOME's older faces call themselves
-// GNOME too, but have a panel that follows their theme.
+// GNOME too, but have a panel that follows their theme. Sessions without a name are put together
+// by hand around a window manager, with bars that are dark from the start.
 bool hasDarkBar(const QString& desktop) {
-    if (names(desktop, "GNOME-Classic"_L1) || names(desktop, "GNOME-Flashback"_L1))
+    if (namesDesktop(desktop, "GNOME-Classic"_L1) || namesDesktop(desktop, "GNOME-Flashback"_L1))
         return false;
-    constexpr std::array darkBars = {"GNOME"_L1, "Unity"_L1,   "sway"_L1,  "Hyprland"_L1,
-                                     "i3"_L1,    "river"_L1,   "niri"_L1,  "bspwm"_L1,
-                                     "qtile"_L1, "awesome"_L1, "xmonad"_L1};
-    return std::ranges::any_of(darkBars, [&](auto name) { return names(desktop, name); });
+    if (desktop.isEmpty())
+        return true;
+    constexpr std::array darkBars = {"GNOME"_L1, "Unity"_L1,   "sway"_L1,   "Hyprland"_L1,
+                                     "i3"_L1,    "river"_L1,   "niri"_L1,   "bspwm"_L1,
+                                     "qtile"_L1, "awesome"_L1, "xmonad"_L1, "X-Cinnamon"_L1};
+    return std::ranges::any_of(darkBars, [&](auto name) { return namesDesktop(desktop, name); });
 }
 
 SymbolTone toneOn(bool darkPanel) {
@@ -33,18 +32,23 @@ SymbolTone toneOn(bool darkPanel) {
 } // namespace
 
 SymbolTone toneFor(const PanelEvidence& evidence) {
+    if (evidence.wish == u"dark" || evidence.wish == u"light")
+        return toneOn(evidence.wish == u"dark");
     if (hasDarkBar(evidence.desktop))
         return SymbolTone::Light;
     // Xfce's panel is dark unless told otherwise; then it follows the theme like any other.
-    if (isXfce(evidence.desktop) && evidence.xfcePanelIsDark.value_or(true))
+    if (namesDesktop(evidence.desktop, "XFCE"_L1) && evidence.xfcePanelIsDark.value_or(true))
         return SymbolTone::Light;
+    // The rest speaks of windows; a bar with a theme of its own may differ from them.
+    if (evidence.themeIsDark)
+        return toneOn(*evidence.themeIsDark);
     if (evidence.portal)
         return toneOn(*evidence.portal == PanelEvidence::Preference::Dark);
     return toneOn(evidence.paletteIsDark);
 }
 
-bool isXfce(const QString& desktop) {
-    return names(desktop, "XFCE"_L1);
+bool namesDesktop(const QString& desktop, QLatin1StringView name) {
+    return desktop.split(u':').contains(name, Qt::CaseInsensitive);
 }
 
 } // namespace lumora

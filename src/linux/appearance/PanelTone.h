@@ -13,10 +13,14 @@ namespace lumora {
 struct PanelEvidence {
     using Preference = DesktopAppearance::Preference;
 
-    QString desktop;                     ///< as in XDG_CURRENT_DESKTOP, e.g. "ubuntu:GNOME"
-    std::optional<Preference> portal;    ///< the desktop's stated preference; absent: none
-    std::optional<bool> xfcePanelIsDark; ///< Xfce's setting; absent: not set, or another desktop
-    bool paletteIsDark = false;          ///< the program's own windows
+    QString wish = {};    ///< the user's: "dark" or "light"; anything else: none
+    QString desktop = {}; ///< as in XDG_CURRENT_DESKTOP, e.g. "ubuntu:GNOME"
+    std::optional<bool> themeIsDark =
+        {}; ///< the theme of the panel itself; absent: it says nothing
+    std::optional<Preference> portal = {}; ///< the desktop's stated preference; absent: none
+    std::optional<bool> xfcePanelIsDark =
+        {};                     ///< Xfce's setting; absent: not set, or another desktop
+    bool paletteIsDark = false; ///< the program's own windows
 
     bool operator==(const PanelEvidence&) const = default;
 };
@@ -24,7 +28,7 @@ struct PanelEvidence {
 /// Chooses the symbol's tone for `evidence`.
 SymbolTone toneFor(const PanelEvidence& evidence);
 
-/// Whether `desktop` (as in XDG_CURRENT_DESKTOP) names Xfce.
-bool isXfce(const QString& desktop);
+/// Whether `desktop` (as in XDG_CURRENT_DESKTOP) names the one called `name`.
+bool namesDesktop(const QString& desktop, QLatin1StringView name);
 
 } // namespace lumora

@@ -1,6 +1,7 @@
 #include "linux/appearance/PanelToneMonitor.h"
 
 #include "linux/appearance/SettingsMessages.h"
+#include "platform/AppStorageBacked.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -27,21 +28,33 @@ bool paletteIsDark() {
     return QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
 }
 
+QString wishIn(const Preferences& preferences) {
+    return AppStorageBacked(preferences, PreferenceKeys::barTone).wrappedValue();
+}
+
 } // namespace
 
 PanelToneMonitor::PanelToneMonitor(
-    const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& portal)
+    const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& portal,
+    const Preferences& preferences, XdgFolders folders)
     : m_bus(bus)
+    , m_theme(desktop, std::move(folders))
     , m_evidence{
+          .wish = wishIn(preferences),
           .desktop = desktop,
+          .themeIsDark = m_theme.isDark(paletteIsDark()),
           .portal = portal.colorScheme(),
           .xfcePanelIsDark = {},
           .paletteIsDark = paletteIsDark()} {
     qApp->installEventFilter(this);
+    connect(&preferences, &Preferences::changed, this, [this, &preferences] {
+        apply([&](PanelEvidence& evidence) { evidence.wish = wishIn(preferences); });
+    });
+    connect(&m_theme, &BarTheme::changed, this, &PanelToneMonitor::readTheme);
     connect(&portal, &DesktopAppearance::changed, this, [this, &portal] {
         apply([&](PanelEvidence& evidence) { evidence.portal = portal.colorScheme(); });
     });
-    if (m_bus.isConnected() && isXfce(desktop))
+    if (m_bus.isConnected() && namesDesktop(desktop, "XFCE"_L1))
         watchXfce();
 }
 
@@ -89,8 +102,15 @@ void PanelToneMonitor::onXfceSettingRemoved(const QDBusMessage& change) {
 
 bool PanelToneMonitor::eventFilter(QObject* watched, QEvent* event) {
     if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange)
-        apply([](PanelEvidence& evidence) { evidence.paletteIsDark = paletteIsDark(); });
+        readTheme();
     return QObject::eventFilter(watched, event);
+}
+
+void PanelToneMonitor::readTheme() {
+    apply([this](PanelEvidence& evidence) {
+        evidence.paletteIsDark = paletteIsDark();
+        evidence.themeIsDark = m_theme.isDark(evidence.paletteIsDark);
+    });
 }
 
 void PanelToneMonitor::apply(const std::function<void(PanelEvidence&)>& edit) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "linux/appearance/BarTheme.h"
 #include "linux/appearance/PanelTone.h"
 #include "platform/BarAppearance.h"
+#include "platform/Preferences.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -18,9 +20,10 @@ class PanelToneMonitor final : public BarAppearance {
 
 public:
     /// `desktop` is the session's XDG_CURRENT_DESKTOP. `portal` says which colours the user has
-    /// chosen, and outlives the monitor.
+    /// chosen for windows, `preferences` what they say of the bar; both outlive the monitor.
     PanelToneMonitor(
-        const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& portal);
+        const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& portal,
+        const Preferences& preferences, XdgFolders folders = XdgFolders::ofSession());
 
     SymbolTone tone() const override { return toneFor(m_evidence); }
 
@@ -33,10 +36,12 @@ private Q_SLOTS:
 private:
     void watchXfce();
     void readXfce();
+    void readTheme();
     void apply(const std::function<void(PanelEvidence&)>& edit);
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_services;
+    BarTheme m_theme;
     PanelEvidence m_evidence;
 };
 

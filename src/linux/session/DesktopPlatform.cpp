@@ -43,7 +43,7 @@ void makeAppearances(PlatformFamily& family) {
     const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
     auto portal = std::make_unique<PortalAppearance>(bus);
     // The family lets go of the status item, and with it of the bar, before the appearance.
-    auto bar = std::make_unique<PanelToneMonitor>(bus, desktop, *portal);
+    auto bar = std::make_unique<PanelToneMonitor>(bus, desktop, *portal, *family.preferences);
 
     // The portal states what the user has chosen; the window system's settings only hint at dark
     // colours, but know the font.
@@ -53,12 +53,13 @@ void makeAppearances(PlatformFamily& family) {
         sources.push_back(std::move(windowSystem));
     family.appearance = std::make_unique<JoinedAppearance>(std::move(sources));
     family.statusItem = std::make_unique<LinuxStatusItem>(
-        bus, std::move(bar), LinuxStatusItem::Options{.desktop = desktop});
+        bus, *family.preferences, std::move(bar), LinuxStatusItem::Options{.desktop = desktop});
 }
 
 /// What both desktops have in common: everything that remembers nothing.
-PlatformFamily makeCommonPlatform() {
+PlatformFamily makeCommonPlatform(std::unique_ptr<Preferences> preferences) {
     PlatformFamily family;
+    family.preferences = std::move(preferences);
     family.clock = std::make_unique<SystemClock>();
     family.transport = std::make_unique<CurlHttpTransport>();
     family.wake = std::make_unique<LogindWakeMonitor>();
@@ -75,16 +76,14 @@ PlatformFamily makeCommonPlatform() {
 } // namespace
 
 PlatformFamily makeDesktopPlatform() {
-    PlatformFamily family = makeCommonPlatform();
-    family.preferences = std::make_unique<ConfFilePreferences>();
+    PlatformFamily family = makeCommonPlatform(std::make_unique<ConfFilePreferences>());
     family.secrets = std::make_unique<LibsecretStore>(QDBusConnection::sessionBus());
     family.loginItems = std::make_unique<AutostartRegistry>();
     return family;
 }
 
 PlatformFamily makeForgetfulPlatform() {
-    PlatformFamily family = makeCommonPlatform();
-    family.preferences = std::make_unique<MemoryPreferences>();
+    PlatformFamily family = makeCommonPlatform(std::make_unique<MemoryPreferences>());
     family.secrets = std::make_unique<MemorySecretStore>();
     family.loginItems = std::make_unique<MemoryLoginItems>();
     return family;

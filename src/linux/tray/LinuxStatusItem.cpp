@@ -1,6 +1,9 @@
 #include "linux/tray/LinuxStatusItem.h"
 
-#include "linux/tray/SymbolPixmaps.h"
+#include "platform/AppStorageBacked.h"
+#include "texts/PlainText.h"
+
+#include <QGuiApplication>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -20,15 +23,40 @@ bool losesItsSymbol(const QString& desktop) {
     return desktop.split(u':').contains(u"MATE", Qt::CaseInsensitive);
 }
 
+LabelPicture
+pictureOf(const StatusItemContent& content, LabelForm::Picture picture, SymbolTone tone) {
+    const QFont font = QGuiApplication::font();
+    const QString text = singleLine(content.text.value_or(QString()));
+    const QString brief = content.shortText.value_or(QString());
+    switch (picture) {
+    case LabelForm::Picture::ShortText:
+        if (!brief.isEmpty())
+            return {.symbol = {}, .text = brief, .tone = tone, .font = font};
+        break;
+    case LabelForm::Picture::SymbolAndText:
+        if (!text.isEmpty())
+            return {.symbol = content.symbol, .text = text, .tone = tone, .font = font};
+        break;
+    case LabelForm::Picture::Symbol:
+        break;
+    }
+    return {.symbol = content.symbol, .text = {}, .tone = tone, .font = {}};
+}
+
 } // namespace
 
 LinuxStatusItem::LinuxStatusItem(
-    const QDBusConnection& sessionBus, std::unique_ptr<BarAppearance> bar, Options options)
+    const QDBusConnection& sessionBus, const Preferences& preferences,
+    std::unique_ptr<BarAppearance> bar, Options options)
     : m_bus(sessionBus)
+    , m_preferences(preferences)
     , m_options(std::move(options))
     , m_bar(std::move(bar))
+    , m_host(sessionBus, m_options.nameOf)
     , m_tray(m_options.tray) {
-    connect(m_bar.get(), &BarAppearance::toneChanged, this, &LinuxStatusItem::draw);
+    connect(m_bar.get(), &BarAppearance::toneChanged, this, &LinuxStatusItem::present);
+    connect(&m_host, &StatusAreaHost::changed, this, &LinuxStatusItem::present);
+    connect(&m_preferences, &Preferences::changed, this, &LinuxStatusItem::present);
     connect(&m_tray, &XEmbedItem::activated, this, [this](QPoint position) {
         Q_EMIT activated(position, {});
     });
@@ -39,12 +67,10 @@ LinuxStatusItem::LinuxStatusItem(
 }
 
 void LinuxStatusItem::show(const StatusItemContent& content) {
-    const bool textWent = hasText(m_content) && !hasText(content);
     m_content = content;
-    if (!m_session || (textWent && losesItsSymbol(m_options.desktop)))
+    if (!m_session)
         appear();
-    draw();
-    m_session->setContent(content);
+    present();
     m_tray.setContent(content);
 }
 
@@ -62,27 +88,59 @@ void LinuxStatusItem::appear() {
     m_session->setPixmaps(m_pixmaps);
     connect(m_session, &StatusNotifierSession::activated, this, &StatusItem::activated);
     connect(m_session, &StatusNotifierSession::commandChosen, this, &StatusItem::commandChosen);
+    connect(m_session, &StatusNotifierSession::watcherChanged, &m_host, &StatusAreaHost::look);
     connect(
         m_session, &StatusNotifierSession::stateChanged, this, &LinuxStatusItem::onPlaceChanged);
     // Nobody is told before this returns to the event loop, when the item has its face.
     m_session->start();
 }
 
-void LinuxStatusItem::draw() {
+LabelForm LinuxStatusItem::form() const {
+    return labelFormFor(
+        {.process = m_host.process(),
+         .desktop = m_options.desktop,
+         .wish = AppStorageBacked(m_preferences, PreferenceKeys::label).wrappedValue()});
+}
+
+void LinuxStatusItem::present() {
     if (!m_session)
         return;
-    const std::pair wanted(m_content.symbol, m_bar->tone());
-    if (m_drawn == wanted)
-        return;
-    m_drawn = wanted;
-    const SymbolPixmaps pixmaps(m_content.symbol, m_bar->tone());
-    m_pixmaps = pixmaps.forStatusItem();
+    const LabelForm wanted = form();
+    StatusItemContent content = m_content;
+    if (!wanted.hasTextBeside)
+        content.text.reset();
+    if (m_hasTextBeside && !hasText(content) && losesItsSymbol(m_options.desktop))
+        appear();
+    m_hasTextBeside = hasText(content);
+    draw(wanted.picture);
+    m_session->setContent(content);
+}
+
+void LinuxStatusItem::draw(LabelForm::Picture picture) {
+    const LabelPicture wanted = pictureOf(m_content, picture, m_bar->tone());
+    if (m_drawn != wanted) {
+        m_drawn = wanted;
+        m_pixmaps = LabelPixmaps(wanted).forStatusItem();
+    }
     m_session->setPixmaps(m_pixmaps);
-    m_tray.setIcon(pixmaps.icon());
+    if (m_session->state() == State::NoWatcher)
+        drawInTray(picture);
+}
+
+// Trays of the old kind have squares only.
+void LinuxStatusItem::drawInTray(LabelForm::Picture picture) {
+    using Picture = LabelForm::Picture;
+    const LabelPicture wanted = pictureOf(
+        m_content, picture == Picture::Symbol ? picture : Picture::ShortText, m_bar->tone());
+    if (m_drawnInTray == wanted)
+        return;
+    m_drawnInTray = wanted;
+    m_tray.setIcon(LabelPixmaps(wanted).icon());
 }
 
 void LinuxStatusItem::onPlaceChanged() {
     const State state = m_session->state();
+    present();
     m_tray.setWanted(state == State::NoWatcher);
     if (state == State::Shown)
         Q_EMIT shown();

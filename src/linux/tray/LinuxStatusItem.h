@@ -1,8 +1,12 @@
 #pragma once
 
+#include "linux/tray/LabelForm.h"
+#include "linux/tray/LabelPixmaps.h"
+#include "linux/tray/StatusAreaHost.h"
 #include "linux/tray/StatusNotifierSession.h"
 #include "linux/tray/XEmbedItem.h"
 #include "platform/BarAppearance.h"
+#include "platform/Preferences.h"
 #include "platform/StatusItem.h"
 
 #include <QDBusConnection>
@@ -10,7 +14,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <utility>
 
 namespace lumora {
 
@@ -24,6 +27,7 @@ public:
     struct Options {
         QString desktop; ///< the session's XDG_CURRENT_DESKTOP
         XEmbedItem::Options tray = {};
+        StatusAreaHost::NameOf nameOf = &processName;
 
         /// Opens another connection to the session bus under a name of ours.
         std::function<QDBusConnection(const QString& name)> connect = [](const QString& name) {
@@ -31,9 +35,10 @@ public:
         };
     };
 
-    /// `bar` is where the item is shown.
+    /// `bar` is where the item is shown. `preferences` outlive it.
     LinuxStatusItem(
-        const QDBusConnection& sessionBus, std::unique_ptr<BarAppearance> bar, Options options);
+        const QDBusConnection& sessionBus, const Preferences& preferences,
+        std::unique_ptr<BarAppearance> bar, Options options);
 
     void show(const StatusItemContent& content) override;
     [[nodiscard]] QString unavailableReason() const override;
@@ -41,17 +46,24 @@ public:
 private:
     void appear();
     void onPlaceChanged();
-    void draw();
+    void present();
+    LabelForm form() const;
+    void draw(LabelForm::Picture picture);
+    void drawInTray(LabelForm::Picture picture);
 
     QDBusConnection m_bus;
+    const Preferences& m_preferences;
     Options m_options;
     std::unique_ptr<BarAppearance> m_bar;
+    StatusAreaHost m_host;
     XEmbedItem m_tray;
     StatusNotifierSession* m_session = nullptr; ///< a child; null before the first content
     int m_appearances = 0;
     StatusItemContent m_content;
     QList<IconPixmap> m_pixmaps;
-    std::optional<std::pair<QString, SymbolTone>> m_drawn;
+    std::optional<LabelPicture> m_drawn; ///< in `m_pixmaps`
+    std::optional<LabelPicture> m_drawnInTray;
+    bool m_hasTextBeside = false; ///< whether the session was last given a text
 };
 
 } // namespace lumora

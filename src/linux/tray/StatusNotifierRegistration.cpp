@@ -73,6 +73,7 @@ void StatusNotifierRegistration::onOwnerChanged(const QString& newOwner) {
     m_registered = false;
     m_refusals = 0;
     m_retry.stop();
+    Q_EMIT watcherChanged(newOwner);
     if (newOwner.isEmpty()) {
         setState(State::NoWatcher);
     } else {

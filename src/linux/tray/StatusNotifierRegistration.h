@@ -40,6 +40,10 @@ public:
 Q_SIGNALS:
     void stateChanged();
 
+    /// The watcher is another program from now on, with the unique name `owner`; empty: there is
+    /// none. It has not been given the item yet.
+    void watcherChanged(const QString& owner);
+
 private Q_SLOTS:
     void onHostsChanged();
 

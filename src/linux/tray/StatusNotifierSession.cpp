@@ -21,6 +21,9 @@ StatusNotifierSession::StatusNotifierSession(
     connect(
         &m_registration, &StatusNotifierRegistration::stateChanged, this,
         &StatusNotifierSession::stateChanged);
+    connect(
+        &m_registration, &StatusNotifierRegistration::watcherChanged, this,
+        &StatusNotifierSession::watcherChanged);
 }
 
 void StatusNotifierSession::setContent(const StatusItemContent& content) {

@@ -32,6 +32,7 @@ public:
 
 Q_SIGNALS:
     void stateChanged();
+    void watcherChanged(const QString& owner);
     void activated(QPoint position, QByteArray activationToken);
     void commandChosen(MenuCommand command, QByteArray activationToken);
 

@@ -2,6 +2,7 @@
 
 #include "fakes/FakeAppearance.h"
 #include "fakes/FakePortal.h"
+#include "fakes/FakePreferences.h"
 #include "linux/appearance/PortalAppearance.h"
 #include "support/Patience.h"
 #include "support/PrivateBus.h"
@@ -10,8 +11,12 @@
 #include <QDBusContext>
 #include <QDBusError>
 #include <QDBusVariant>
+#include <QDir>
+#include <QFile>
 #include <QPalette>
+#include <QSaveFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -87,10 +92,11 @@ protected:
     PaletteGuard m_palette;
     tests::PrivateBus m_bus;
     tests::FakeAppearance m_wishes; ///< in the portal's place
+    tests::FakePreferences m_preferences;
 };
 
 TEST_F(PanelToneMonitorTest, FollowsThePaletteWhereNothingElseIsKnown) {
-    PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s, m_wishes);
+    PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s, m_wishes, m_preferences);
     const QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
 
@@ -105,18 +111,18 @@ TEST_F(PanelToneMonitorTest, FollowsThePaletteWhereNothingElseIsKnown) {
 TEST_F(PanelToneMonitorTest, WorksWithoutABus) {
     const QDBusConnection none(u"none"_s);
     const PortalAppearance portal(none);
-    const PanelToneMonitor monitor(none, u"XFCE"_s, portal);
+    const PanelToneMonitor monitor(none, u"XFCE"_s, portal, m_preferences);
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 }
 
 TEST_F(PanelToneMonitorTest, KnowsAPreferenceThatIsThereAlready) {
     m_wishes.setWishes({.colorScheme = Preference::Dark});
-    const PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, m_wishes);
+    const PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, m_wishes, m_preferences);
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 }
 
 TEST_F(PanelToneMonitorTest, FollowsThePreferenceBeforeThePalette) {
-    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, m_wishes);
+    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, m_wishes, m_preferences);
     const QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     m_wishes.setWishes({.colorScheme = Preference::Dark});
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
@@ -134,7 +140,7 @@ TEST_F(PanelToneMonitorTest, FollowsThePreferenceBeforeThePalette) {
 }
 
 TEST_F(PanelToneMonitorTest, NothingChangesABarThatIsAlwaysDark) {
-    PanelToneMonitor monitor(m_bus.connect(), u"ubuntu:GNOME"_s, m_wishes);
+    PanelToneMonitor monitor(m_bus.connect(), u"ubuntu:GNOME"_s, m_wishes, m_preferences);
     const QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Light);
 
@@ -145,10 +151,52 @@ TEST_F(PanelToneMonitorTest, NothingChangesABarThatIsAlwaysDark) {
     EXPECT_EQ(changed.size(), 0);
 }
 
+TEST_F(PanelToneMonitorTest, FollowsTheUsersWord) {
+    const PanelToneMonitor monitor(m_bus.connect(), u"sway"_s, m_wishes, m_preferences);
+    const QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
+    m_preferences.set(u"barTone"_s, u"light"_s);
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
+    EXPECT_EQ(changed.size(), 1);
+    m_preferences.set(u"barTone"_s, u"auto"_s);
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+    EXPECT_EQ(changed.size(), 2);
+}
+
+TEST_F(PanelToneMonitorTest, FollowsTheBarsTheme) {
+    const QTemporaryDir home;
+    const auto write = [&](const QByteArray& theme) {
+        QSaveFile file(home.filePath(u"plasmarc"_s));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[Theme]\nname=" + theme + '\n');
+        EXPECT_TRUE(file.commit());
+    };
+    for (const QString& theme : {u"night"_s, u"day"_s}) {
+        const QString folder = home.filePath(u"plasma/desktoptheme/"_s + theme);
+        ASSERT_TRUE(QDir().mkpath(folder));
+        QFile colors(folder + u"/colors"_s);
+        ASSERT_TRUE(colors.open(QIODevice::WriteOnly));
+        colors.write("[Colors:Window]\nBackgroundNormal=");
+        colors.write(theme == u"night" ? "42,46,50\n" : "239,240,241\n");
+    }
+    PanelToneMonitor monitor(
+        m_bus.connect(), u"KDE"_s, m_wishes, m_preferences, {{home.path()}, {home.path()}});
+    QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark); // nothing is said yet; the windows are light
+    write("night");
+    ASSERT_TRUE(changed.wait(patience));
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+    write("day");
+    ASSERT_TRUE(changed.wait(patience));
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
+    write("night"); // replaced a second time
+    ASSERT_TRUE(changed.wait(patience));
+    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
+}
+
 TEST_F(PanelToneMonitorTest, ReadsAndFollowsThePortal) {
     tests::FakePortal portal(m_bus.connect(), {{portalGroup + u" color-scheme"_s, 1U}});
     const PortalAppearance appearance(m_bus.connect());
-    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, appearance);
+    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, appearance, m_preferences);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
     ASSERT_TRUE(changed.wait(patience));
@@ -163,7 +211,7 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsThePortal) {
 
 TEST_F(PanelToneMonitorTest, ReadsAPortalThatComesLater) {
     const PortalAppearance appearance(m_bus.connect());
-    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, appearance);
+    PanelToneMonitor monitor(m_bus.connect(), u"KDE"_s, appearance, m_preferences);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     const tests::FakePortal portal(m_bus.connect(), {{portalGroup + u" color-scheme"_s, 1U}});
     ASSERT_TRUE(changed.wait(patience));
@@ -172,7 +220,7 @@ TEST_F(PanelToneMonitorTest, ReadsAPortalThatComesLater) {
 
 TEST_F(PanelToneMonitorTest, ReadsAndFollowsXfcesPanel) {
     FakeXfconf xfconf(m_bus.connect(), false);
-    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
+    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes, m_preferences);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     EXPECT_EQ(monitor.tone(), SymbolTone::Light); // the panel's default is dark
     ASSERT_TRUE(changed.wait(patience));
@@ -194,7 +242,7 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsXfcesPanel) {
 TEST_F(PanelToneMonitorTest, FollowsXfcesPanelBeforeThePreference) {
     m_wishes.setWishes({.colorScheme = Preference::Light});
     FakeXfconf xfconf(m_bus.connect(), false);
-    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
+    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes, m_preferences);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     ASSERT_TRUE(changed.wait(patience));
     EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
@@ -208,7 +256,7 @@ TEST_F(PanelToneMonitorTest, FollowsXfcesPanelBeforeThePreference) {
 }
 
 TEST_F(PanelToneMonitorTest, ReadsXfcesPanelWhenItComesLater) {
-    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes);
+    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes, m_preferences);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     const FakeXfconf xfconf(m_bus.connect(), false);
     ASSERT_TRUE(changed.wait(patience));
@@ -219,7 +267,7 @@ TEST_F(PanelToneMonitorTest, AsksXfceNothingOnOtherDesktops) {
     const FakeXfconf xfconf(m_bus.connect(), true);
     const tests::FakePortal portal(m_bus.connect(), {{portalGroup + u" color-scheme"_s, 1U}});
     const PortalAppearance appearance(m_bus.connect());
-    PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s, appearance);
+    PanelToneMonitor monitor(m_bus.connect(), u"MATE"_s, appearance, m_preferences);
     QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
     ASSERT_TRUE(changed.wait(patience)); // by the portal
     EXPECT_EQ(changed.size(), 1);

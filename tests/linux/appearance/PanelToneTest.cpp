@@ -22,7 +22,13 @@ struct Case {
 
 void expectTones(const std::vector<Case>& cases) {
     for (const Case& c : cases) {
-        EXPECT_EQ(toneFor({c.desktop, c.portal, c.xfcePanelIsDark, c.paletteIsDark}), c.expected)
+        EXPECT_EQ(
+            toneFor(
+                {.desktop = c.desktop,
+                 .portal = c.portal,
+                 .xfcePanelIsDark = c.xfcePanelIsDark,
+                 .paletteIsDark = c.paletteIsDark}),
+            c.expected)
             << c.desktop.toStdString() << ", row " << &c - cases.data();
     }
 }
@@ -47,7 +53,7 @@ TEST(PanelTone, FollowsTheFirstSourceThatSays) {
         {u"KDE"_s, {}, prefersLight, true, SymbolTone::Dark},
         {u"KDE"_s, {}, {}, true, SymbolTone::Light},
         {u"MATE"_s, {}, {}, false, SymbolTone::Dark},
-        {QString(), {}, {}, false, SymbolTone::Dark},
+        {u"Openbox"_s, {}, {}, false, SymbolTone::Dark},
         // Xfce's setting says nothing of another desktop.
         {u"MATE"_s, true, {}, false, SymbolTone::Dark},
         {u"MATE"_s, true, prefersLight, false, SymbolTone::Dark},
@@ -57,7 +63,7 @@ TEST(PanelTone, FollowsTheFirstSourceThatSays) {
 TEST(PanelTone, KnowsTheDesktopsWithADarkBar) {
     for (const QString& name :
          {u"GNOME"_s, u"ubuntu:GNOME"_s, u"Unity"_s, u"sway"_s, u"Hyprland"_s, u"i3"_s, u"river"_s,
-          u"niri"_s, u"bspwm"_s, u"qtile"_s, u"awesome"_s, u"xmonad"_s})
+          u"niri"_s, u"bspwm"_s, u"qtile"_s, u"awesome"_s, u"xmonad"_s, u"X-Cinnamon"_s, QString()})
         expectTones({{name, {}, prefersLight, false, SymbolTone::Light}});
     expectTones({
         // GNOME's other faces follow their theme.
@@ -69,11 +75,29 @@ TEST(PanelTone, KnowsTheDesktopsWithADarkBar) {
     });
 }
 
-TEST(PanelTone, KnowsXfceByName) {
-    EXPECT_TRUE(isXfce(u"XFCE"_s));
-    EXPECT_TRUE(isXfce(u"X-Derived:Xfce"_s));
-    EXPECT_FALSE(isXfce(u"GNOME"_s));
-    EXPECT_FALSE(isXfce({}));
+TEST(PanelTone, BelievesTheBarsOwnThemeBeforeWhatIsSaidOfWindows) {
+    PanelEvidence evidence{.desktop = u"KDE"_s, .themeIsDark = true, .portal = prefersLight};
+    EXPECT_EQ(toneFor(evidence), SymbolTone::Light);
+    evidence.themeIsDark = false;
+    evidence.portal = prefersDark;
+    evidence.paletteIsDark = true;
+    EXPECT_EQ(toneFor(evidence), SymbolTone::Dark);
+}
+
+TEST(PanelTone, BelievesTheUserFirst) {
+    PanelEvidence evidence{.wish = u"light"_s, .desktop = u"sway"_s, .themeIsDark = true};
+    EXPECT_EQ(toneFor(evidence), SymbolTone::Dark);
+    evidence.wish = u"auto"_s;
+    EXPECT_EQ(toneFor(evidence), SymbolTone::Light);
+    evidence = {.wish = u"dark"_s, .desktop = u"KDE"_s, .themeIsDark = false};
+    EXPECT_EQ(toneFor(evidence), SymbolTone::Light);
+}
+
+TEST(PanelTone, KnowsDesktopsByName) {
+    EXPECT_TRUE(namesDesktop(u"XFCE"_s, "XFCE"_L1));
+    EXPECT_TRUE(namesDesktop(u"X-Derived:Xfce"_s, "XFCE"_L1));
+    EXPECT_FALSE(namesDesktop(u"GNOME"_s, "XFCE"_L1));
+    EXPECT_FALSE(namesDesktop({}, "XFCE"_L1));
 }
 
 } // namespace

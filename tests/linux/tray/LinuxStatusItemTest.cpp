@@ -1,6 +1,7 @@
 #include "linux/tray/LinuxStatusItem.h"
 
 #include "fakes/FakeBar.h"
+#include "fakes/FakePreferences.h"
 #include "linux/tray/BusNames.h"
 #include "support/BusProbe.h"
 #include "support/FakeWatcher.h"
@@ -42,6 +43,11 @@ protected:
         return std::make_unique<FakeWatcher>(m_bus.connect(), hasHost);
     }
 
+    QList<IconPixmap> pixmaps() {
+        return qdbus_cast<QList<IconPixmap>>(
+            m_probe.property(itemPath, itemInterface, u"IconPixmap"_s));
+    }
+
     bool becomesAvailable(bool available) {
         return QTest::qWaitFor(
             [&] { return m_item.unavailableReason().isEmpty() == available; }, patience);
@@ -50,12 +56,16 @@ protected:
     PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connect();
     bool m_trayExists = false;
+    QString m_host; ///< the name of the watcher's process
+    FakePreferences m_preferences;
     FakeBar* const m_bar = new FakeBar; ///< the item's
     LinuxStatusItem m_item{
         m_connection,
+        m_preferences,
         std::unique_ptr<BarAppearance>(m_bar),
         {.desktop = u"sway"_s,
-         .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }}}};
+         .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }},
+         .nameOf = [this](uint) { return m_host; }}};
     BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
     QSignalSpy m_shown{&m_item, &StatusItem::shown};
 };
@@ -74,11 +84,8 @@ TEST_F(LinuxStatusItemTest, RegistersWithTheFirstContent) {
 
 TEST_F(LinuxStatusItemTest, DrawsTheSymbolInTheSizesOfPanels) {
     m_item.show(content());
-    const auto pixmaps =
-        qdbus_cast<QList<IconPixmap>>(m_probe.property(itemPath, itemInterface, u"IconPixmap"_s));
-
     QList<int> sizes;
-    for (const IconPixmap& pixmap : pixmaps) {
+    for (const IconPixmap& pixmap : pixmaps()) {
         EXPECT_EQ(pixmap.width, pixmap.height);
         EXPECT_EQ(pixmap.bytes.size(), 4 * pixmap.width * pixmap.height);
         sizes += pixmap.width;
@@ -96,6 +103,71 @@ TEST_F(LinuxStatusItemTest, DrawsTheSymbolAnewForAnotherBar) {
     EXPECT_NE(
         qdbus_cast<QList<IconPixmap>>(onDark).last(),
         qdbus_cast<QList<IconPixmap>>(onLight).last());
+}
+
+TEST_F(LinuxStatusItemTest, DrawsSymbolAndTextWhereThereIsRoomForThem) {
+    m_host = u"waybar"_s;
+    const auto panel = watcher();
+    m_item.show(content());
+    ASSERT_TRUE(m_shown.wait(patience));
+    const QList<IconPixmap> drawn = pixmaps();
+    ASSERT_EQ(drawn.size(), 1);
+    EXPECT_GT(drawn.first().width, 3 * drawn.first().height);
+    EXPECT_FALSE(m_probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s).isValid());
+
+    StatusItemContent textless = content();
+    textless.text.reset();
+    m_item.show(textless);
+    EXPECT_EQ(pixmaps().size(), 6);
+}
+
+TEST_F(LinuxStatusItemTest, DrawsTheShortTextInsteadOfTheSymbolInSquares) {
+    m_host = u"kded6"_s;
+    const auto panel = watcher();
+    m_item.show(content()); // which has no short text
+    ASSERT_TRUE(m_shown.wait(patience));
+    const QList<IconPixmap> symbol = pixmaps();
+    StatusItemContent shortened = content();
+    shortened.shortText = u"12m"_s;
+    m_item.show(shortened);
+    const QList<IconPixmap> text = pixmaps();
+    ASSERT_EQ(text.size(), 6);
+    EXPECT_EQ(text.last().width, text.last().height);
+    EXPECT_NE(text.last(), symbol.last());
+    EXPECT_FALSE(m_probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s).isValid());
+
+    // Another symbol behind it makes no difference.
+    shortened.symbol = u"calendar"_s;
+    m_probe.listen(itemPath, itemInterface);
+    m_item.show(shortened);
+    EXPECT_THAT(m_probe.signalNames(), ElementsAre());
+}
+
+TEST_F(LinuxStatusItemTest, TakesTheUsersWordForIt) {
+    m_host = u"waybar"_s;
+    const auto panel = watcher();
+    m_item.show(content());
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_EQ(pixmaps().size(), 1);
+    m_preferences.set(u"label"_s, u"symbol"_s);
+    EXPECT_EQ(pixmaps().size(), 6);
+    m_preferences.set(u"label"_s, u"text"_s);
+    EXPECT_EQ(pixmaps().size(), 1);
+}
+
+TEST_F(LinuxStatusItemTest, KnowsAHostThatTookAnothersPlace) {
+    m_host = u"waybar"_s;
+    auto panel = watcher();
+    m_item.show(content());
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_EQ(pixmaps().size(), 1);
+    panel.reset();
+    ASSERT_TRUE(becomesAvailable(false));
+    m_host = u"gnome-shell"_s;
+    panel = watcher();
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_EQ(pixmaps().size(), 6);
+    EXPECT_EQ(m_probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s), u"Standup · 12m"_s);
 }
 
 TEST_F(LinuxStatusItemTest, SendsNothingWhenNothingChanged) {
@@ -142,7 +214,8 @@ TEST_F(LinuxStatusItemTest, SaysWhyItIsNowhere) {
         },
         patience));
 
-    LinuxStatusItem alone{QDBusConnection(u"none"_s), std::make_unique<FakeBar>(), {}};
+    LinuxStatusItem alone{
+        QDBusConnection(u"none"_s), m_preferences, std::make_unique<FakeBar>(), {}};
     alone.show(content());
     EXPECT_EQ(
         alone.unavailableReason(), u"No status area: there is no session bus and no system tray"_s);
@@ -190,6 +263,7 @@ TEST_F(LinuxStatusItemTest, AppearsAnewOnMateWhenTheTextGoes) {
     const auto panel = watcher();
     LinuxStatusItem item{
         m_connection,
+        m_preferences,
         std::make_unique<FakeBar>(),
         {.desktop = u"MATE"_s, .connect = [this](const QString& name) {
              return QDBusConnection::connectToBus(m_bus.address(), name);

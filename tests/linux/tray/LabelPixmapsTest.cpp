@@ -1,4 +1,4 @@
-#include "linux/tray/SymbolPixmaps.h"
+#include "linux/tray/LabelPixmaps.h"
 
 #include <gmock/gmock.h>
 
@@ -15,11 +15,12 @@ namespace {
 
 /// How light the pixels are that the symbol covers, each from 0 to 255.
 QList<int> lightnessOf(SymbolTone tone) {
-    const QImage image = SymbolPixmaps(u"calendar"_s, tone)
-                             .icon()
-                             .pixmap(48)
-                             .toImage()
-                             .convertToFormat(QImage::Format_ARGB32);
+    const QImage image =
+        LabelPixmaps({.symbol = u"calendar"_s, .text = {}, .tone = tone, .font = {}})
+            .icon()
+            .pixmap(48)
+            .toImage()
+            .convertToFormat(QImage::Format_ARGB32);
     QList<int> result;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
@@ -30,7 +31,7 @@ QList<int> lightnessOf(SymbolTone tone) {
     return result;
 }
 
-TEST(SymbolPixmaps, StandOutFromTheirBar) {
+TEST(LabelPixmaps, StandOutFromTheirBar) {
     EXPECT_THAT(lightnessOf(SymbolTone::Light), AllOf(Not(IsEmpty()), Each(Gt(230))));
     EXPECT_THAT(lightnessOf(SymbolTone::Dark), AllOf(Not(IsEmpty()), Each(Lt(64))));
 }

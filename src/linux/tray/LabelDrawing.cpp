@@ -1,0 +1,103 @@
+#include "linux/tray/LabelDrawing.h"
+
+#include "symbols/SymbolRenderer.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace lumora {
+
+namespace {
+
+/// How much of the square's height a digit takes.
+constexpr double digitShare = 0.62;
+/// Pressed together any further, letters run into each other.
+constexpr int tightestStretch = 62;
+
+/// How much of a wide picture's height the letters take, from descender to ascender.
+constexpr double letterShare = 0.62;
+constexpr double gapShare = 0.22;
+
+double widestDigit(const QFontMetricsF& metrics) {
+    double widest = 0;
+    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+        widest = std::max(widest, metrics.horizontalAdvance(QChar(digit)));
+    return widest;
+}
+
+/// The width of `text` if all digits were as wide as the widest: the bar must not jump when a
+/// minute passes.
+double steadyWidth(const QString& text, const QFontMetricsF& metrics) {
+    double width = metrics.horizontalAdvance(text);
+    const double widest = widestDigit(metrics);
+    for (const QChar c : text) {
+        if (c >= u'0' && c <= u'9')
+            width += widest - metrics.horizontalAdvance(c);
+    }
+    return width;
+}
+
+QFont sized(QFont font, double pixels, QFont::Weight weight) {
+    font.setPixelSize(std::max(1, int(std::lround(pixels))));
+    font.setWeight(weight);
+    font.setStretch(QFont::Unstretched);
+    return font;
+}
+
+QFont fittingSquare(const QString& text, int pixels, const QFont& font) {
+    QFont bold = sized(font, 100, QFont::Bold);
+    double size = pixels * digitShare * 100 / QFontMetricsF(bold).capHeight();
+    bold = sized(font, size, QFont::Bold);
+    const double width = steadyWidth(text, QFontMetricsF(bold));
+    if (width <= pixels)
+        return bold;
+    const double share = 100 * pixels / width;
+    if (share < tightestStretch)
+        bold = sized(font, size * share / tightestStretch, QFont::Bold);
+    bold.setStretch(std::max(tightestStretch, int(share)));
+    return bold;
+}
+
+/// The baseline on which capital letters and digits stand in the middle of `height`.
+double middleBaseline(int height, const QFontMetricsF& metrics) {
+    return std::round((height + metrics.capHeight()) / 2);
+}
+
+QImage transparent(int width, int height) {
+    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+} // namespace
+
+QImage drawTextInSquare(const QString& text, int pixels, const QColor& color, const QFont& font) {
+    QImage image = transparent(pixels, pixels);
+    QPainter painter(&image);
+    painter.setFont(fittingSquare(text, pixels, font));
+    painter.setPen(color);
+    const QFontMetricsF metrics(painter.font());
+    const double left = (pixels - metrics.horizontalAdvance(text)) / 2;
+    painter.drawText(QPointF(left, middleBaseline(pixels, metrics)), text);
+    return image;
+}
+
+QImage drawSymbolAndText(
+    const QString& symbol, const QString& text, int height, const QColor& color,
+    const QFont& font) {
+    const QFont letters = sized(font, height * letterShare, QFont::Medium);
+    const QFontMetricsF metrics(letters);
+    const double left = height * (1 + gapShare);
+    QImage image = transparent(int(std::ceil(left + steadyWidth(text, metrics))), height);
+    QPainter painter(&image);
+    painter.drawImage(0, 0, renderSymbol(symbol, height, color));
+    painter.setFont(letters);
+    painter.setPen(color);
+    painter.drawText(QPointF(left, middleBaseline(height, metrics)), text);
+    return image;
+}
+
+} // namespace lumora

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QImage>
+#include <QString>
+
+namespace lumora {
+
+/// Draws `text`, a few characters, as large as a square with an edge of `pixels` device pixels
+/// takes it: bold, and pressed together where it is wide. `font` gives the family.
+[[nodiscard]] QImage
+drawTextInSquare(const QString& text, int pixels, const QColor& color, const QFont& font);
+
+/// Draws the symbol called `symbol` and `text` behind it, `height` device pixels high. Texts that
+/// differ in digits only are equally wide.
+[[nodiscard]] QImage drawSymbolAndText(
+    const QString& symbol, const QString& text, int height, const QColor& color, const QFont& font);
+
+} // namespace lumora

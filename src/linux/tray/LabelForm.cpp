@@ -1,0 +1,72 @@
+#include "linux/tray/LabelForm.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+
+namespace {
+
+using Picture = LabelForm::Picture;
+
+constexpr LabelForm textBeside{.picture = Picture::Symbol, .hasTextBeside = true};
+constexpr LabelForm textDrawn{.picture = Picture::SymbolAndText, .hasTextBeside = false};
+constexpr LabelForm shortText{.picture = Picture::ShortText, .hasTextBeside = false};
+constexpr LabelForm symbolAlone{.picture = Picture::Symbol, .hasTextBeside = false};
+/// For hosts that nobody has tried: nearly all of them draw squares and know of no text.
+constexpr LabelForm shortTextAndBeside{.picture = Picture::ShortText, .hasTextBeside = true};
+
+struct KnownHost {
+    QLatin1StringView process; ///< as the kernel has it: its first fifteen characters
+    LabelForm form;
+};
+
+constexpr std::array knownHosts{
+    KnownHost{"gnome-shell"_L1, textBeside},
+    KnownHost{"mate-panel"_L1, textBeside},
+    KnownHost{"notification-ar"_L1, textBeside},
+    KnownHost{"ayatana-indicat"_L1, textBeside},
+    KnownHost{"unity-panel-ser"_L1, textBeside},
+    KnownHost{"waybar"_L1, textDrawn},
+    KnownHost{"xapp-sn-watcher"_L1, textDrawn},
+    KnownHost{"kded5"_L1, shortText},
+    KnownHost{"kded6"_L1, shortText},
+    KnownHost{"plasmashell"_L1, shortText},
+    KnownHost{"xfce4-panel"_L1, shortText},
+    KnownHost{"wrapper-2.0"_L1, shortText},
+    KnownHost{"lxqt-panel"_L1, shortText},
+    KnownHost{"budgie-panel"_L1, shortText},
+};
+
+/// Where the process tells nothing, the desktop may.
+LabelForm formOn(const QString& desktop) {
+    const QStringList names = desktop.split(u':');
+    const bool drawsText = std::ranges::any_of(
+        std::array{"GNOME"_L1, "MATE"_L1, "Unity"_L1},
+        [&](QLatin1StringView name) { return names.contains(name, Qt::CaseInsensitive); });
+    return drawsText ? textBeside : shortTextAndBeside;
+}
+
+LabelForm observed(const HostEvidence& evidence) {
+    const auto* const known = std::ranges::find(knownHosts, evidence.process, &KnownHost::process);
+    return known != knownHosts.end() ? known->form : formOn(evidence.desktop);
+}
+
+} // namespace
+
+LabelForm labelFormFor(const HostEvidence& evidence) {
+    if (evidence.wish == u"symbol")
+        return symbolAlone;
+    if (evidence.wish == u"short")
+        return shortText;
+    const LabelForm form = observed(evidence);
+    if (evidence.wish == u"text")
+        return form == textBeside ? textBeside : textDrawn;
+    return form;
+}
+
+} // namespace lumora

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+namespace lumora {
+
+/// How a status area shows the label.
+struct LabelForm {
+    /// What is drawn into the item's pixels.
+    enum class Picture {
+        Symbol,
+        ShortText,     ///< in the symbol's place; the symbol where there is no short text
+        SymbolAndText, ///< side by side, as wide as they are
+    };
+
+    Picture picture = Picture::Symbol;
+    bool hasTextBeside = true; ///< whether the text is handed over, to be drawn beside the picture
+
+    bool operator==(const LabelForm&) const = default;
+};
+
+/// What is known about the status area.
+struct HostEvidence {
+    QString process; ///< the program that keeps the status items, e.g. "waybar"; empty: not known
+    QString desktop; ///< as in XDG_CURRENT_DESKTOP
+    QString wish;    ///< the user's: "text", "short" or "symbol"; anything else leaves it to us
+};
+
+/// The form in which most of the label is seen there.
+[[nodiscard]] LabelForm labelFormFor(const HostEvidence& evidence);
+
+} // namespace lumora

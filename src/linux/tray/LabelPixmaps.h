@@ -1,0 +1,43 @@
+#pragma once
+
+#include "linux/tray/TrayTypes.h"
+#include "platform/BarAppearance.h"
+
+#include <QFont>
+#include <QIcon>
+#include <QImage>
+#include <QList>
+#include <QString>
+
+namespace lumora {
+
+/// What is drawn into the item's pixels.
+struct LabelPicture {
+    QString symbol; ///< empty: the text alone
+    QString text;   ///< empty: the symbol alone
+    SymbolTone tone = SymbolTone::Light;
+    QFont font; ///< its family; size and weight are chosen for the place
+
+    bool operator==(const LabelPicture&) const = default;
+};
+
+/// The height in pixels of pictures that are wider than high: what most bars have for their items.
+constexpr int wideHeight = 22;
+
+/// A picture in the sizes that panels use, up to twice the usual ones for sharp screens. Symbols
+/// and texts are drawn into squares; both together into one picture as wide as they are.
+class LabelPixmaps {
+public:
+    explicit LabelPixmaps(const LabelPicture& picture);
+
+    /// For status items, smallest first.
+    QList<IconPixmap> forStatusItem() const;
+
+    /// For the toolkit.
+    QIcon icon() const;
+
+private:
+    QList<QImage> m_images;
+};
+
+} // namespace lumora

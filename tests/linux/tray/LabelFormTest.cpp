@@ -1,0 +1,56 @@
+#include "linux/tray/LabelForm.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace lumora {
+namespace {
+
+using Picture = LabelForm::Picture;
+
+constexpr LabelForm textBeside{Picture::Symbol, true};
+constexpr LabelForm textDrawn{Picture::SymbolAndText, false};
+constexpr LabelForm shortText{Picture::ShortText, false};
+constexpr LabelForm shortTextAndBeside{Picture::ShortText, true};
+constexpr LabelForm symbolAlone{Picture::Symbol, false};
+
+TEST(LabelForm, HostsThatDrawTextsAreGivenThem) {
+    for (const QString& process :
+         {u"gnome-shell"_s, u"mate-panel"_s, u"notification-ar"_s, u"ayatana-indicat"_s,
+          u"unity-panel-ser"_s})
+        EXPECT_EQ(labelFormFor({process, u"KDE"_s, {}}), textBeside) << process.toStdString();
+}
+
+TEST(LabelForm, HostsWithRoomGetOnePictureOfBoth) {
+    for (const QString& process : {u"waybar"_s, u"xapp-sn-watcher"_s})
+        EXPECT_EQ(labelFormFor({process, u"GNOME"_s, {}}), textDrawn) << process.toStdString();
+}
+
+TEST(LabelForm, SquaresGetTheShortText) {
+    for (const QString& process :
+         {u"kded5"_s, u"kded6"_s, u"plasmashell"_s, u"xfce4-panel"_s, u"wrapper-2.0"_s,
+          u"lxqt-panel"_s, u"budgie-panel"_s})
+        EXPECT_EQ(labelFormFor({process, u"GNOME"_s, {}}), shortText) << process.toStdString();
+}
+
+TEST(LabelForm, TheDesktopTellsOfAHostThatNobodyKnows) {
+    EXPECT_EQ(labelFormFor({{}, u"ubuntu:GNOME"_s, {}}), textBeside);
+    EXPECT_EQ(labelFormFor({u"some-bar"_s, u"mate"_s, {}}), textBeside);
+    EXPECT_EQ(labelFormFor({u"some-bar"_s, u"Unity:Unity7"_s, {}}), textBeside);
+    EXPECT_EQ(labelFormFor({u"some-bar"_s, u"sway"_s, {}}), shortTextAndBeside);
+    EXPECT_EQ(labelFormFor({}), shortTextAndBeside);
+}
+
+TEST(LabelForm, TheUsersWishOverrules) {
+    EXPECT_EQ(labelFormFor({u"gnome-shell"_s, u"GNOME"_s, u"short"_s}), shortText);
+    EXPECT_EQ(labelFormFor({u"gnome-shell"_s, u"GNOME"_s, u"symbol"_s}), symbolAlone);
+    EXPECT_EQ(labelFormFor({u"gnome-shell"_s, u"GNOME"_s, u"text"_s}), textBeside);
+    EXPECT_EQ(labelFormFor({u"xfce4-panel"_s, u"XFCE"_s, u"text"_s}), textDrawn);
+    EXPECT_EQ(labelFormFor({u"some-bar"_s, u"sway"_s, u"text"_s}), textDrawn);
+    EXPECT_EQ(labelFormFor({u"waybar"_s, u"sway"_s, u"auto"_s}), textDrawn);
+    EXPECT_EQ(labelFormFor({u"waybar"_s, u"sway"_s, u"nonsense"_s}), textDrawn);
+}
+
+} // namespace
+} // namespace lumora
