@@ -87,6 +87,9 @@ double PanelOnScreen::open() {
 }
 
 void PanelOnScreen::close() {
+    // A second press right after the first would be a double click, which closes nothing.
+    constexpr useconds_t afterADoubleClick = 500'000;
+    usleep(afterADoubleClick);
     press();
     waitUntil(false);
 }

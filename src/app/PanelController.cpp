@@ -55,18 +55,22 @@ PanelController::~PanelController() = default;
 
 void PanelController::toggle(QPoint position, const QByteArray& activationToken) {
     window().toggle(evidenceOfPress(position), activationToken);
+    completeStartup(activationToken);
 }
 
 void PanelController::openFromMenu(const QByteArray& activationToken) {
     window().showAt(evidenceOfPress(std::nullopt), activationToken);
+    completeStartup(activationToken);
 }
 
 void PanelController::open(const QByteArray& activationToken) {
     window().showAt({}, activationToken);
+    completeStartup(activationToken);
 }
 
 void PanelController::toggle(const QByteArray& activationToken) {
     window().toggle({}, activationToken);
+    completeStartup(activationToken);
 }
 
 void PanelController::hide() {
@@ -83,6 +87,7 @@ PanelWindow& PanelController::window() {
                         .compositing = m_with.compositing,
                         .clock = m_with.clock,
                         .placesWindows = currentWindowSystem().placesWindows,
+                        .prepare = [](const QWidget& panel) { keepOffTaskBar(panel.winId()); },
                     });
         connectView();
     }

@@ -1,5 +1,6 @@
 #include "app/SettingsController.h"
 
+#include "linux/session/WindowSystem.h"
 #include "ui/settings/SettingsWindow.h"
 
 namespace lumora {
@@ -25,6 +26,7 @@ void SettingsController::open(const QByteArray& activationToken) {
     if (!m_opened)
         m_opened = std::make_unique<Opened>(m_with, m_themes);
     m_opened->window.open(activationToken);
+    completeStartup(activationToken);
 }
 
 } // namespace lumora

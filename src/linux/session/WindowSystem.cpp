@@ -2,6 +2,7 @@
 
 #include "linux/appearance/X11Appearance.h"
 #include "linux/appearance/X11Compositing.h"
+#include "linux/session/X11Windows.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -39,6 +40,17 @@ std::optional<QPoint> pointerPosition() {
     if (!currentWindowSystem().tellsPointer)
         return std::nullopt;
     return QCursor::pos();
+}
+
+void keepOffTaskBar(std::uintptr_t window) {
+    if (auto* connection = x11Connection())
+        keepOffTaskBar(connection, std::uint32_t(window));
+}
+
+void completeStartup(const QByteArray& activationToken) {
+    auto* connection = x11Connection();
+    if (connection && !activationToken.isEmpty())
+        completeStartup(connection, activationToken);
 }
 
 std::unique_ptr<Compositing> makeCompositing() {

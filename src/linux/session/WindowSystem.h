@@ -3,9 +3,11 @@
 #include "platform/Compositing.h"
 #include "platform/DesktopAppearance.h"
 
+#include <QByteArray>
 #include <QPoint>
 #include <QString>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -28,6 +30,14 @@ WindowSystem currentWindowSystem();
 
 /// Where the pointer is, in points; absent where nobody tells.
 std::optional<QPoint> pointerPosition();
+
+/// Has task bars and pagers leave out the window with the toolkit's number `window`, which is not
+/// shown yet. Where there is no way to ask for that, nothing happens.
+void keepOffTaskBar(std::uintptr_t window);
+
+/// Tells the desktop that what an activation token was given for is on the screen. A token that is
+/// empty, or was used up by the window system itself, needs no word.
+void completeStartup(const QByteArray& activationToken);
 
 /// Follows the running application's desktop.
 std::unique_ptr<Compositing> makeCompositing();

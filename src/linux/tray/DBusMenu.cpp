@@ -129,7 +129,7 @@ bool DBusMenu::handleCall(const QDBusMessage& call) {
     return true;
 }
 
-void DBusMenu::answerLayout(const QDBusMessage& call) const {
+void DBusMenu::answerLayout(const QDBusMessage& call) {
     const int id = call.arguments().at(0).toInt();
     const int depth = call.arguments().at(1).toInt();
     const QStringList names = call.arguments().at(2).toStringList();
@@ -143,6 +143,8 @@ void DBusMenu::answerLayout(const QDBusMessage& call) const {
         for (const Entry& entry : m_entries)
             layout.children += {entry.id, onlyNamed(rowProperties(entry.row), names), {}};
     }
+    if (id == 0 && depth != 0)
+        m_handedOut = m_revision;
     reply(call, {m_revision, QVariant::fromValue(layout)});
 }
 
@@ -172,18 +174,23 @@ void DBusMenu::answerProperty(const QDBusMessage& call) const {
         fail(call, QDBusError::InvalidArgs, u"Row %1 has no property %2"_s.arg(id).arg(name));
 }
 
-// The rows are always up to date, so opening the menu never calls for another layout.
+// A host that was told of new rows while it was still reading the old ones may have missed it.
+bool DBusMenu::needsReading() const {
+    return m_handedOut != m_revision;
+}
+
 void DBusMenu::answerAboutToShow(const QDBusMessage& call) const {
     const int id = call.arguments().at(0).toInt();
     if (unknownAmong({id}).isEmpty())
-        reply(call, {false});
+        reply(call, {needsReading()});
     else
         fail(call, QDBusError::InvalidArgs, u"No row %1"_s.arg(id));
 }
 
 void DBusMenu::answerAboutToShowGroup(const QDBusMessage& call) const {
-    const QList<int> unknown = unknownAmong(qdbus_cast<QList<int>>(call.arguments().at(0)));
-    reply(call, {QVariant::fromValue(QList<int>()), QVariant::fromValue(unknown)});
+    const auto ids = qdbus_cast<QList<int>>(call.arguments().at(0));
+    const QList<int> needing = needsReading() && ids.contains(0) ? QList<int>{0} : QList<int>();
+    reply(call, {QVariant::fromValue(needing), QVariant::fromValue(unknownAmong(ids))});
 }
 
 void DBusMenu::takeEvent(const QDBusMessage& call) {

@@ -39,13 +39,14 @@ private:
     QList<Entry> entriesFor(const QList<StatusMenuRow>& rows);
     const Entry* find(int id) const;
     std::optional<QVariantMap> propertiesOf(int id) const;
-    void answerLayout(const QDBusMessage& call) const;
+    void answerLayout(const QDBusMessage& call);
     void answerGroupProperties(const QDBusMessage& call) const;
     void answerProperty(const QDBusMessage& call) const;
     void answerAboutToShow(const QDBusMessage& call) const;
     void answerAboutToShowGroup(const QDBusMessage& call) const;
     void takeEvent(const QDBusMessage& call);
     void takeEventGroup(const QDBusMessage& call);
+    bool needsReading() const;
     QList<int> unknownAmong(const QList<int>& ids) const;
     void perform(const QList<DBusMenuEvent>& events);
 
@@ -53,6 +54,7 @@ private:
     QHash<QString, int> m_ids; ///< by what makes a row the same row
     int m_lastId = 0;
     uint m_revision = 1;
+    uint m_handedOut = 0; ///< the revision of the rows that a host read last; 0: none did
 };
 
 } // namespace lumora

@@ -43,7 +43,10 @@ bool ExportedObject::handleMessage(
     // The protocol lets a caller leave the interface out.
     if (!message.interface().isEmpty() && message.interface() != m_interface)
         return false;
-    return handleCall(message);
+    // Some hosts try one method after another, and go on after no other error.
+    if (!handleCall(message))
+        fail(message, QDBusError::UnknownMethod, u"No method %1 here"_s.arg(message.member()));
+    return true;
 }
 
 bool ExportedObject::handlePropertyCall(const QDBusMessage& call) {

@@ -57,6 +57,8 @@ LinuxStatusItem::LinuxStatusItem(
     connect(m_bar.get(), &BarAppearance::toneChanged, this, &LinuxStatusItem::present);
     connect(&m_host, &StatusAreaHost::changed, this, &LinuxStatusItem::present);
     connect(&m_preferences, &Preferences::changed, this, &LinuxStatusItem::present);
+    m_insistence.setSingleShot(true);
+    connect(&m_insistence, &QTimer::timeout, this, &LinuxStatusItem::insist);
     connect(&m_tray, &XEmbedItem::activated, this, [this](QPoint position) {
         Q_EMIT activated(position, {});
     });
@@ -142,8 +144,22 @@ void LinuxStatusItem::onPlaceChanged() {
     const State state = m_session->state();
     present();
     m_tray.setWanted(state == State::NoWatcher);
-    if (state == State::Shown)
+    if (state == State::Shown) {
+        // GNOME's extension takes its time.
+        m_insistence.start(m_options.insistence * (isGnomeShell() ? 5 : 1));
         Q_EMIT shown();
+    }
+}
+
+// waybar draws nothing of an item that was there before it, until the symbol changes. GNOME's
+// extension draws no text that was there before it, until the item is registered anew or the text
+// changes.
+void LinuxStatusItem::insist() {
+    m_session->insist(isGnomeShell());
+}
+
+bool LinuxStatusItem::isGnomeShell() const {
+    return m_host.process() == u"gnome-shell";
 }
 
 QString LinuxStatusItem::unavailableReason() const {

@@ -10,7 +10,9 @@
 #include "platform/StatusItem.h"
 
 #include <QDBusConnection>
+#include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -28,6 +30,8 @@ public:
         QString desktop; ///< the session's XDG_CURRENT_DESKTOP
         XEmbedItem::Options tray = {};
         StatusAreaHost::NameOf nameOf = &processName;
+        /// After the item was taken by a host that may still be starting.
+        std::chrono::milliseconds insistence = std::chrono::milliseconds(600);
 
         /// Opens another connection to the session bus under a name of ours.
         std::function<QDBusConnection(const QString& name)> connect = [](const QString& name) {
@@ -46,6 +50,8 @@ public:
 private:
     void appear();
     void onPlaceChanged();
+    void insist();
+    bool isGnomeShell() const;
     void present();
     LabelForm form() const;
     void draw(LabelForm::Picture picture);
@@ -58,6 +64,7 @@ private:
     StatusAreaHost m_host;
     XEmbedItem m_tray;
     StatusNotifierSession* m_session = nullptr; ///< a child; null before the first content
+    QTimer m_insistence;
     int m_appearances = 0;
     StatusItemContent m_content;
     QList<IconPixmap> m_pixmaps;

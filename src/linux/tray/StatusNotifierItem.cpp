@@ -91,8 +91,11 @@ void StatusNotifierItem::setLabel(
 }
 
 void StatusNotifierItem::setPixmaps(const QList<IconPixmap>& pixmaps) {
-    if (std::exchange(m_pixmaps, pixmaps) == pixmaps)
-        return;
+    if (std::exchange(m_pixmaps, pixmaps) != pixmaps)
+        announcePixmaps();
+}
+
+void StatusNotifierItem::announcePixmaps() const {
     sendSignal(u"NewIcon"_s);
     // Hosts that want the pixels ask for them; most need one size of them only.
     sendPropertiesChanged({}, {u"IconPixmap"_s});

@@ -25,6 +25,9 @@ public:
     /// The symbol in several sizes.
     void setPixmaps(const QList<IconPixmap>& pixmaps);
 
+    /// Tells hosts of the symbol once more.
+    void announcePixmaps() const;
+
     /// The activation token that a host gave for the next activation, if any; it serves once.
     QByteArray takeActivationToken();
 

@@ -55,6 +55,11 @@ void StatusNotifierRegistration::start() {
     askForOwner();
 }
 
+void StatusNotifierRegistration::repeat() {
+    if (m_registered)
+        registerItem();
+}
+
 void StatusNotifierRegistration::askForOwner() {
     QDBusMessage call = QDBusMessage::createMethodCall(
         u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,

@@ -32,6 +32,9 @@ public:
         const QDBusConnection& bus, std::chrono::milliseconds retryDelay = std::chrono::seconds(2),
         QObject* parent = nullptr);
 
+    /// Gives the item to the watcher that has it already.
+    void repeat();
+
     /// Begins to look for a watcher; the item's objects have to be on the bus by then.
     void start();
 

@@ -35,6 +35,12 @@ void StatusNotifierSession::setPixmaps(const QList<IconPixmap>& pixmaps) {
     m_item.setPixmaps(pixmaps);
 }
 
+void StatusNotifierSession::insist(bool wholly) {
+    m_item.announcePixmaps();
+    if (wholly)
+        m_registration.repeat();
+}
+
 void StatusNotifierSession::start() {
     m_registration.start();
 }

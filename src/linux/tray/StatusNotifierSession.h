@@ -28,6 +28,10 @@ public:
     /// Begins to look for a status area.
     void start();
 
+    /// Shows the host once more what it may have missed while it was starting: the symbol, and with
+    /// `wholly` the item as such.
+    void insist(bool wholly);
+
     StatusNotifierRegistration::State state() const { return m_registration.state(); }
 
 Q_SIGNALS:

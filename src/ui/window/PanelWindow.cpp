@@ -30,6 +30,9 @@ constexpr int floatingGap = 4;
 /// A press on the status item may take the focus away first; its report arrives within this time.
 constexpr auto pressDelay = 300ms;
 
+/// Window managers have placed a new window for good by then.
+constexpr auto settlingTime = 500ms;
+
 /// Whether the window that is active now is a part of `window`: a menu or a dialog of its content.
 bool hasActivePart(const QWidget* window) {
     if (QApplication::activePopupWidget())
@@ -81,14 +84,18 @@ PanelWindow::PanelWindow(QWidget* content, const Dependencies& dependencies)
 }
 
 void PanelWindow::toggle(const AnchorEvidence& evidence, const QByteArray& activationToken) {
-    if (isVisible()) {
+    const std::chrono::milliseconds doubleClick(QApplication::doubleClickInterval());
+    if (!isVisible()) {
+        if (!isRecent(m_deactivated, pressDelay))
+            showAt(evidence, activationToken);
+    } else if (!evidence.activation || !isRecent(m_opened, doubleClick)) {
         hide();
-        return;
     }
+}
+
+bool PanelWindow::isRecent(std::optional<Instant> instant, std::chrono::milliseconds span) const {
     const Instant now = m_with.clock.now();
-    if (m_deactivated && now >= *m_deactivated && now - *m_deactivated < pressDelay)
-        return;
-    showAt(evidence, activationToken);
+    return instant && now >= *instant && now - *instant < span;
 }
 
 void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activationToken) {
@@ -108,6 +115,10 @@ void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activ
     m_asked = {};
     arrange();
     if (opening) {
+        m_opened = m_with.clock.now();
+        m_insisted = false;
+        winId(); // there is a window to be prepared from now on
+        m_with.prepare(*this);
         followScreens();
         // Not the field that had it last: nobody wants to type into it unasked. Nor is anything
         // marked before the user has touched a key.
@@ -237,6 +248,18 @@ void PanelWindow::keyPressEvent(QKeyEvent* event) {
         hide();
     else
         QWidget::keyPressEvent(event);
+}
+
+// A window manager that adds its frame and takes it off again leaves the window beside its place.
+// It is asked once more; what it says then holds, and so does what the user does later.
+void PanelWindow::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    if (m_insisted || !m_open || !m_with.placesWindows || !isRecent(m_opened, settlingTime) ||
+        event->pos() == m_asked.topLeft())
+        return;
+    m_insisted = true;
+    const QRect place = m_asked;
+    QMetaObject::invokeMethod(this, [this, place] { move(place.topLeft()); }, Qt::QueuedConnection);
 }
 
 void PanelWindow::mousePressEvent(QMouseEvent* event) {

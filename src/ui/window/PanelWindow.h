@@ -9,6 +9,7 @@
 
 #include <QWidget>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -34,6 +35,9 @@ public:
         const Compositing& compositing;
         const Clock& clock;
         bool placesWindows = true; ///< whether windows appear where the program asks for
+        /// Called before each showing, when the window exists already: to tell the desktop what it
+        /// is to know of it.
+        std::function<void(const QWidget&)> prepare = [](const QWidget&) {};
         std::function<QList<PlacementScreen>()> screens = desktopScreens;
     };
 
@@ -42,7 +46,8 @@ public:
     PanelWindow(QWidget* content, const Dependencies& dependencies);
 
     /// What a press on the status item does: opens or closes the panel. A press that has just
-    /// closed it, by taking the focus away, does not open it again.
+    /// closed it, by taking the focus away, does not open it again, and the second press of a
+    /// double click does not close it.
     void toggle(const AnchorEvidence& evidence, const QByteArray& activationToken = {});
 
     /// Opens the panel at the status item, or brings it to the front. It remembers the anchor: a
@@ -74,6 +79,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -94,6 +100,7 @@ private:
     double cornerRadius() const;
     void followScreens();
     void onDeactivated();
+    bool isRecent(std::optional<Instant> instant, std::chrono::milliseconds span) const;
 
     Dependencies m_with;
     QWidget* m_content;
@@ -102,6 +109,8 @@ private:
     QRect m_panel;
     QRect m_asked; ///< the last place asked for in this opening; a window manager may know better
     bool m_open = false; ///< what is wanted; the window loses the focus on its way to not being so
+    bool m_insisted = false;              ///< on the place asked for, in this opening
+    std::optional<Instant> m_opened;      ///< when it last was
     std::optional<Instant> m_deactivated; ///< when that last closed the panel
 };
 

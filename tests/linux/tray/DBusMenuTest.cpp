@@ -160,7 +160,29 @@ TEST_F(DBusMenuTest, TakesEventsInGroups) {
     EXPECT_EQ(group({{4711, u"clicked"_s, none, 1}}).type(), QDBusMessage::ErrorMessage);
 }
 
+TEST_F(DBusMenuTest, NeedsAnUpdateWhereTheNewestRowsWereNotRead) {
+    const auto needsUpdate = [this] {
+        const QVariantList group =
+            call(u"AboutToShowGroup"_s, {QVariant::fromValue(QList<int>{0})}).arguments();
+        const bool needs = call(u"AboutToShow"_s, {0}).arguments().value(0).toBool();
+        EXPECT_EQ(qdbus_cast<QList<int>>(group.value(0)).contains(0), needs);
+        return needs;
+    };
+    EXPECT_TRUE(needsUpdate());
+    layout(0, 0); // without the rows
+    EXPECT_TRUE(needsUpdate());
+    const int row = layout().ids().first();
+    EXPECT_FALSE(needsUpdate());
+    m_menu.setRows({quitRow, openRow});
+    EXPECT_TRUE(needsUpdate());
+    layout(row); // of one row alone
+    EXPECT_TRUE(needsUpdate());
+    layout(0, 1);
+    EXPECT_FALSE(needsUpdate());
+}
+
 TEST_F(DBusMenuTest, NeedsNoUpdateBeforeItShows) {
+    call(u"GetLayout"_s, {0, -1, QStringList()});
     EXPECT_EQ(call(u"AboutToShow"_s, {0}).arguments().value(0), false);
     EXPECT_EQ(call(u"AboutToShow"_s, {4711}).type(), QDBusMessage::ErrorMessage);
     const QVariantList group =

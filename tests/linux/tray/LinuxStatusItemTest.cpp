@@ -65,7 +65,8 @@ protected:
         std::unique_ptr<BarAppearance>(m_bar),
         {.desktop = u"sway"_s,
          .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }},
-         .nameOf = [this](uint) { return m_host; }}};
+         .nameOf = [this](uint) { return m_host; },
+         .insistence = 1ms}};
     BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
     QSignalSpy m_shown{&m_item, &StatusItem::shown};
 };
@@ -168,6 +169,24 @@ TEST_F(LinuxStatusItemTest, KnowsAHostThatTookAnothersPlace) {
     ASSERT_TRUE(m_shown.wait(patience));
     EXPECT_EQ(pixmaps().size(), 6);
     EXPECT_EQ(m_probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s), u"Standup · 12m"_s);
+}
+
+TEST_F(LinuxStatusItemTest, ShowsAHostThatWasStillStartingItsSymbolAgain) {
+    m_item.show(content());
+    m_probe.listen(itemPath, itemInterface);
+    const auto panel = watcher();
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return m_probe.signalNames() == QStringList{u"NewIcon"_s}; }, patience));
+    EXPECT_EQ(panel->registered().size(), 1);
+}
+
+TEST_F(LinuxStatusItemTest, ComesToGnomeASecondTime) {
+    m_host = u"gnome-shell"_s;
+    const auto panel = watcher();
+    m_item.show(content());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return panel->registered().size() == 2; }, patience));
+    EXPECT_EQ(panel->registered().first(), panel->registered().last());
 }
 
 TEST_F(LinuxStatusItemTest, SendsNothingWhenNothingChanged) {

@@ -300,5 +300,13 @@ TEST_F(StatusNotifierItemTest, LeavesTheBusWhenItEnds) {
     EXPECT_FALSE(probe.property(other, itemInterface, u"Id"_s).isValid());
 }
 
+// GNOME's extension asks for a method of its own first and takes only this error for a no.
+TEST_F(StatusNotifierItemTest, SaysWhichMethodsThereAreNot) {
+    const QDBusMessage answer =
+        m_probe.call(itemPath, itemInterface, u"XAyatanaSecondaryActivate"_s, {uint(4711)});
+    EXPECT_EQ(answer.type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(answer.errorName(), u"org.freedesktop.DBus.Error.UnknownMethod"_s);
+}
+
 } // namespace
 } // namespace lumora

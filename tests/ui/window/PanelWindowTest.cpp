@@ -227,13 +227,32 @@ TEST_F(PanelWindowTest, FollowsAFoldStepByStepWithTheEdgeAtTheBarInPlace) {
 
 TEST_F(PanelWindowTest, StaysWhereAWindowManagerPutIt) {
     open();
+    clock.advance(500ms); // when window managers have done with new windows
     window->move(100, 50);
+    QCoreApplication::processEvents();
     setContentHeight(400);
     EXPECT_EQ(window->pos(), QPoint(100, 50));
     EXPECT_EQ(window->panelGeometry(), QRect(100, 50, 322, 402));
     close();
     open();
     EXPECT_EQ(window->panelGeometry(), QRect(339, 30, 322, 402));
+}
+
+TEST_F(PanelWindowTest, InsistsOnItsPlaceOnceWhenItIsNew) {
+    open();
+    const QPoint place = window->pos();
+    window->move(place + QPoint(2, 22)); // a frame came and went
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->pos(), place);
+    window->move(place + QPoint(2, 22));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->pos(), place + QPoint(2, 22));
+
+    close();
+    open();
+    window->move(place + QPoint(2, 22));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->pos(), place);
 }
 
 TEST_F(PanelWindowTest, CutsAwayWhatThePanelLeavesFree) {
@@ -363,6 +382,42 @@ TEST_F(PanelWindowTest, ThePressOnTheItemOpensAndCloses) {
     EXPECT_FALSE(window->isVisible());
     window->toggle(topItem);
     EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, TheSecondPressOfADoubleClickDoesNotClose) {
+    AnchorEvidence press = topItem;
+    press.activation = press.pointer;
+    const std::chrono::milliseconds doubleClick(QApplication::doubleClickInterval());
+    window->toggle(press);
+    clock.advance(doubleClick - 1ms);
+    window->toggle(press);
+    EXPECT_TRUE(window->isVisible());
+    clock.advance(1ms);
+    window->toggle(press);
+    EXPECT_FALSE(window->isVisible());
+    // A key is no mouse.
+    window->toggle(topItem);
+    window->toggle(topItem);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(PanelWindowTest, IsPreparedBeforeEachShowing) {
+    int prepared = 0;
+    PanelWindow another(
+        new Content, {.themes = themes,
+                      .compositing = compositing,
+                      .clock = clock,
+                      .prepare = [&](const QWidget& panel) {
+                          EXPECT_TRUE(panel.internalWinId());
+                          EXPECT_FALSE(panel.isVisible());
+                          ++prepared;
+                      }});
+    another.showAt(topItem);
+    another.showAt(topItem);
+    EXPECT_EQ(prepared, 1);
+    another.hide();
+    another.showAt(topItem);
+    EXPECT_EQ(prepared, 2);
 }
 
 TEST_F(PanelWindowTest, ThePressThatTookTheFocusDoesNotOpenItAgain) {
