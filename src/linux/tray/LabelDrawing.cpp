@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace lumora {
 
@@ -21,23 +22,14 @@ constexpr int tightestStretch = 62;
 constexpr double letterShare = 0.62;
 constexpr double gapShare = 0.22;
 
-double widestDigit(const QFontMetricsF& metrics) {
-    double widest = 0;
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-        widest = std::max(widest, metrics.horizontalAdvance(QChar(digit)));
-    return widest;
+QChar widestDigit(const QFontMetricsF& metrics) {
+    constexpr std::u16string_view digits = u"0123456789";
+    return *std::ranges::max_element(
+        digits, {}, [&](char16_t digit) { return metrics.horizontalAdvance(QChar(digit)); });
 }
 
-/// The width of `text` if all digits were as wide as the widest: the bar must not jump when a
-/// minute passes.
 double steadyWidth(const QString& text, const QFontMetricsF& metrics) {
-    double width = metrics.horizontalAdvance(text);
-    const double widest = widestDigit(metrics);
-    for (const QChar c : text) {
-        if (c >= u'0' && c <= u'9')
-            width += widest - metrics.horizontalAdvance(c);
-    }
-    return width;
+    return metrics.horizontalAdvance(withEveryDigit(text, widestDigit(metrics)));
 }
 
 QFont sized(QFont font, double pixels, QFont::Weight weight) {
@@ -73,6 +65,14 @@ QImage transparent(int width, int height) {
 }
 
 } // namespace
+
+QString withEveryDigit(QString text, QChar digit) {
+    for (QChar& c : text) {
+        if (c >= u'0' && c <= u'9')
+            c = digit;
+    }
+    return text;
+}
 
 QImage drawTextInSquare(const QString& text, int pixels, const QColor& color, const QFont& font) {
     QImage image = transparent(pixels, pixels);

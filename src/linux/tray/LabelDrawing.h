@@ -7,6 +7,10 @@
 
 namespace lumora {
 
+/// `text` with `digit` in place of all its digits. As wide as the widest digit makes it, it does
+/// not change while a minute passes, and the bar does not jump.
+[[nodiscard]] QString withEveryDigit(QString text, QChar digit);
+
 /// Draws `text`, a few characters, as large as a square with an edge of `pixels` device pixels
 /// takes it: bold, and pressed together where it is wide. `font` gives the family.
 [[nodiscard]] QImage

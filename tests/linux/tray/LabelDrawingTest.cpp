@@ -65,6 +65,11 @@ TEST(LabelDrawing, SymbolAndTextStandSideBySide) {
     EXPECT_LE(text.bottom(), 20);
 }
 
+TEST(LabelDrawing, AllDigitsCountAsOneOfThem) {
+    EXPECT_EQ(withEveryDigit(u"Standup 2 · 109m"_s, u'8'), u"Standup 8 · 888m"_s);
+    EXPECT_EQ(withEveryDigit(u"\u0661m"_s, u'8'), u"\u0661m"_s); // a text's own are no countdown
+}
+
 TEST(LabelDrawing, AMinuteThatPassesMovesNothing) {
     const int width = wide(u"Standup · 12m"_s, 22).width();
     for (const QString& text : {u"Standup · 11m"_s, u"Standup · 18m"_s, u"Standup · 20m"_s})
