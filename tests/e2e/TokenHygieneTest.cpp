@@ -4,7 +4,6 @@
 #include "support/TestCertificates.h"
 
 #include <QDBusMessage>
-#include <QDebug>
 #include <QFile>
 #include <QSslServer>
 
@@ -14,12 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QByteArray token = "tell-this-to-nobody";
-
-QByteArray written(const QDBusMessage& message) {
-    QString text;
-    QDebug(&text) << message;
-    return text.toUtf8();
-}
 
 /// How often `text` stands in the memory that the process may write to.
 qsizetype countInMemory(qint64 process, const QByteArray& text) {

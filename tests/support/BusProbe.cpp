@@ -5,12 +5,19 @@
 #include <QDBusArgument>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
+#include <QDebug>
 #include <QTest>
 #include <QXmlStreamReader>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora::tests {
+
+QByteArray written(const QDBusMessage& message) {
+    QString text;
+    QDebug(&text) << message;
+    return text.toUtf8();
+}
 
 BusProbe::BusProbe(const QDBusConnection& bus, const QString& service)
     : m_bus(bus)

@@ -9,6 +9,9 @@
 
 namespace lumora::tests {
 
+/// `message` with all that it carries, as text.
+[[nodiscard]] QByteArray written(const QDBusMessage& message);
+
 /// Another program on the bus, looking at the objects of `service`: it calls them, and keeps the
 /// signals that they send.
 class BusProbe : public QObject {
