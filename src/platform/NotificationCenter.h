@@ -21,6 +21,7 @@ struct NotificationRequest {
     QVariantMap userInfo = {};          ///< comes back with the user's response; empty: nothing
     std::optional<QString> button = {}; ///< label of a button that responds as a click does
     Instant fireTime = {};              ///< by the wall clock; one that has passed means at once
+    std::optional<Instant> usefulUntil = {}; ///< it should stay until then; absent: for a moment
 
     bool operator==(const NotificationRequest&) const = default;
 };

@@ -61,6 +61,7 @@ NotificationRequest reminderRequest(const BriefEvent& event, Instant now, const 
         .userInfo = {},
         .button = {},
         .fireTime = std::max<Instant>(*event.start - reminderLead, now + 1s),
+        .usefulUntil = event.start,
     };
     if (event.meetingUrl) {
         request.userInfo.insert(meetingUrlKey, *event.meetingUrl);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 using namespace lumora;
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
@@ -33,6 +35,9 @@ struct Case {
     const char* name;
     std::chrono::microseconds startsIn;
     bool reminded;
+
+    /// Without it the framework prints the bytes of the whole, gaps included.
+    friend void PrintTo(const Case& shown, std::ostream* out) { *out << shown.name; }
 };
 
 class ReminderPlanTest : public testing::TestWithParam<Case> {};
@@ -192,6 +197,10 @@ TEST(ReminderPlan, FiresFiveMinutesAheadButNotWithinASecond) {
     EXPECT_EQ(firesIn(301s), 1s);
     EXPECT_EQ(firesIn(300s + 1us), 1s);
     EXPECT_EQ(firesIn(299s), 1s); // it slipped into the past while the pass was under way
+}
+
+TEST(ReminderPlan, IsOfUseUntilTheMeetingBegins) {
+    EXPECT_EQ(request(startingIn(1h), now).usefulUntil, now + 1h);
 }
 
 TEST(ReminderPlan, WithdrawsWhatIsNoLongerWantedInTheCentresOrder) {

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <map>
+#include <ostream>
 #include <random>
 #include <set>
 
@@ -45,6 +46,9 @@ struct Week {
     const char* zone;
     QDate monday; ///< of the week whose Sunday has the change
     unsigned seed;
+
+    /// Without it the framework prints the bytes of the whole, gaps included.
+    friend void PrintTo(const Week& shown, std::ostream* out) { *out << shown.name; }
 };
 
 /// One week of one person: meetings by the local clock, a briefing every ten minutes and after

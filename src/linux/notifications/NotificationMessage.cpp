@@ -2,6 +2,10 @@
 
 #include "texts/PlainText.h"
 
+#include <algorithm>
+#include <chrono>
+#include <limits>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -10,6 +14,7 @@ namespace {
 
 constexpr uchar normalUrgency = 1;
 constexpr int serversOwnTimeout = -1;
+constexpr std::chrono::milliseconds shortestTimeout = std::chrono::seconds(10);
 const QString programId = u"com.lumora.app"_s; // both the icon's and the desktop entry's name
 
 /// Pairs of key and label. The default action, which is the click itself, is there for every
@@ -30,10 +35,21 @@ QVariantMap hints() {
     };
 }
 
+/// In milliseconds. Left to themselves, some servers take a notification away after five seconds,
+/// when nobody may have looked.
+int timeout(const NotificationRequest& request, Instant now) {
+    if (!request.usefulUntil || *request.usefulUntil <= now)
+        return serversOwnTimeout;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*request.usefulUntil - now);
+    constexpr std::chrono::milliseconds longest(std::numeric_limits<int>::max());
+    return int(std::clamp(left, shortestTimeout, longest).count());
+}
+
 } // namespace
 
 QVariantList notifyArguments(
-    const NotificationRequest& request, const QStringList& capabilities, uint replacesId) {
+    const NotificationRequest& request, const QStringList& capabilities, uint replacesId,
+    Instant now) {
     const bool parsesMarkup = capabilities.contains("body-markup"_L1);
     const bool takesActions = capabilities.contains("actions"_L1);
     return {
@@ -44,7 +60,7 @@ QVariantList notifyArguments(
         parsesMarkup ? escapedForMarkup(request.body) : plainLines(request.body),
         takesActions ? actions(request) : QStringList(),
         hints(),
-        serversOwnTimeout,
+        timeout(request, now),
     };
 }
 

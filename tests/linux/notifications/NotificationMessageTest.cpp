@@ -2,12 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace lumora;
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
 const QStringList everything{u"actions"_s, u"body"_s, u"body-markup"_s, u"sound"_s};
+
+constexpr Instant shownAt{1'700'000'000s};
 
 NotificationRequest request() {
     return {
@@ -38,14 +43,14 @@ struct Arguments {
 Arguments arguments(
     const NotificationRequest& wanted, const QStringList& capabilities = everything,
     uint replacesId = 0) {
-    return Arguments(notifyArguments(wanted, capabilities, replacesId));
+    return Arguments(notifyArguments(wanted, capabilities, replacesId, shownAt));
 }
 
 } // namespace
 
 TEST(NotificationMessage, HasTheTypesOfTheProtocol) {
     QByteArrayList types;
-    for (const QVariant& argument : notifyArguments(request(), everything, 7))
+    for (const QVariant& argument : notifyArguments(request(), everything, 7, shownAt))
         types += argument.typeName();
     EXPECT_EQ(
         types, (QByteArrayList{
@@ -109,4 +114,20 @@ TEST(NotificationMessage, KeepsTheTitleOnOneLine) {
     NotificationRequest tricky = request();
     tricky.title = u"Stand\nup\t☕"_s;
     EXPECT_EQ(arguments(tricky).summary, u"Stand up ☕"_s);
+}
+
+TEST(NotificationMessage, StaysAsLongAsItIsOfUse) {
+    const auto timeout = [](std::optional<Instant> usefulUntil) {
+        NotificationRequest wanted = request();
+        wanted.usefulUntil = usefulUntil;
+        return arguments(wanted).timeout.toInt();
+    };
+    EXPECT_EQ(timeout(shownAt + 5min), 300'000);
+    EXPECT_EQ(timeout(shownAt + 12'345'600us), 12'346);
+    EXPECT_EQ(timeout(shownAt + 1s), 10'000); // nobody reads as fast
+    EXPECT_EQ(timeout(shownAt + 1000h), std::numeric_limits<int>::max());
+    // What came too late is shown as the server shows anything.
+    EXPECT_EQ(timeout(shownAt), -1);
+    EXPECT_EQ(timeout(shownAt - 1s), -1);
+    EXPECT_EQ(timeout({}), -1);
 }
