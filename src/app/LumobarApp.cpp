@@ -19,6 +19,9 @@ using namespace std::chrono_literals;
 // one that may not exist.
 constexpr auto statusAreaGrace = 300ms;
 
+// Desktops that are just starting have their bars by then.
+constexpr auto untilAllBarsAreThere = 30s;
+
 // By then everybody has let go of what was shown before.
 constexpr auto untilMemoryIsSpare = 5s;
 
@@ -69,6 +72,12 @@ LumobarApp::LumobarApp(const PlatformFamily& platform)
     , m_service(*m_platform.transport, m_keychain, *m_platform.clock)
     , m_reminders(*m_platform.notifications, *m_platform.preferences, *m_platform.clock)
     , m_delegate(m_reminders, *m_platform.preferences, *m_platform.urls)
+    , m_notice(
+          {.item = *m_platform.statusItem,
+           .notifications = *m_platform.notifications,
+           .preferences = *m_platform.preferences,
+           .clock = *m_platform.clock,
+           .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")})
     , m_commands(handlers()) {
     StatusItem* item = m_platform.statusItem.get();
     connect(item, &StatusItem::activated, this, [this](QPoint position, const QByteArray& token) {
@@ -108,6 +117,7 @@ void LumobarApp::begin() {
         &AppState::startPolling);
     followNetwork();
     connect(&m_session->state, &AppState::changed, this, &LumobarApp::tidyLater);
+    spawn(this, m_platform.clock->wait(untilAllBarsAreThere), [this] { m_notice.tell(); });
     m_delegate.applicationDidFinishLaunching();
 }
 

@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/PanelController.h"
 #include "app/SettingsController.h"
+#include "app/StatusAreaNotice.h"
 #include "app/StatusItemController.h"
 #include "app/ThemeFollower.h"
 #include "linux/commands/CommandServer.h"
@@ -63,6 +64,7 @@ private:
     LumoService m_service;
     NotificationService m_reminders;
     AppDelegate m_delegate;
+    StatusAreaNotice m_notice;
     std::optional<Session> m_session;
     CommandServer m_commands;
     bool m_tidying = false; ///< memory will be given back in a moment

@@ -28,6 +28,8 @@ inline const PreferenceKey<QString> label{QStringLiteral("label"), QStringLitera
 /// How bright the bar is that the symbol sits on: "auto", "dark" or "light".
 inline const PreferenceKey<QString> barTone{QStringLiteral("barTone"), QStringLiteral("auto")};
 inline const PreferenceKey<bool> notifyBeforeMeetings{QStringLiteral("notifyBeforeMeetings"), true};
+/// Whether the user was told that no bar shows the program.
+inline const PreferenceKey<bool> toldOfNoStatusArea{QStringLiteral("toldOfNoStatusArea"), false};
 /// Which sections of the panel are folded.
 inline const PreferenceKey<bool> eventsCollapsed{QStringLiteral("section.collapsed.events"), false};
 inline const PreferenceKey<bool> habitsCollapsed{QStringLiteral("section.collapsed.habits"), false};

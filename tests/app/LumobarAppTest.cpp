@@ -122,6 +122,19 @@ TEST_F(LumobarAppTest, ShowsTheItemBeforeAnyRequest) {
     EXPECT_TRUE(transport->requests().empty());
 }
 
+TEST_F(LumobarAppTest, SaysAfterAWhileThatNoBarShowsIt) {
+    item->reason = u"No status area"_s;
+    program->start();
+    clock->advance(1s);
+    QCoreApplication::processEvents();
+    clock->advance(29s);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(notifications->calls.contains(u"add no-status-area"_s));
+    clock->advance(1s);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(notifications->calls.contains(u"add no-status-area"_s));
+}
+
 TEST_F(LumobarAppTest, BeginsOnceAStatusAreaShowsTheItem) {
     begin();
     EXPECT_EQ(transport->requests().size(), 1U);
@@ -284,7 +297,7 @@ TEST_F(LumobarAppTest, MayEndBeforeItBegan) {
 
 TEST_F(LumobarAppTest, MayEndWhileItStillWaitsForAStatusArea) {
     begin();
-    EXPECT_EQ(clock->pendingWaitCount(), 1U);
+    EXPECT_EQ(clock->pendingWaitCount(), 2U);
     end();
 }
 

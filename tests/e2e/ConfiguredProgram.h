@@ -22,7 +22,8 @@ protected:
     void prefer(const QString& menuBarAmbient) {
         lumora.writePreferences(
             {{QStringLiteral("endpointURL"), service.endpoint()},
-             {QStringLiteral("menuBarAmbient"), menuBarAmbient}});
+             {QStringLiteral("menuBarAmbient"), menuBarAmbient},
+             {QStringLiteral("toldOfNoStatusArea"), QStringLiteral("true")}});
     }
 
     /// Moves the service's day so far back that no meeting is near.

@@ -11,7 +11,9 @@ class FakeStatusItem final : public StatusItem {
 public:
     void show(const StatusItemContent& content) override { contents.push_back(content); }
 
-    QString unavailableReason() const override { return {}; }
+    QString unavailableReason() const override { return reason; }
+
+    QString reason; ///< why it is shown nowhere; empty: it is
 
     std::vector<StatusItemContent> contents; ///< everything shown, in order
 };
