@@ -15,6 +15,18 @@ namespace {
 
 const QString propertiesInterface = u"org.freedesktop.DBus.Properties"_s;
 
+/// The map in `value`, empty when there is none with this signature: the bus library takes whatever
+/// there is for one, and reads beyond it.
+template <typename Map>
+Map mapIn(const QVariant& value, QStringView signature) {
+    const bool isOne = value.value<QDBusArgument>().currentSignature() == signature;
+    return isOne ? qdbus_cast<Map>(value) : Map();
+}
+
+QVariantMap propertiesIn(const QVariant& value) {
+    return mapIn<QVariantMap>(value, u"a{sv}");
+}
+
 QString firstPath(const QDBusMessage& message) {
     return message.arguments().value(0).value<QDBusObjectPath>().path();
 }
@@ -77,8 +89,8 @@ void SecretServiceMonitor::askForAttributes(const QString& itemPath) {
         m_bus, this, itemPath, propertiesInterface, u"GetAll"_s, {secretService::itemInterface},
         [this](const QDBusPendingCall& call) {
             // After an error there is nothing in it: the item is already gone again.
-            const auto item = qdbus_cast<QVariantMap>(call.reply().arguments().value(0));
-            const auto attributes = qdbus_cast<SecretAttributes>(item.value(u"Attributes"_s));
+            const QVariantMap item = propertiesIn(call.reply().arguments().value(0));
+            const auto attributes = mapIn<SecretAttributes>(item.value(u"Attributes"_s), u"a{ss}");
             if (!attributes.isEmpty() && !item.value(u"Locked"_s).toBool())
                 Q_EMIT itemTouched(attributes);
         });
@@ -99,7 +111,7 @@ void SecretServiceMonitor::propertiesChanged(const QDBusMessage& message) {
     const QVariantList arguments = message.arguments();
     if (arguments.size() < 3 || arguments[0].toString() != secretService::collectionInterface)
         return;
-    const auto locked = qdbus_cast<QVariantMap>(arguments[1]).value(u"Locked"_s);
+    const auto locked = propertiesIn(arguments[1]).value(u"Locked"_s);
     if (locked.isValid() && !locked.toBool())
         Q_EMIT unlockReported(message.path());
     else if (arguments[2].toStringList().contains(u"Locked"_s))
