@@ -1,6 +1,8 @@
 #include "texts/Formatters.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -32,7 +34,9 @@ QString roundedText(double value) {
 } // namespace
 
 QString percent(double fraction) {
-    return roundedText(fraction * 100) + u'%';
+    // Where a hundred times as much is beyond all numbers, it would have no digits.
+    constexpr double most = std::numeric_limits<double>::max();
+    return roundedText(std::clamp(fraction * 100, -most, most)) + u'%';
 }
 
 QString currency(double amount, const QLocale& locale) {

@@ -30,7 +30,8 @@ std::optional<Instant> ifInstant(const QJsonValue& value) {
 std::optional<QString> isoText(std::optional<Instant> instant) {
     if (!instant)
         return std::nullopt;
-    return toDateTime(*instant).toString(Qt::ISODate);
+    const QString text = toDateTime(*instant).toString(Qt::ISODate);
+    return text.isEmpty() ? std::nullopt : std::optional(text); // of years with five digits
 }
 
 /// `json` with what might be obeyed where it is printed as escapes, which mean the same.

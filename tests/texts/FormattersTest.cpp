@@ -48,6 +48,12 @@ TEST(Percent, RoundsHalvesAwayFromZero) {
     EXPECT_EQ(Formatters::percent(-0.0), u"0%"_s);
 }
 
+TEST(Percent, HasDigitsForWhateverTheServiceSays) {
+    const QString most = Formatters::percent(std::numeric_limits<double>::max());
+    EXPECT_TRUE(most.startsWith(u"17976931348623157"_s)) << qPrintable(most);
+    EXPECT_EQ(Formatters::percent(-std::numeric_limits<double>::max()), u'-' + most);
+}
+
 TEST(Percent, ZeroHasNoSign) {
     EXPECT_EQ(Formatters::percent(-0.001), u"0%"_s);
     EXPECT_EQ(Formatters::percent(-0.0), u"0%"_s);

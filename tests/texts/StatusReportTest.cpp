@@ -55,6 +55,13 @@ TEST(StatusReport, AbsentValuesAreNull) {
     EXPECT_EQ(StatusReport::fromJson(report.toJson()), report);
 }
 
+TEST(StatusReport, YearsThatTheFormatHasNoDigitsForAreNull) {
+    const auto read = StatusReport::fromJson(R"({"lastUpdated": "9999-12-31T23:00:00-14:00"})");
+    ASSERT_TRUE(read && read->lastUpdated);
+    const QJsonObject json = QJsonDocument::fromJson(read->toJson()).object();
+    EXPECT_TRUE(json.value(u"lastUpdated"_s).isNull());
+}
+
 TEST(StatusReport, WhatATerminalMightObeyIsEscaped) {
     StatusReport report;
     report.message = u"\u001b[31m\u0007\u007f\u009b2J\u2028\u202ea\u202c\u2067\\"_s;

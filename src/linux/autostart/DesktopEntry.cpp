@@ -24,7 +24,8 @@ constexpr std::pair<char16_t, char16_t> valueEscapes[] = {
 
 bool needsQuotes(const QString& argument) {
     return argument.isEmpty() || std::ranges::any_of(argument, [](QChar character) {
-               return reserved.contains(character);
+               // Other scripts have blanks of their own, which a reader takes off at either end.
+               return reserved.contains(character) || character.isSpace();
            });
 }
 

@@ -102,7 +102,8 @@ TEST(ExecLine, QuotesWhatIsReserved) {
 TEST(ExecLine, ReadsBackEveryPathItWrites) {
     for (const QString& path :
          {u"/usr/bin/lumora"_s, u"/my programs/lumora"_s, u"/a\"b`c$d\\e f"_s, u"/100%/%f"_s,
-          u"/tab\there"_s, u"/line\nend"_s, u"/~a;b&c|d*e?f#g(h)i<j>k"_s, u"/ä/日本/lumora"_s}) {
+          u"/tab\there"_s, u"/line\nend"_s, u"/~a;b&c|d*e?f#g(h)i<j>k"_s, u"/ä/日本/lumora"_s,
+          u"/blanks\u00a0"_s, u"/blanks\u3000"_s, u"/blanks\v"_s}) {
         EXPECT_EQ(programOf(execLineFor(path)), path);
         DesktopEntry entry;
         entry.setValue(u"Exec"_s, execLineFor(path));
