@@ -36,7 +36,7 @@ SymbolTone toneFor(const PanelEvidence& evidence) {
         return toneOn(evidence.wish == u"dark");
     if (hasDarkBar(evidence.desktop))
         return SymbolTone::Light;
-    // Xfce's panel is dark unless told otherwise; then it follows the theme like any other.
+    // Xfce sets its panel up as a dark one; else it is like the windows.
     if (namesDesktop(evidence.desktop, "XFCE"_L1) && evidence.xfcePanelIsDark.value_or(true))
         return SymbolTone::Light;
     // The rest speaks of windows; a bar with a theme of its own may differ from them.

@@ -13,14 +13,12 @@ namespace lumora {
 struct PanelEvidence {
     using Preference = DesktopAppearance::Preference;
 
-    QString wish = {};    ///< the user's: "dark" or "light"; anything else: none
-    QString desktop = {}; ///< as in XDG_CURRENT_DESKTOP, e.g. "ubuntu:GNOME"
-    std::optional<bool> themeIsDark =
-        {}; ///< the theme of the panel itself; absent: it says nothing
+    QString wish = {};                     ///< the user's: "dark" or "light"; anything else: none
+    QString desktop = {};                  ///< as in XDG_CURRENT_DESKTOP, e.g. "ubuntu:GNOME"
+    std::optional<bool> themeIsDark = {};  ///< the panel's own theme; absent: it says nothing
     std::optional<Preference> portal = {}; ///< the desktop's stated preference; absent: none
-    std::optional<bool> xfcePanelIsDark =
-        {};                     ///< Xfce's setting; absent: not set, or another desktop
-    bool paletteIsDark = false; ///< the program's own windows
+    std::optional<bool> xfcePanelIsDark = {}; ///< Xfce's setting; absent: not known
+    bool paletteIsDark = false;               ///< the program's own windows
 
     bool operator==(const PanelEvidence&) const = default;
 };

@@ -81,23 +81,26 @@ void PanelToneMonitor::readXfce() {
     auto* pending = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
         pending->deleteLater();
-        // An error is the usual answer for a setting that was never touched.
-        if (const QDBusPendingReply<QDBusVariant> answer = *pending; answer.isValid())
-            apply([&](PanelEvidence& evidence) {
-                evidence.xfcePanelIsDark = answer.value().variant().toBool();
-            });
+        const QDBusPendingReply<QDBusVariant> answer = *pending;
+        if (answer.isValid())
+            setXfcePanelDark(answer.value().variant().toBool());
+        else if (answer.error().name().startsWith(xfceName()))
+            setXfcePanelDark(false); // it was never set: the panel is like the windows
     });
 }
 
 void PanelToneMonitor::onXfceSetting(const QDBusMessage& change) {
     if (isAbout(change, u"xfce4-panel", u"/panels/dark-mode"))
-        apply(
-            [&](PanelEvidence& evidence) { evidence.xfcePanelIsDark = valueIn(change).toBool(); });
+        setXfcePanelDark(valueIn(change).toBool());
 }
 
 void PanelToneMonitor::onXfceSettingRemoved(const QDBusMessage& change) {
     if (isAbout(change, u"xfce4-panel", u"/panels/dark-mode"))
-        apply([](PanelEvidence& evidence) { evidence.xfcePanelIsDark.reset(); });
+        setXfcePanelDark(false);
+}
+
+void PanelToneMonitor::setXfcePanelDark(bool dark) {
+    apply([dark](PanelEvidence& evidence) { evidence.xfcePanelIsDark = dark; });
 }
 
 bool PanelToneMonitor::eventFilter(QObject* watched, QEvent* event) {

@@ -37,6 +37,7 @@ private:
     void watchXfce();
     void readXfce();
     void readTheme();
+    void setXfcePanelDark(bool dark);
     void apply(const std::function<void(PanelEvidence&)>& edit);
 
     QDBusConnection m_bus;

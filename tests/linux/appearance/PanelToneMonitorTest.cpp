@@ -53,7 +53,7 @@ public Q_SLOTS:
     QDBusVariant GetProperty(const QString& channel, const QString& property) {
         if (m_darkMode && channel == u"xfce4-panel" && property == u"/panels/dark-mode")
             return QDBusVariant(*m_darkMode);
-        sendErrorReply(QDBusError::Failed, u"no such property"_s);
+        sendErrorReply(u"org.xfce.Xfconf.Error.PropertyNotFound"_s, u"no such property"_s);
         return {};
     }
 
@@ -233,10 +233,21 @@ TEST_F(PanelToneMonitorTest, ReadsAndFollowsXfcesPanel) {
 
     xfconf.change(u"xfce4-panel"_s, false);
     ASSERT_TRUE(changed.wait(patience));
-    xfconf.remove();
+    EXPECT_EQ(changed.size(), 3);
+    xfconf.change(u"xfce4-panel"_s, true);
     ASSERT_TRUE(changed.wait(patience));
-    EXPECT_EQ(monitor.tone(), SymbolTone::Light);
-    EXPECT_EQ(changed.size(), 4);
+    xfconf.remove(); // what is not set is off
+    ASSERT_TRUE(changed.wait(patience));
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
+    EXPECT_EQ(changed.size(), 5);
+}
+
+TEST_F(PanelToneMonitorTest, TakesXfcesPanelToBeLikeTheWindowsWhereNothingIsSet) {
+    const FakeXfconf xfconf(m_bus.connect(), std::nullopt);
+    PanelToneMonitor monitor(m_bus.connect(), u"XFCE"_s, m_wishes, m_preferences);
+    QSignalSpy changed(&monitor, &BarAppearance::toneChanged);
+    ASSERT_TRUE(changed.wait(patience));
+    EXPECT_EQ(monitor.tone(), SymbolTone::Dark);
 }
 
 TEST_F(PanelToneMonitorTest, FollowsXfcesPanelBeforeThePreference) {

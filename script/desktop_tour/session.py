@@ -1,0 +1,139 @@
+"""A private desktop: an X server, a session bus and a home folder that end with it."""
+import os
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+from pathlib import Path
+
+PATIENCE = 60  # seconds; only what fails waits so long
+NOBODY = 65534  # sway and some shells refuse root
+
+
+def wait_until(condition, patience=PATIENCE):
+    """The condition's first true value; None when the patience is over."""
+    end = time.monotonic() + patience
+    while time.monotonic() < end:
+        if value := condition():
+            return value
+        time.sleep(0.1)
+    return None
+
+
+class Session:
+    """Used with "with"; programs started in it end with it, the latest first."""
+
+    def __init__(self, desktop, log_folder):
+        self.folder = Path(tempfile.mkdtemp(prefix="desktop-"))
+        self.log_folder = log_folder
+        self.processes = []
+        self.ordinary_user = False
+        self.inside = {}  # what programs of the desktop find otherwise than the desktop itself
+        log_folder.mkdir(parents=True, exist_ok=True)
+        home = self.folder / "home"
+        run = self.folder / "run"
+        (home / ".config").mkdir(parents=True)
+        run.mkdir(mode=0o700)
+        keep = ("PATH", "LD_LIBRARY_PATH", "FONTCONFIG_FILE")
+        self.environment = {name: os.environ[name] for name in keep if name in os.environ}
+        self.environment |= {
+            "HOME": str(home),
+            "XDG_CONFIG_HOME": str(home / ".config"),
+            "XDG_RUNTIME_DIR": str(run),
+            "XDG_SESSION_TYPE": "x11",
+            "LC_ALL": "C.UTF-8",
+            "NO_AT_BRIDGE": "1",
+            "GIO_USE_VFS": "local",
+            "GSETTINGS_BACKEND": "keyfile",
+            "LIBGL_ALWAYS_SOFTWARE": "1",
+            "DISPLAY": self.start_x_server(),
+        }
+        if desktop:
+            self.environment["XDG_CURRENT_DESKTOP"] = desktop
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            self.end(process)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    @property
+    def config(self):
+        return Path(self.environment["XDG_CONFIG_HOME"])
+
+    def write(self, name, text):
+        """A file below the configuration folder."""
+        path = self.config / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text)
+
+    def become_ordinary_user(self):
+        """What is started from now on belongs to nobody, and so does the home."""
+        self.ordinary_user = os.geteuid() == 0
+        if self.ordinary_user:
+            for path in [self.folder, *self.folder.rglob("*")]:
+                os.chown(path, NOBODY, NOBODY)
+
+    def command(self, arguments):
+        if not self.ordinary_user:
+            return list(arguments)
+        user = [f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"]
+        return ["setpriv", *user, "--inh-caps=-all", *arguments]
+
+    def start(self, name, *arguments, **environment):
+        log = (self.log_folder / f"{name}.log").open("ab")
+        process = subprocess.Popen(
+            self.command(arguments),
+            env=self.environment | environment,
+            stdin=subprocess.DEVNULL,
+            stdout=log,
+            stderr=log,
+            start_new_session=True,
+        )
+        self.processes.append(process)
+        return process
+
+    def run(self, *arguments):
+        """Runs a program of ours to its end."""
+        subprocess.run(
+            self.command(arguments), env=self.environment, capture_output=True, timeout=PATIENCE
+        )
+
+    def end(self, process):
+        """Ends a program and all that it has started."""
+        for sent in (signal.SIGTERM, signal.SIGKILL):
+            try:
+                os.killpg(process.pid, sent)
+            except ProcessLookupError:
+                pass
+            if wait_until(lambda: process.poll() is not None, 5):
+                break
+        if process in self.processes:
+            self.processes.remove(process)
+
+    def start_x_server(self):
+        reader, writer = os.pipe()
+        log = (self.log_folder / "x-server.log").open("ab")
+        server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-noreset"],
+            pass_fds=[writer],
+            stdout=log,
+            stderr=log,
+            start_new_session=True,
+        )
+        self.processes.append(server)
+        os.close(writer)
+        with os.fdopen(reader) as answer:
+            return ":" + answer.readline().strip()
+
+    def start_bus(self):
+        address = f"unix:path={self.environment['XDG_RUNTIME_DIR']}/bus"
+        self.start("bus", "dbus-daemon", "--session", "--nofork", "--nopidfile",
+                   f"--address={address}")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        bus = Path(address.removeprefix("unix:path="))
+        if not wait_until(bus.exists):
+            raise RuntimeError("the session bus did not start")
