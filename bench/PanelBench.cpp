@@ -1,8 +1,10 @@
-// What the panel costs inside the program: opening it with more and more rows, and refreshes with
-// and without something new. Drawn into memory, so that no X server is in the figures.
+// What the panel costs inside the program: opening it with more and more rows, and with longer and
+// longer texts; what the status item shows of these; and refreshes with and without something new.
+// Drawn into memory, so that no X server is in the figures.
 
 #include "support/Fixtures.h"
 #include "support/PanelFixture.h"
+#include "texts/StatusPresentation.h"
 
 #include <QApplication>
 #include <QPixmap>
@@ -25,6 +27,21 @@ Briefing dayWithHabits(qint64 count) {
     return briefing;
 }
 
+/// A day whose texts all have as many letters, in a script that takes some work.
+Briefing dayWithTexts(qsizetype letters) {
+    const QString title = u"ประชุมวางแผน"_s.repeated(letters / 12 + 1).first(letters);
+    Briefing briefing = tests::fullDay();
+    for (BriefEvent& event : briefing.eventsToday) {
+        event.title = title;
+        event.location = title;
+    }
+    for (Habit& habit : briefing.habits.items)
+        habit.name = title;
+    for (Chore& chore : briefing.chores.top)
+        chore.name = title;
+    return briefing;
+}
+
 /// Lays the panel out and paints as much of it as a screen shows: the rest is scrolled to.
 void draw(MenuBarView& panel) {
     constexpr int screenHeight = 1000;
@@ -34,14 +51,38 @@ void draw(MenuBarView& panel) {
     benchmark::DoNotOptimize(picture.cacheKey());
 }
 
-void openPanel(benchmark::State& state) {
-    const Briefing briefing = dayWithHabits(state.range(0));
+void open(benchmark::State& state, const Briefing& briefing) {
     for ([[maybe_unused]] auto _ : state) {
         tests::ViewHarness panel;
         panel.view.hide();
         panel.lastGood = briefing;
         panel.render();
         draw(panel.view);
+    }
+}
+
+void openPanel(benchmark::State& state) {
+    open(state, dayWithHabits(state.range(0)));
+}
+
+/// With what is searched, measured and drawn of a text bounded, a million letters cost as much as
+/// a line of them does.
+void openPanelOfTexts(benchmark::State& state) {
+    open(state, dayWithTexts(state.range(0)));
+}
+
+void makeStatusItem(benchmark::State& state) {
+    const std::optional<Briefing> briefing = dayWithTexts(state.range(0));
+    const LoadState loaded = LoadState::loaded(*briefing);
+    for ([[maybe_unused]] auto _ : state) {
+        const auto content = statusItemContent({
+            .lastGood = briefing,
+            .state = loaded,
+            .lastUpdated = tests::FakeClock::defaultStart,
+            .menuBarAmbient = {},
+            .now = tests::FakeClock::defaultStart,
+        });
+        benchmark::DoNotOptimize(content.menu.size());
     }
 }
 
@@ -74,6 +115,8 @@ void refreshWithChange(benchmark::State& state) {
 } // namespace
 
 BENCHMARK(openPanel)->ArgName("habits")->Arg(10)->Arg(100)->Arg(1000)->Arg(10000);
+BENCHMARK(openPanelOfTexts)->ArgName("letters")->Arg(40)->Arg(1'000'000);
+BENCHMARK(makeStatusItem)->ArgName("letters")->Arg(1000)->Arg(1'000'000);
 BENCHMARK(refreshWithoutChange)->ArgName("habits")->Arg(10);
 BENCHMARK(refreshWithChange)->ArgName("habits")->Arg(10);
 

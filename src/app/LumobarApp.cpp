@@ -136,6 +136,7 @@ void LumobarApp::tidyLater() {
         return;
     spawn(this, m_platform.clock->wait(untilMemoryIsSpare), [this] {
         m_tidying = false;
+        m_session->panel.letGo();
         m_platform.returnSpareMemory();
     });
 }

@@ -150,7 +150,19 @@ void PanelController::prepare() {
     if (m_window)
         return; // the user was faster
     window();
-    // Without failures: they are told when they are first shown, and nobody sees this.
+    renderUnseen();
+    m_window->rehearse();
+}
+
+void PanelController::letGo() {
+    const bool holdsAnother = m_held && m_held != m_with.state.lastUpdated();
+    if (holdsAnother && !m_window->isVisible())
+        renderUnseen();
+}
+
+/// Without failures: they are told when they are first shown, and nobody sees this.
+void PanelController::renderUnseen() {
+    m_held = m_with.state.lastUpdated();
     m_view->render({
         .state = LoadState(),
         .lastGood = m_with.state.lastGood(),
@@ -160,11 +172,11 @@ void PanelController::prepare() {
         .links = linkPolicy(m_with.preferences),
         .now = m_with.clock.now(),
     });
-    m_window->rehearse();
 }
 
 void PanelController::render() {
     const AppState& state = m_with.state;
+    m_held = state.lastUpdated();
     m_view->render({
         .state = state.state(),
         .lastGood = state.lastGood(),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "briefing/Instant.h"
 #include "ui/window/PanelPlacement.h"
 
 #include <QByteArray>
@@ -8,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace lumora {
 
@@ -23,7 +25,7 @@ class UrlOpener;
 
 /// Makes the panel when it is first opened, or shortly after the first briefing so that opening it
 /// takes no time; keeps it in step with the state while it is open, and turns what the user does
-/// in it into actions. After that a closed panel is not rendered.
+/// in it into actions. After that a closed panel is rendered only to let go of a day that is over.
 class PanelController : public QObject {
     Q_OBJECT
 
@@ -60,11 +62,16 @@ public:
     /// Closes the panel, if it is open.
     void hide();
 
+    /// Has a panel that nobody sees hold the last briefing instead of the one that it showed, which
+    /// may have been a large one.
+    void letGo();
+
 private:
     PanelWindow& window();
     void connectView();
     void prepareOnce();
     void prepare();
+    void renderUnseen();
     void render();
     void capture(const QString& thought);
     void openDashboard();
@@ -73,6 +80,7 @@ private:
     std::unique_ptr<PanelWindow> m_window; ///< null until first opened or prepared
     MenuBarView* m_view = nullptr;         ///< a child of the window
     bool m_preparing = false;              ///< that has been begun, or is not needed any more
+    std::optional<Instant> m_held;         ///< when the briefing was stored that the view holds
 };
 
 } // namespace lumora

@@ -21,7 +21,7 @@ bool LoadState::operator==(const LoadState& other) const {
     if (m_value.index() != other.m_value.index())
         return false;
     if (const auto* loaded = std::get_if<Loaded>(&m_value))
-        return loaded->briefing.generatedAt == std::get<Loaded>(other.m_value).briefing.generatedAt;
+        return loaded->generatedAt == std::get<Loaded>(other.m_value).generatedAt;
     return failureMessage() == other.failureMessage();
 }
 

@@ -17,7 +17,7 @@ public:
     struct Loading {}; ///< the first fetch is under way
 
     struct Loaded {
-        Briefing briefing;
+        double generatedAt; ///< the briefing's
     };
 
     struct Failed {
@@ -28,7 +28,9 @@ public:
 
     static LoadState loading() { return LoadState(Loading{}); }
 
-    static LoadState loaded(Briefing briefing) { return LoadState(Loaded{std::move(briefing)}); }
+    static LoadState loaded(const Briefing& briefing) {
+        return LoadState(Loaded{briefing.generatedAt});
+    }
 
     static LoadState failed(QString message) { return LoadState(Failed{std::move(message)}); }
 

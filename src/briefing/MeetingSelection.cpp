@@ -1,13 +1,23 @@
 #include "briefing/MeetingSelection.h"
 
-#include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace lumora {
 
 namespace {
 
-bool isCandidate(const BriefEvent& event, Instant now, Seconds threshold) {
+/// When a candidate that has begun ends, and when it began. One without an end would be over.
+std::pair<Instant, Instant> endAndStart(const BriefEvent& event) {
+    return {*event.end, *event.start};
+}
+
+std::optional<BriefEvent> ifAny(const BriefEvent* event) {
+    return event ? std::optional(*event) : std::nullopt;
+}
+
+} // namespace
+
+bool isMeetingCandidate(const BriefEvent& event, Instant now, Seconds threshold) {
     if (!event.start || event.allDay)
         return false;
     if (event.end && secondsBetween(*event.start, *event.end) >= threshold)
@@ -15,45 +25,34 @@ bool isCandidate(const BriefEvent& event, Instant now, Seconds threshold) {
     return event.end.value_or(*event.start) > now;
 }
 
-Instant endOrFarFuture(const BriefEvent& event) {
-    return event.end.value_or(Instant::max());
-}
-
-} // namespace
-
-std::vector<BriefEvent>
-meetingCandidates(const Briefing& briefing, Instant now, Seconds threshold) {
-    std::vector<BriefEvent> candidates;
-    std::ranges::copy_if(
-        briefing.eventsToday, std::back_inserter(candidates),
-        [&](const BriefEvent& event) { return isCandidate(event, now, threshold); });
-    std::ranges::stable_sort(candidates, {}, [](const BriefEvent& event) { return *event.start; });
-    return candidates;
-}
-
-std::optional<BriefEvent> upcomingMeeting(const std::vector<BriefEvent>& candidates, Instant now) {
-    const auto found = std::ranges::find_if(
-        candidates, [now](const BriefEvent& event) { return *event.start > now; });
-    return found == candidates.end() ? std::nullopt : std::optional(*found);
+std::optional<BriefEvent>
+upcomingMeeting(const Briefing& briefing, Instant now, Seconds threshold) {
+    const BriefEvent* chosen = nullptr;
+    for (const BriefEvent& event : briefing.eventsToday) {
+        if (!isMeetingCandidate(event, now, threshold) || *event.start <= now)
+            continue;
+        if (!chosen || *event.start < *chosen->start)
+            chosen = &event;
+    }
+    return ifAny(chosen);
 }
 
 std::optional<BriefEvent>
-meetingInProgress(const std::vector<BriefEvent>& candidates, Instant now) {
+meetingInProgress(const Briefing& briefing, Instant now, Seconds threshold) {
     const BriefEvent* chosen = nullptr;
-    for (const BriefEvent& event : candidates) {
-        if (*event.start > now)
+    for (const BriefEvent& event : briefing.eventsToday) {
+        if (!isMeetingCandidate(event, now, threshold) || *event.start > now)
             continue;
-        if (!chosen || endOrFarFuture(event) < endOrFarFuture(*chosen))
+        if (!chosen || endAndStart(event) < endAndStart(*chosen))
             chosen = &event;
     }
-    return chosen ? std::optional(*chosen) : std::nullopt;
+    return ifAny(chosen);
 }
 
 std::optional<BriefEvent> nextMeeting(const Briefing& briefing, Instant now, Seconds threshold) {
-    const auto candidates = meetingCandidates(briefing, now, threshold);
-    if (auto upcoming = upcomingMeeting(candidates, now))
+    if (auto upcoming = upcomingMeeting(briefing, now, threshold))
         return upcoming;
-    return meetingInProgress(candidates, now);
+    return meetingInProgress(briefing, now, threshold);
 }
 
 } // namespace lumora

@@ -3,7 +3,6 @@
 #include "briefing/Briefing.h"
 
 #include <optional>
-#include <vector>
 
 namespace lumora {
 
@@ -11,19 +10,19 @@ namespace lumora {
 /// that they agree on the meeting.
 inline constexpr Seconds backgroundThreshold{21600};
 
-/// The meetings of today that are not over at `now`, by start; equal starts keep the producer's
-/// order. All-day entries, entries without a start and entries of at least `threshold` are none.
-/// The producer's own `nextEvent` plays no part.
-std::vector<BriefEvent> meetingCandidates(const Briefing& briefing, Instant now, Seconds threshold);
+/// Whether `event` is a meeting that is not over at `now`. All-day entries, entries without a start
+/// and entries of at least `threshold` are none.
+bool isMeetingCandidate(const BriefEvent& event, Instant now, Seconds threshold);
 
-/// The first of `candidates` (from meetingCandidates) that starts strictly after `now`; absent
-/// when none does.
-std::optional<BriefEvent> upcomingMeeting(const std::vector<BriefEvent>& candidates, Instant now);
+/// The first candidate of today that starts strictly after `now`, among equal starts the first in
+/// the producer's order; absent when none does. The producer's own `nextEvent` plays no part, here
+/// and below.
+std::optional<BriefEvent> upcomingMeeting(const Briefing& briefing, Instant now, Seconds threshold);
 
-/// Of the `candidates` (from meetingCandidates) that have begun by `now`, the one that ends first;
-/// absent when none has begun. An absent end counts as the far future, among equal ends the first
-/// wins.
-std::optional<BriefEvent> meetingInProgress(const std::vector<BriefEvent>& candidates, Instant now);
+/// Of the candidates of today that have begun by `now`, the one that ends first; absent when none
+/// has begun. Among equal ends the one that began first wins, and then the producer's order.
+std::optional<BriefEvent>
+meetingInProgress(const Briefing& briefing, Instant now, Seconds threshold);
 
 /// The meeting that matters at `now`: the next one to start, however far away, else the one in
 /// progress; absent when there is neither.

@@ -36,6 +36,9 @@ bool isForbidden(const QString& scheme) {
     return schemes.contains(scheme);
 }
 
+/// UTF-16 units. A program can be handed no more than 128 KiB in one argument.
+constexpr qsizetype longestLink = 32 * 1024;
+
 /// Whether `character` does something instead of standing for itself.
 bool isControl(QChar character) {
     return isControlCharacter(character) || bidiControl(character) != BidiControl::None;
@@ -62,7 +65,10 @@ bool LinkPolicy::allows(const QUrl& url) const {
 }
 
 std::optional<QUrl> LinkPolicy::link(const QString& text) const {
-    const QString address = text.trimmed();
+    const QStringView trimmed = QStringView(text).trimmed();
+    if (trimmed.size() > longestLink)
+        return std::nullopt;
+    const QString address = trimmed.toString();
     if (std::any_of(address.cbegin(), address.cend(), isControl))
         return std::nullopt;
     QUrl url(address, QUrl::TolerantMode);

@@ -25,7 +25,7 @@ public:
     /// The address that `text` is; absent when it is none or may not be opened. Blanks around it
     /// are dropped, and characters that belong into no address are percent-encoded: feeds are
     /// written carelessly. Control characters and such as turn the direction of writing are not
-    /// carelessness.
+    /// carelessness, nor is an address that is too long to be handed to a program.
     [[nodiscard]] std::optional<QUrl> link(const QString& text) const;
 
 private:

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -21,19 +22,19 @@ bool isReminded(const BriefEvent& event, Instant now) {
     return *event.start - reminderLead > now && *event.start - now < reminderHorizon;
 }
 
-/// The nearest of `events`, which all have a start, in the order they have there.
-std::vector<BriefEvent> nearest(const std::vector<BriefEvent>& events, std::size_t count) {
-    std::vector<const BriefEvent*> chosen;
-    chosen.reserve(events.size());
-    for (const BriefEvent& event : events)
-        chosen.push_back(&event);
-    std::ranges::stable_sort(chosen, {}, [](const BriefEvent* event) { return *event->start; });
-    chosen.resize(std::min(count, chosen.size()));
-    std::ranges::sort(chosen); // by place in `events`
+/// The `count` nearest of `events`, which lie in one list and all have a start, in their order
+/// there. Nothing else is sorted or copied: there may be a hundred thousand.
+std::vector<BriefEvent> nearest(std::vector<const BriefEvent*> events, std::size_t count) {
+    const auto startAndPlace = [](const BriefEvent* event) {
+        return std::pair(*event->start, event);
+    };
+    const auto end = events.begin() + qsizetype(std::min(count, events.size()));
+    std::ranges::partial_sort(events, end, {}, startAndPlace);
+    std::sort(events.begin(), end); // by place
     std::vector<BriefEvent> result;
-    result.reserve(chosen.size());
-    for (const BriefEvent* event : chosen)
-        result.push_back(*event);
+    std::transform(events.begin(), end, std::back_inserter(result), [](const BriefEvent* event) {
+        return *event;
+    });
     return result;
 }
 
@@ -46,11 +47,12 @@ QString body(const BriefEvent& event) {
 } // namespace
 
 std::vector<BriefEvent> remindedEvents(const Briefing& briefing, Instant now) {
-    std::vector<BriefEvent> events;
-    std::ranges::copy_if(
-        briefing.eventsToday, std::back_inserter(events),
-        [now](const BriefEvent& event) { return isReminded(event, now); });
-    return nearest(events, mostReminders);
+    std::vector<const BriefEvent*> events;
+    for (const BriefEvent& event : briefing.eventsToday) {
+        if (isReminded(event, now))
+            events.push_back(&event);
+    }
+    return nearest(std::move(events), mostReminders);
 }
 
 NotificationRequest reminderRequest(const BriefEvent& event, Instant now, const LinkPolicy& links) {

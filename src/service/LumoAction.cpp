@@ -1,5 +1,6 @@
 #include "service/LumoAction.h"
 
+#include "briefing/TextBounds.h"
 #include "briefing/json/JsonRecord.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -36,7 +37,10 @@ struct JsonSchema<ActionResult> {
 
 ActionResult decodeActionResult(const QByteArray& body) {
     const ActionResult taken{.ok = true, .queued = {}, .reason = {}};
-    return decodeJson<ActionResult>(body).value_or(taken);
+    ActionResult result = decodeJson<ActionResult>(body).value_or(taken);
+    if (result.reason)
+        result.reason = beginning(*result.reason, longestPassage);
+    return result;
 }
 
 } // namespace lumora

@@ -38,7 +38,7 @@ private:
 struct ActionResult {
     std::optional<bool> ok;
     std::optional<bool> queued;    ///< false: the service declined for now
-    std::optional<QString> reason; ///< why, for the user
+    std::optional<QString> reason; ///< why, for the user; cut at `longestPassage`
 
     bool operator==(const ActionResult&) const = default;
 };

@@ -1,9 +1,8 @@
 #include "service/ReplyClassification.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-
-using namespace Qt::Literals::StringLiterals;
+#include "briefing/TextBounds.h"
+#include "briefing/json/JsonDocument.h"
+#include "briefing/json/JsonValues.h"
 
 namespace lumora {
 
@@ -32,6 +31,13 @@ LumoError statusError(const HttpResponse& response) {
     return LumoError::serverError(response.status);
 }
 
+/// As much of a message as is ever shown.
+QString message(std::string_view utf8) {
+    // No unit of a text takes more than three bytes, and what is torn here is cut off there.
+    constexpr size_t enough = 3 * (size_t(longestPassage) + 1);
+    return beginning(toQString(utf8.substr(0, enough)), longestPassage);
+}
+
 } // namespace
 
 tl::expected<QByteArray, LumoError> classifyOutcome(const HttpOutcome& outcome) {
@@ -43,11 +49,18 @@ tl::expected<QByteArray, LumoError> classifyOutcome(const HttpOutcome& outcome) 
 }
 
 std::optional<QString> errorMessage(const QByteArray& body) {
-    // A body that is no JSON, or no object, reads as an object without members.
-    const QJsonValue error = QJsonDocument::fromJson(body).object().value(u"error"_s);
-    if (!error.isString())
+    const JsonDocument document(body);
+    simdjson::dom::object members;
+    if (!document.root() || document.root()->get(members) != simdjson::SUCCESS)
         return std::nullopt;
-    return error.toString();
+    std::optional<QString> found;
+    for (const auto [key, value] : members) {
+        std::string_view text;
+        if (key == "error")
+            found =
+                value.get(text) == simdjson::SUCCESS ? std::optional(message(text)) : std::nullopt;
+    }
+    return found;
 }
 
 } // namespace lumora

@@ -10,7 +10,7 @@ namespace lumora {
 [[nodiscard]] tl::expected<QByteArray, LumoError> classifyOutcome(const HttpOutcome& outcome);
 
 /// The server's message in an error body: the string member "error" of a JSON object, even when it
-/// is empty. Absent for anything else.
+/// is empty, cut at `longestPassage`; of several the last. Absent for anything else.
 [[nodiscard]] std::optional<QString> errorMessage(const QByteArray& body);
 
 } // namespace lumora

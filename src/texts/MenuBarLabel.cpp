@@ -119,11 +119,10 @@ QString title(MenuBarAmbient ambient) {
 }
 
 std::optional<BriefEvent> MenuBarLabel::meeting(const Briefing& briefing, Instant now) {
-    const auto candidates = meetingCandidates(briefing, now, backgroundThreshold);
-    auto upcoming = upcomingMeeting(candidates, now);
+    auto upcoming = upcomingMeeting(briefing, now, backgroundThreshold);
     if (upcoming && secondsBetween(now, *upcoming->start) <= countdownReach)
         return upcoming;
-    return meetingInProgress(candidates, now);
+    return meetingInProgress(briefing, now, backgroundThreshold);
 }
 
 MenuBarLabel::Mode MenuBarLabel::mode(

@@ -1,5 +1,6 @@
 #include "texts/PanelTexts.h"
 
+#include "briefing/TextBounds.h"
 #include "texts/Formatters.h"
 
 #include <algorithm>
@@ -15,8 +16,13 @@ QString ratio(qint64 part, qint64 whole) {
     return QString::number(part) + u'/' + QString::number(whole);
 }
 
+/// A name or a title as far as it is worth hearing; what follows it is heard as well.
+QString line(const QString& text) {
+    return beginning(text, longestLine);
+}
+
 QString quoted(const QString& name) {
-    return u'\u201C' + name + u'\u201D';
+    return u'\u201C' + line(name) + u'\u201D';
 }
 
 } // namespace
@@ -93,7 +99,7 @@ std::optional<QString> streakLabel(const Habit& habit) {
 }
 
 QString habitAccessibleName(const Habit& habit) {
-    QStringList parts{habit.name, habit.done ? u"done"_s : u"not done"_s};
+    QStringList parts{line(habit.name), habit.done ? u"done"_s : u"not done"_s};
     if (habit.target > 1)
         parts += u"%1 of %2"_s.arg(habit.count).arg(habit.target);
     if (habit.streak >= 1)
@@ -103,15 +109,19 @@ QString habitAccessibleName(const Habit& habit) {
 
 QString choreAccessibleName(const Chore& chore) {
     if (!isOverdue(chore))
-        return chore.name + u", "_s + overdueLabel(chore);
+        return line(chore.name) + u", "_s + overdueLabel(chore);
     const QString days = *chore.daysOverdue == 1 ? u" day overdue"_s : u" days overdue"_s;
-    return chore.name + u", "_s + QString::number(*chore.daysOverdue) + days;
+    return line(chore.name) + u", "_s + QString::number(*chore.daysOverdue) + days;
 }
 
 QString eventAccessibleName(const BriefEvent& event, const QString& timeLabel) {
-    QStringList parts{timeLabel, event.title, event.location.value_or(QString())};
+    QStringList parts{timeLabel, line(event.title), line(event.location.value_or(QString()))};
     parts.removeAll(QString());
     return parts.join(u", "_s);
+}
+
+QString joinText(const BriefEvent& event) {
+    return u"Join "_s + line(event.title);
 }
 
 QString foldToolTip(const QString& title, bool collapsed) {

@@ -57,6 +57,9 @@ QString choreAccessibleName(const Chore& chore);
 /// What a screen reader says of an event's row, e.g. "9:30 am, Standup, Room 4".
 QString eventAccessibleName(const BriefEvent& event, const QString& timeLabel);
 
+/// What an event's join button is called, e.g. "Join Standup".
+QString joinText(const BriefEvent& event);
+
 /// `section` as a tooltip of its header: "Collapse Habits" or "Expand Habits".
 QString foldToolTip(const QString& title, bool collapsed);
 

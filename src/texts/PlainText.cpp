@@ -2,6 +2,7 @@
 
 #include "briefing/Blanks.h"
 #include "briefing/ControlCharacters.h"
+#include "briefing/TextBounds.h"
 #include "texts/CharacterFinder.h"
 
 #include <QStringList>
@@ -19,6 +20,9 @@ namespace {
 
 constexpr std::size_t titleCharacters = 16;
 constexpr std::size_t wordBreakReach = 5; ///< characters given up at most to end on a whole word
+
+/// UTF-16 units of a character that no writing needs: the longest flags and families take twenty.
+constexpr qsizetype longestCharacter = 32;
 
 /// The stretches of a text that are open at one place in it, the innermost last.
 class OpenStretches {
@@ -97,18 +101,21 @@ QString withoutOpenEnds(const QString& line) {
     return kept;
 }
 
-} // namespace
-
-QString singleLine(const QString& text) {
-    QString line = text;
+QString plainLine(QString line) {
     std::replace_if(line.begin(), line.end(), isControlCharacter, u' ');
     return withoutOpenEnds(line);
 }
 
+} // namespace
+
+QString singleLine(const QString& text) {
+    return plainLine(beginning(text, longestLine));
+}
+
 QString plainLines(const QString& text) {
-    QStringList lines = text.split(u'\n');
+    QStringList lines = beginning(text, longestPassage).split(u'\n');
     for (QString& line : lines)
-        line = singleLine(line);
+        line = plainLine(line);
     return lines.join(u'\n');
 }
 
@@ -119,23 +126,26 @@ QString escapedForMarkup(const QString& text) {
 }
 
 QString shortened(const QString& text, std::size_t maximum) {
-    QString whole = withoutBlanks(text).toString();
+    const QStringView whole = withoutBlanks(text);
+    // One more than is kept, which tells whether the last character ends there.
+    const qsizetype longest = std::min(longestPassage, qsizetype(maximum) * longestCharacter);
+    const QStringView looked = whole.first(std::min(whole.size(), longest + 1));
     // Where each of the first characters begins, and the one after them.
     std::vector<qsizetype> begin(maximum + 1);
-    CharacterFinder finder(whole);
+    CharacterFinder finder(looked);
     for (std::size_t i = 1; i < begin.size(); ++i) {
         begin[i] = finder.toNextBoundary();
-        if (begin[i] < 0 || begin[i] == whole.size())
-            return whole;
+        if (begin[i] < 0 || begin[i] == looked.size())
+            return beginning(looked.toString(), longest);
     }
     qsizetype cut = begin.back();
     for (std::size_t i = maximum - 1; i >= maximum - wordBreakReach; --i) {
-        if (QStringView(whole).sliced(begin[i], begin[i + 1] - begin[i]) == u" ") {
+        if (looked.sliced(begin[i], begin[i + 1] - begin[i]) == u" ") {
             cut = begin[i];
             break;
         }
     }
-    return withoutBlanks(QStringView(whole).first(cut)).toString() + u'…';
+    return withoutBlanks(looked.first(cut)).toString() + u'…';
 }
 
 QString shortTitle(const QString& title) {

@@ -4,6 +4,8 @@
 #include "texts/Formatters.h"
 #include "texts/PlainText.h"
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -13,13 +15,28 @@ namespace {
 const QString separator = u" · "_s;
 constexpr std::size_t menuTitleCharacters = 48;
 
-std::optional<BriefEvent> labelMeeting(const std::optional<Briefing>& lastGood, Instant now) {
+using Meeting = std::optional<BriefEvent>;
+
+Meeting labelMeeting(const std::optional<Briefing>& lastGood, Instant now) {
     return lastGood ? MenuBarLabel::meeting(*lastGood, now) : std::nullopt;
 }
 
+/// The meetings that the status item speaks of, each looked for once: a day may have thousands.
+struct Meetings {
+    Meeting onLabel;
+    Meeting offered; ///< in the menu
+};
+
+Meetings meetingsOf(const std::optional<Briefing>& lastGood, Instant now) {
+    Meeting onLabel = labelMeeting(lastGood, now);
+    Meeting offered =
+        onLabel || !lastGood ? onLabel : nextMeeting(*lastGood, now, backgroundThreshold);
+    return {std::move(onLabel), std::move(offered)};
+}
+
 /// The tooltip's first line: what the label shows, in full.
-QString headline(const StatusInputs& inputs, const MenuBarLabel::Mode& mode) {
-    if (const auto meeting = labelMeeting(inputs.lastGood, inputs.now))
+QString headline(const Meeting& meeting, const MenuBarLabel::Mode& mode) {
+    if (meeting)
         return singleLine(meeting->title).trimmed();
     const auto plain = [](qint64 number) { return QString::number(number); };
     if (const auto* habits = std::get_if<MenuBarLabel::Habits>(&mode))
@@ -64,14 +81,12 @@ QStringList freshness(const StatusInputs& inputs) {
     return lines;
 }
 
-QString toolTipBody(const StatusInputs& inputs) {
+QString toolTipBody(const StatusInputs& inputs, const Meetings& meetings) {
     QStringList lines;
-    if (const auto meeting = labelMeeting(inputs.lastGood, inputs.now)) {
-        lines += timing(inputs, *meeting);
-    } else if (const auto next = offeredMeeting(inputs.lastGood, inputs.now)) {
-        lines += u"Next: "_s + singleLine(next->title).trimmed();
-        lines += timing(inputs, *next);
-    }
+    if (meetings.offered && !meetings.onLabel)
+        lines += u"Next: "_s + singleLine(meetings.offered->title).trimmed();
+    if (meetings.offered)
+        lines += timing(inputs, *meetings.offered);
     lines += freshness(inputs);
     return lines.join(u'\n');
 }
@@ -84,8 +99,7 @@ StatusMenuRow rule() {
     return {StatusMenuRow::Kind::Separator, {}, {}};
 }
 
-QList<StatusMenuRow> meetingRows(const StatusInputs& inputs) {
-    const auto meeting = offeredMeeting(inputs.lastGood, inputs.now);
+QList<StatusMenuRow> meetingRows(const StatusInputs& inputs, const Meeting& meeting) {
     if (!meeting)
         return {};
     // A menu is as wide as its widest row.
@@ -98,9 +112,9 @@ QList<StatusMenuRow> meetingRows(const StatusInputs& inputs) {
     return rows;
 }
 
-QList<StatusMenuRow> menu(const StatusInputs& inputs) {
+QList<StatusMenuRow> menu(const StatusInputs& inputs, const Meeting& offered) {
     QList<StatusMenuRow> rows{action(MenuCommand::Open, u"Open Lumora"_s), rule()};
-    rows += meetingRows(inputs);
+    rows += meetingRows(inputs, offered);
     rows += action(MenuCommand::Refresh, u"Refresh"_s);
     rows += action(MenuCommand::Settings, u"Settings"_s);
     rows += rule();
@@ -117,9 +131,7 @@ QString failureText(const QString& message) {
 }
 
 std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood, Instant now) {
-    if (auto meeting = labelMeeting(lastGood, now))
-        return meeting;
-    return lastGood ? nextMeeting(*lastGood, now, backgroundThreshold) : std::nullopt;
+    return meetingsOf(lastGood, now).offered;
 }
 
 std::optional<QUrl> joinUrl(const BriefEvent& meeting, const LinkPolicy& links) {
@@ -129,6 +141,7 @@ std::optional<QUrl> joinUrl(const BriefEvent& meeting, const LinkPolicy& links) 
 StatusItemContent statusItemContent(const StatusInputs& inputs) {
     const auto mode =
         MenuBarLabel::mode(inputs.lastGood, inputs.state, inputs.now, inputs.menuBarAmbient);
+    const Meetings meetings = meetingsOf(inputs.lastGood, inputs.now);
     auto text = MenuBarLabel::text(mode);
     // A title may hold line breaks; the status area and the bars that read it have one line.
     if (text)
@@ -141,9 +154,9 @@ StatusItemContent statusItemContent(const StatusInputs& inputs) {
         .text = text,
         .shortText = MenuBarLabel::shortText(mode),
         .title = text ? u"Lumora: "_s + *text : u"Lumora"_s,
-        .toolTipTitle = headline(inputs, mode),
-        .toolTipBody = toolTipBody(inputs),
-        .menu = menu(inputs),
+        .toolTipTitle = headline(meetings.onLabel, mode),
+        .toolTipBody = toolTipBody(inputs, meetings),
+        .menu = menu(inputs, meetings.offered),
     };
 }
 

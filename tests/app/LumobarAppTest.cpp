@@ -288,6 +288,34 @@ TEST_F(LumobarAppTest, GivesMemoryBackOnceTheNewHasTakenThePlaceOfTheOld) {
     EXPECT_EQ(memoryReturns, 2);
 }
 
+TEST_F(LumobarAppTest, APanelThatIsClosedLetsGoOfWhatItShowed) {
+    const auto habit = [](const QByteArray& name) {
+        return FakeHttpTransport::answer(
+            200, briefingBody(1).replace(
+                     R"("items":[])", R"("items":[{"id":"h1","name":")" + name +
+                                          R"(","done":false,"count":0,"target":1,"streak":0}])"));
+    };
+    const auto holds = [](const QString& name) {
+        return std::ranges::any_of(QApplication::allWidgets(), [&](const QWidget* widget) {
+            return widget->accessibleName().contains(name);
+        });
+    };
+    begin();
+    transport->complete(0, habit("xxx"));
+    StateHarness::settle();
+    Q_EMIT item->commandChosen(MenuCommand::Open, {});
+    ASSERT_TRUE(holds(u"xxx"_s));
+    clock->advance(1min);
+    Q_EMIT item->activated({}, {});
+    ASSERT_FALSE(isPanelOpen());
+    Q_EMIT item->commandChosen(MenuCommand::Refresh, {});
+    transport->complete(1, habit("Read"));
+    StateHarness::settle();
+    clock->advance(5s);
+    EXPECT_FALSE(holds(u"xxx"_s));
+    EXPECT_TRUE(holds(u"Read"_s));
+}
+
 // Ending completes whatever is under way, and none of it may find the program half gone.
 
 TEST_F(LumobarAppTest, MayEndBeforeItBegan) {

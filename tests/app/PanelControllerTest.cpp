@@ -35,6 +35,12 @@ QByteArray spendingBody() {
     return body;
 }
 
+QByteArray habitBody(const QByteArray& name) {
+    return briefingBody(1).replace(
+        R"("items":[])", R"("items":[{"id":"h1","name":")" + name +
+                             R"(","done":false,"count":0,"target":1,"streak":0}])");
+}
+
 bool showsAmount(const QWidget& window) {
     const QStringList spoken = spokenBy(QAccessible::queryAccessibleInterface(
         const_cast<QWidget*>(&window))); // the interface is for reading and doing
@@ -273,4 +279,31 @@ TEST_F(PanelControllerTest, APanelThatIsGotReadyShowsTellsAndMarksNothing) {
     EXPECT_FALSE(showsAmount(*panel()));
     EXPECT_FALSE(names(*panel(), error)) << "a failure is told when it is first shown";
     EXPECT_TRUE(names(*open(), error));
+}
+
+TEST_F(PanelControllerTest, APanelThatNobodySeesHoldsTheLastBriefing) {
+    start();
+    controller->letGo();
+    EXPECT_EQ(panel(), nullptr) << "there is none yet";
+    harness.transport.complete(0, FakeHttpTransport::answer(200, habitBody("xxx")));
+    StateHarness::settle();
+    PanelWindow* window = open();
+    ASSERT_TRUE(names(*window, u"xxx"_s));
+    const auto refreshTo = [this](std::size_t index, const QByteArray& body, int status = 200) {
+        harness.clock.advance(1s);
+        spawn(harness.state->refresh());
+        harness.transport.complete(index, FakeHttpTransport::answer(status, body));
+        StateHarness::settle();
+    };
+    close(*window);
+    refreshTo(1, habitBody("Read"));
+    EXPECT_TRUE(names(*window, u"xxx"_s)) << "one that may be opened at once is not kept busy";
+    refreshTo(2, {}, 401);
+    controller->letGo();
+    EXPECT_FALSE(names(*window, u"xxx"_s));
+    EXPECT_TRUE(names(*window, u"Read"_s));
+    EXPECT_FALSE(names(*window, u"Token rejected"_s)) << "a failure is told when it is first shown";
+    EXPECT_TRUE(names(*open(), u"Token rejected"_s));
+    controller->letGo();
+    EXPECT_TRUE(names(*window, u"Token rejected"_s)) << "what is seen stays";
 }

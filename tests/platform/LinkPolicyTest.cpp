@@ -183,6 +183,13 @@ TEST(LinkPolicy, IsNotWidenedToWhatReadsFilesOrRunsCode) {
         EXPECT_EQ(opened(text, u"slack, "_s + scheme), "") << text.toStdString();
 }
 
+TEST(LinkPolicy, RefusesWhatNoProgramCanBeHanded) {
+    const QString stem = u"https://meet.example/"_s;
+    const QString longest = stem + QString(32 * 1024 - stem.size(), u'a');
+    EXPECT_EQ(opened(u" "_s + longest + u" "_s), longest.toUtf8());
+    EXPECT_EQ(opened(longest + u'a'), "");
+}
+
 TEST(LinkPolicy, JudgesAddressesToo) {
     const LinkPolicy policy;
     EXPECT_TRUE(policy.allows(QUrl(u"https://day.example"_s)));

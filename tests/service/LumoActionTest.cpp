@@ -1,5 +1,7 @@
 #include "service/LumoAction.h"
 
+#include "briefing/TextBounds.h"
+
 #include <gtest/gtest.h>
 
 using namespace lumora;
@@ -96,4 +98,9 @@ TEST(ActionResult, TheLastOfSeveralEqualKeysCounts) {
 
 TEST(ActionResult, OtherMembersDoNotMatter) {
     EXPECT_EQ(decodeActionResult(R"({"x": 99999999999999999999999, "ok": false})").ok, false);
+}
+
+TEST(ActionResult, AReasonIsCutWhereNobodyReadsOn) {
+    const auto result = decodeActionResult("{\"reason\": \"" + QByteArray(10'000, 'x') + "\"}");
+    EXPECT_EQ(result.reason, QString(longestPassage - 1, u'x') + u'…');
 }

@@ -1,5 +1,7 @@
 #include "service/ReplyClassification.h"
 
+#include "briefing/TextBounds.h"
+
 #include <gtest/gtest.h>
 
 using namespace lumora;
@@ -95,4 +97,21 @@ TEST(ErrorMessage, IsAbsentOtherwise) {
 
 TEST(ErrorMessage, IsAbsentInAnythingDeep) {
     EXPECT_EQ(errorMessage(R"({"error": )" + QByteArray(100'000, '[')), std::nullopt);
+}
+
+TEST(ErrorMessage, IsCutWhereNobodyReadsOn) {
+    const QByteArray quoted = QByteArray(10'000, 'x');
+    const auto message = errorMessage("{\"error\": \"" + quoted + "\"}");
+    EXPECT_EQ(message, QString(longestPassage - 1, u'x') + u'…');
+    for (const QString& character : {u"é"_s, u"ก"_s, u"🎉"_s}) {
+        const QString text = character.repeated(10'000);
+        EXPECT_EQ(
+            errorMessage("{\"error\": \"" + text.toUtf8() + "\"}"),
+            beginning(text, longestPassage));
+    }
+}
+
+TEST(ErrorMessage, OfSeveralIsTheLast) {
+    EXPECT_EQ(errorMessage(R"({"error": "A", "error": "B"})"), u"B"_s);
+    EXPECT_EQ(errorMessage(R"({"error": "A", "error": 5})"), std::nullopt);
 }

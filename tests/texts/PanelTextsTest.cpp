@@ -1,5 +1,6 @@
 #include "texts/PanelTexts.h"
 
+#include "briefing/TextBounds.h"
 #include "support/Builders.h"
 
 #include <gtest/gtest.h>
@@ -166,4 +167,36 @@ TEST(AccessibleNames, TellNameAndState) {
         PanelTexts::eventAccessibleName(makeEvent({.location = u"Room 4"_s}), u"9:30 am"_s),
         u"9:30 am, Standup, Room 4"_s);
     EXPECT_EQ(PanelTexts::eventAccessibleName(makeEvent({.location = u""_s}), {}), u"Standup"_s);
+}
+
+TEST(AccessibleNames, TellTheStateBehindAnEndlessName) {
+    const QString endless(100'000, u'x');
+    Habit endlessHabit = habit(2, 8, 4);
+    endlessHabit.name = endless;
+    const QString beginning = endless.first(longestLine - 1) + u'…';
+    EXPECT_EQ(
+        PanelTexts::habitAccessibleName(endlessHabit),
+        beginning + u", not done, 2 of 8, streak 4"_s);
+    Chore endlessChore = chore(3);
+    endlessChore.name = endless;
+    EXPECT_EQ(PanelTexts::choreAccessibleName(endlessChore), beginning + u", 3 days overdue"_s);
+    endlessChore.daysOverdue = 0;
+    EXPECT_EQ(PanelTexts::choreAccessibleName(endlessChore), beginning + u", due today"_s);
+    EXPECT_EQ(
+        PanelTexts::eventAccessibleName(
+            makeEvent({.title = endless, .location = endless}), u"9:30 am"_s),
+        u"9:30 am, "_s + beginning + u", "_s + beginning);
+}
+
+TEST(RowToolTips, AreNoLongerThanIsRead) {
+    const QString endless(100'000, u'x');
+    const QString beginning = endless.first(longestLine - 1) + u'…';
+    Habit endlessHabit = habit(0, 1, 0);
+    endlessHabit.name = endless;
+    EXPECT_EQ(PanelTexts::habitToolTip(endlessHabit), u"Toggle “"_s + beginning + u"”"_s);
+    Chore endlessChore = chore(3);
+    endlessChore.name = endless;
+    EXPECT_EQ(PanelTexts::choreToolTip(endlessChore), u"Mark “"_s + beginning + u"” done"_s);
+    EXPECT_EQ(PanelTexts::joinText(makeEvent({.title = endless})), u"Join "_s + beginning);
+    EXPECT_EQ(PanelTexts::joinText(makeEvent({})), u"Join Standup"_s);
 }

@@ -1,5 +1,7 @@
 #include "texts/PlainText.h"
 
+#include "briefing/TextBounds.h"
+
 #include <gtest/gtest.h>
 
 using namespace lumora;
@@ -52,6 +54,21 @@ INSTANTIATE_TEST_SUITE_P(
         Turn{"AcrossALineBreak", u"\u202ea\nb\u202cc"_s, u"\u202ea b\u202cc"_s},
         Turn{"Deep", QString(300, QChar(0x202e)) + u"a"_s, u"a"_s}),
     [](const auto& tested) { return tested.param.name; });
+
+TEST(SingleLine, EndsWhereNobodyReadsOn) {
+    const QString text = u"word "_s.repeated(1000);
+    EXPECT_EQ(singleLine(text), text.first(longestLine - 1) + u'…');
+    // What is opened before the cut is closed behind it.
+    const QString turned = u"\u202e"_s + text + u"\u202c"_s;
+    EXPECT_EQ(singleLine(turned), text.first(longestLine - 2) + u'…');
+}
+
+TEST(PlainLines, EndWhereNobodyReadsOn) {
+    const QString text = u"a word\n"_s.repeated(1000);
+    EXPECT_EQ(plainLines(text), text.first(longestPassage - 1) + u'…');
+    EXPECT_EQ(escapedForMarkup(text), plainLines(text));
+    EXPECT_EQ(plainLines(QString(5000, u'x')).size(), longestPassage) << "also of a single line";
+}
 
 TEST(PlainLines, AreEachASingleLine) {
     EXPECT_EQ(plainLines(u"a\tb\r\n\u202ec\nd\u202c\u001be\n"_s), u"a b \nc\nd e\n"_s);
@@ -140,5 +157,30 @@ TEST(TextShortening, ASpaceWithAMarkIsNoSpace) {
 TEST(TextShortening, BrokenTextIsHarmless) {
     const QString half(QChar(0xd83d));
     EXPECT_EQ(shortTitle(half.repeated(20)), half.repeated(16) + u'…');
-    EXPECT_EQ(shortTitle(QString(100'000, u'\u0301')).size(), 100'000);
+}
+
+TEST(TextShortening, AHeapOfMarksIsCutWithinACharacter) {
+    const QString heap(100'000, u'\u0301');
+    EXPECT_EQ(shortTitle(heap), heap.first(511) + u'…');
+    EXPECT_EQ(shortTitle(u"Standup"_s + heap), (u"Standup"_s + heap).first(511) + u'…');
+    EXPECT_EQ(shortTitle(u"Standup with everybody"_s + heap), u"Standup with…"_s);
+}
+
+TEST(TextShortening, LooksAtNothingBehindIt) {
+    for (const QString& unit :
+         {u"ประชุม"_s, u"क्षत्रिय "_s, u"👩‍👩‍👧"_s, u"a\u0301"_s, u"word "_s}) {
+        const QString text = unit.repeated(2000);
+        for (const std::size_t maximum : {16U, 48U, 400U, 600U}) {
+            const QString cut = shortened(text, maximum);
+            EXPECT_EQ(cut, shortened(text.first(longestPassage + 1), maximum));
+            EXPECT_LE(cut.size(), longestPassage);
+            EXPECT_TRUE(cut.endsWith(u'…'));
+        }
+    }
+}
+
+TEST(TextShortening, ManyUnitsToACharacterAreCutSooner) {
+    const QString family = u"👩‍👩‍👧"_s; // eight units
+    EXPECT_EQ(shortened(family.repeated(500), 400), family.repeated(249) + u'…');
+    EXPECT_EQ(shortened(family.repeated(249), 400), family.repeated(249));
 }

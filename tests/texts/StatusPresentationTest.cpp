@@ -1,5 +1,6 @@
 #include "texts/StatusPresentation.h"
 
+#include "briefing/TextBounds.h"
 #include "support/Builders.h"
 
 #include <gtest/gtest.h>
@@ -230,4 +231,24 @@ TEST_F(StatusPresentationTest, ATitleOfSeveralLinesIsOne) {
     EXPECT_EQ(content().toolTipTitle, u"Stand up now"_s);
     EXPECT_EQ(content().toolTipBody, u"In 5m, at 9:05 am · Room  4\nUpdated 4m ago"_s);
     EXPECT_TRUE(labels().contains(u"Join Stand up now"_s));
+}
+
+TEST_F(StatusPresentationTest, NoTextIsLongerThanIsRead) {
+    const QString endless = u"ประชุม 👩‍👩‍👧 <&>\u202e"_s.repeated(50'000);
+    BriefEvent near = meeting(endless, 10min);
+    near.location = endless;
+    BriefEvent far = near;
+    *far.start += 5h;
+    *far.end += 5h;
+    for (const BriefEvent& event : {near, far}) {
+        load({event});
+        state = LoadState::failed(endless);
+        const StatusItemContent shown = content();
+        EXPECT_LE(shown.text.value_or(QString()).size(), 600);
+        EXPECT_LE(shown.title.size(), 600);
+        EXPECT_LE(shown.toolTipTitle.size(), longestLine);
+        EXPECT_LE(shown.toolTipBody.size(), 2 * longestLine + longestPassage + 100);
+        for (const StatusMenuRow& row : shown.menu)
+            EXPECT_LE(row.label.size(), longestPassage);
+    }
 }

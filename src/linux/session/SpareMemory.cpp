@@ -5,14 +5,11 @@
 namespace lumora {
 
 void returnSpareMemory() {
+    // What lies spare tells nothing of how much of it is still the program's: blocks stay spare to
+    // the allocator when their pages have been given back.
     constexpr size_t worthwhile = size_t{1} << 20;
-    // Blocks stay spare to the allocator when their pages are given back.
-    static size_t alreadyGivenBack = 0;
-    const size_t spare = mallinfo2().fordblks;
-    if (spare < alreadyGivenBack + worthwhile)
-        return;
-    malloc_trim(0);
-    alreadyGivenBack = mallinfo2().fordblks;
+    if (mallinfo2().fordblks >= worthwhile)
+        malloc_trim(0);
 }
 
 } // namespace lumora

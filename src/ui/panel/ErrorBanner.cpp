@@ -1,5 +1,6 @@
 #include "ui/panel/ErrorBanner.h"
 
+#include "briefing/TextBounds.h"
 #include "texts/PlainText.h"
 #include "ui/rows/RowLayout.h"
 #include "ui/rows/RowPainter.h"
@@ -39,7 +40,8 @@ ErrorBanner::ErrorBanner(const ThemeSource& themes, QMargins padding, QWidget* p
     hide();
 }
 
-void ErrorBanner::setMessage(const std::optional<QString>& message) {
+void ErrorBanner::setMessage(const std::optional<QString>& whole) {
+    const auto message = whole ? std::optional(beginning(*whole, longestPassage)) : std::nullopt;
     if (m_message == message)
         return;
     m_message = message;

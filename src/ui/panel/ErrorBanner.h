@@ -12,8 +12,9 @@
 namespace lumora {
 
 /// A warning triangle and a message, which wraps rather than being cut: it is the only place where
-/// the user learns what went wrong. Where the message is empty the triangle stands alone. Announced
-/// to screen readers when its message changes.
+/// the user learns what went wrong. Only one beyond `longestPassage` is cut there. Where the
+/// message is empty the triangle stands alone. Announced to screen readers when its message
+/// changes.
 class ErrorBanner : public QWidget, public SpokenAs<SpokenRole::Alert> {
     Q_OBJECT
 
@@ -21,8 +22,8 @@ public:
     /// `padding` is in points; `themes` must outlive the banner.
     ErrorBanner(const ThemeSource& themes, QMargins padding, QWidget* parent = nullptr);
 
-    /// Shows `message`, an empty one too; absent hides the banner.
-    void setMessage(const std::optional<QString>& message);
+    /// Shows `whole`, an empty one too, or as much of it as is ever shown; absent hides the banner.
+    void setMessage(const std::optional<QString>& whole);
 
     const std::optional<QString>& message() const { return m_message; }
 

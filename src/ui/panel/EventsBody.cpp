@@ -1,6 +1,7 @@
 #include "ui/panel/EventsBody.h"
 
 #include "briefing/MeetingSelection.h"
+#include "briefing/TextBounds.h"
 #include "texts/PanelTexts.h"
 #include "texts/StatusPresentation.h"
 #include "ui/panel/RowContents.h"
@@ -30,6 +31,18 @@ constexpr QMargins bodyMargins{
 constexpr QMargins textsPadding{0, 0, joinPadding.right(), 0};
 constexpr int joinGap = eventSpacing - joinPadding.right() - joinPadding.left();
 
+/// Tells rows apart, and costs the same however long the title is.
+QString rowKey(const BriefEvent& event) {
+    BriefEvent known;
+    known.title = beginning(event.title, longestLine);
+    known.start = event.start;
+    return known.id();
+}
+
+bool isSame(const BriefEvent& event, const std::optional<BriefEvent>& other) {
+    return other && event.title == other->title && rowKey(event) == rowKey(*other);
+}
+
 } // namespace
 
 EventRow::EventRow(const ThemeSource& themes, QWidget* parent)
@@ -54,9 +67,9 @@ void EventRow::render(
     const ColorRole tint = isNext ? ColorRole::Accent : ColorRole::Secondary;
     m_join->setContent({
         .items = {RowItem::makeSymbol(u"video.fill"_s, {.color = tint})},
-        .beside = TextLine{event.title, {}},
+        .beside = TextLine{beginning(event.title, longestLine), {}},
     });
-    const QString join = u"Join "_s + event.title;
+    const QString join = PanelTexts::joinText(event);
     setToolTipText(*m_join, join);
     setSpokenName(*m_join, join);
 }
@@ -96,9 +109,9 @@ void EventsBody::render(
         times += timeLabel(event);
     const double column = timeColumn(times, m_themes.theme());
     const auto apply = [&](EventRow& row, const BriefEvent& event) {
-        row.render(event, {timeLabel(event), column}, next && next->id() == event.id(), links);
+        row.render(event, {timeLabel(event), column}, isSame(event, next), links);
     };
-    m_rows.reconcile(shown, [](const BriefEvent& event) { return event.id(); }, make, apply);
+    m_rows.reconcile(shown, rowKey, make, apply);
 
     m_none->setVisible(shown.empty());
     m_none->setSpokenContent(calloutRow(PanelTexts::noEventsText(briefing)));

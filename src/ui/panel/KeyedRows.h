@@ -1,8 +1,11 @@
 #pragma once
 
+#include "briefing/TextBounds.h"
+
 #include <QHash>
 #include <QString>
 #include <QVBoxLayout>
+#include <QWidget>
 
 #include <utility>
 #include <vector>
@@ -10,7 +13,8 @@
 namespace lumora {
 
 /// Keeps a column of widgets in step with a list of values: a value that stays keeps its widget
-/// and with it hover, focus and motion. Values are told apart by key; equal keys by their order.
+/// and with it hover, focus and motion. Values are told apart by the beginning of their key; equal
+/// keys by their order.
 template <typename Row>
 class KeyedRows {
 public:
@@ -27,7 +31,7 @@ public:
         std::vector<Row*> order;
         order.reserve(values.size());
         for (const auto& value : values) {
-            const QString key = keyOf(value);
+            const QString key = beginning(keyOf(value), longestLine);
             const QString unique = key + u'\n' + QString::number(seen[key]++);
             Row* row = unused.take(unique);
             if (!row)
@@ -43,6 +47,7 @@ public:
             row->hide();
         layOut(order);
         qDeleteAll(unused);
+        showAll(order);
     }
 
 private:
@@ -69,6 +74,15 @@ private:
                 m_layout.addWidget(row);
         }
         qDeleteAll(items);
+    }
+
+    /// Where the rows can be seen already, each new one by itself would have all of them laid out.
+    void showAll(const std::vector<Row*>& order) {
+        QLayout* const whole = m_layout.parentWidget()->layout();
+        whole->setEnabled(false);
+        for (Row* row : order)
+            row->show();
+        whole->setEnabled(true);
     }
 
     QVBoxLayout& m_layout;

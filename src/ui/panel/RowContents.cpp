@@ -1,6 +1,7 @@
 #include "ui/panel/RowContents.h"
 
 #include "briefing/CssColor.h"
+#include "briefing/TextBounds.h"
 #include "texts/Formatters.h"
 #include "texts/PanelTexts.h"
 #include "texts/SpendingTexts.h"
@@ -112,7 +113,8 @@ RowContent eventRow(const BriefEvent& event, const TimeCell& time, bool isNext) 
         RowItem::shrinkingText(event.title, {.weight = isNext ? QFont::DemiBold : QFont::Normal});
     if (event.location && !event.location->isEmpty())
         what.lines.push_back(
-            {*event.location, {.role = TextRole::Caption2, .color = ColorRole::Secondary}});
+            {beginning(*event.location, longestLine),
+             {.role = TextRole::Caption2, .color = ColorRole::Secondary}});
     return {
         .items = {when, what, RowItem::space()},
         .spacing = 8,

@@ -1,5 +1,7 @@
 #include "ui/rows/RowItem.h"
 
+#include "briefing/TextBounds.h"
+
 namespace lumora {
 
 namespace {
@@ -10,7 +12,7 @@ constexpr double spinnerFrame = 14;
 
 RowItem RowItem::text(const QString& text, const TextStyle& style) {
     RowItem item;
-    item.lines = {{text, style}};
+    item.lines = {{beginning(text, longestLine), style}};
     return item;
 }
 

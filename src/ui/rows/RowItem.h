@@ -20,7 +20,7 @@ struct TextStyle {
     bool operator==(const TextStyle&) const = default;
 };
 
-/// One line of text. A line that does not fit ends with "…".
+/// One line of text, at most `longestLine`. A line that does not fit ends with "…".
 struct TextLine {
     QString text;
     TextStyle style;
@@ -49,6 +49,7 @@ struct RowItem {
     QColor barColor;
     std::optional<double> gapAfter; ///< points to the next item; absent: the row's spacing
 
+    /// A text, and one that shrinks, of which all is kept that a tool tip shows.
     [[nodiscard]] static RowItem text(const QString& text, const TextStyle& style);
     [[nodiscard]] static RowItem shrinkingText(const QString& text, const TextStyle& style);
     [[nodiscard]] static RowItem makeSymbol(const QString& name, const TextStyle& style);

@@ -29,34 +29,51 @@ double symbolToText(TextRole role) {
     }
 }
 
-double naturalWidth(const RowItem& item, const Theme& theme) {
-    if (item.width > 0)
-        return theme.exact(item.width);
-    if (item.kind == RowItem::Kind::Symbol)
-        return symbolEdge(item.style.role, theme);
-    if (item.lines.empty())
-        return 0;
+/// What an item takes by itself, in pixels.
+struct Measured {
     double width = 0;
-    for (const TextLine& line : item.lines)
-        width = std::max(width, std::ceil(textWidth(line, theme)));
-    return item.kind == RowItem::Kind::Badge ? width + theme.exact(2 * badgeMarginX) : width;
-}
-
-double heightOf(const RowItem& item, const Theme& theme) {
-    if (item.kind == RowItem::Kind::Symbol)
-        return symbolEdge(item.style.role, theme);
-    if (item.kind == RowItem::Kind::Spinner)
-        return theme.exact(item.width);
     double height = 0;
-    for (const TextLine& line : item.lines)
-        height += lineHeight(line, theme).whole;
-    if (item.kind == RowItem::Kind::Badge)
-        height += theme.exact(2 * badgeMarginY);
-    return std::ceil(height);
+    double ascent = 0; ///< of its first text line
+};
+
+Measured measuredTexts(const RowItem& item, const Theme& theme) {
+    Measured sum;
+    for (const TextLine& line : item.lines) {
+        const LineHeight height = lineHeight(line, theme);
+        if (&line == &item.lines.front())
+            sum.ascent = height.ascent;
+        sum.height += height.whole;
+        if (item.width == 0)
+            sum.width = std::max(sum.width, std::ceil(textWidth(line, theme)));
+    }
+    if (item.kind == RowItem::Kind::Badge) {
+        sum.width += theme.exact(2 * badgeMarginX);
+        sum.height += theme.exact(2 * badgeMarginY);
+    }
+    sum.height = std::ceil(sum.height);
+    return sum;
 }
 
-double ascentOf(const RowItem& item, const Theme& theme) {
-    return item.lines.empty() ? 0 : lineHeight(item.lines.front(), theme).ascent;
+Measured measured(const RowItem& item, const Theme& theme) {
+    Measured size;
+    if (item.kind == RowItem::Kind::Symbol)
+        size.width = size.height = symbolEdge(item.style.role, theme);
+    else if (item.kind == RowItem::Kind::Spinner)
+        size.height = theme.exact(item.width);
+    else
+        size = measuredTexts(item, theme);
+    if (item.width > 0)
+        size.width = theme.exact(item.width);
+    return size;
+}
+
+/// Each item is measured once: shaping its texts is what takes the time in a long list.
+std::vector<Measured> measured(const RowContent& content, const Theme& theme) {
+    std::vector<Measured> sizes;
+    sizes.reserve(content.items.size());
+    for (const RowItem& item : content.items)
+        sizes.push_back(measured(item, theme));
+    return sizes;
 }
 
 bool takesTheRest(const RowItem& item) {
@@ -90,16 +107,23 @@ void shrink(
     }
 }
 
+double
+naturalWidth(const RowContent& content, const std::vector<Measured>& sizes, const Theme& theme) {
+    double width = gaps(content, theme);
+    for (const Measured& size : sizes)
+        width += size.width;
+    return width;
+}
+
 /// The widths in `width` pixels: texts that shrink give way, then all others; spaces take what is
 /// over.
-std::vector<double> widths(const RowContent& content, const Theme& theme, double width) {
+std::vector<double> widths(
+    const RowContent& content, const std::vector<Measured>& sizes, const Theme& theme,
+    double width) {
     std::vector<double> result;
-    double used = gaps(content, theme);
-    for (const RowItem& item : content.items) {
-        result.push_back(naturalWidth(item, theme));
-        used += result.back();
-    }
-    double spare = width - used;
+    for (const Measured& size : sizes)
+        result.push_back(size.width);
+    double spare = width - naturalWidth(content, sizes, theme);
     shrink(content.items, result, spare, [](const RowItem& item) { return item.shrinks; });
     shrink(content.items, result, spare, [](const RowItem& item) {
         return item.kind == RowItem::Kind::Text;
@@ -110,22 +134,42 @@ std::vector<double> widths(const RowContent& content, const Theme& theme, double
     return result;
 }
 
+double baselineOf(const std::vector<Measured>& sizes) {
+    double baseline = 0;
+    for (const Measured& size : sizes)
+        baseline = std::max(baseline, size.ascent);
+    return baseline;
+}
+
+/// How far below the row's top a text item begins, so that all first lines stand on `baseline`.
+double drop(const RowContent& content, std::size_t index, const Measured& size, double baseline) {
+    const bool onBaseline = content.alignment == RowContent::Alignment::FirstBaseline;
+    return onBaseline && !content.items[index].lines.empty() ? baseline - size.ascent : 0;
+}
+
+double heightOf(const RowContent& content, const std::vector<Measured>& sizes, const Theme& theme) {
+    const double baseline = baselineOf(sizes);
+    double height = content.beside ? std::ceil(lineHeight(*content.beside, theme).whole) : 0;
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        height =
+            std::max(height, std::ceil(drop(content, i, sizes[i], baseline) + sizes[i].height));
+    return height;
+}
+
 } // namespace
 
 double symbolEdge(TextRole role, const Theme& theme) {
     return std::round(QFontInfo(theme.font(role)).pixelSize() * symbolToText(role));
 }
 
-double naturalRowWidth(const RowContent& content, const Theme& theme) {
-    double width = gaps(content, theme);
-    for (const RowItem& item : content.items)
-        width += naturalWidth(item, theme);
-    return width;
+QSizeF naturalRowSize(const RowContent& content, const Theme& theme) {
+    const std::vector<Measured> sizes = measured(content, theme);
+    return {naturalWidth(content, sizes, theme), heightOf(content, sizes, theme)};
 }
 
 QStringList cutTexts(const RowContent& content, const Theme& theme, double width) {
     QStringList cut;
-    const std::vector<double> itemWidths = widths(content, theme, width);
+    const std::vector<double> itemWidths = widths(content, measured(content, theme), theme, width);
     for (std::size_t i = 0; i < content.items.size(); ++i) {
         if (content.items[i].kind != RowItem::Kind::Text)
             continue;
@@ -139,28 +183,20 @@ QStringList cutTexts(const RowContent& content, const Theme& theme, double width
 RowGeometry layOutRow(
     const RowContent& content, const Theme& theme, double width, Qt::LayoutDirection direction) {
     const bool onBaseline = content.alignment == RowContent::Alignment::FirstBaseline;
-    RowGeometry geometry;
-    geometry.direction = direction;
-    for (const RowItem& item : content.items)
-        geometry.baseline = std::max(geometry.baseline, ascentOf(item, theme));
-
-    const auto drop = [&](const RowItem& item) {
-        return onBaseline && !item.lines.empty() ? geometry.baseline - ascentOf(item, theme) : 0;
+    const std::vector<Measured> sizes = measured(content, theme);
+    const std::vector<double> itemWidths = widths(content, sizes, theme, width);
+    RowGeometry geometry{
+        .items = {},
+        .baseline = baselineOf(sizes),
+        .height = heightOf(content, sizes, theme),
+        .direction = direction,
     };
-    for (const RowItem& item : content.items)
-        geometry.height = std::max(geometry.height, std::ceil(drop(item) + heightOf(item, theme)));
-
-    if (content.beside)
-        geometry.height =
-            std::max(geometry.height, std::ceil(lineHeight(*content.beside, theme).whole));
-
-    const std::vector<double> itemWidths = widths(content, theme, width);
     double x = 0;
     for (std::size_t i = 0; i < content.items.size(); ++i) {
-        const RowItem& item = content.items[i];
-        const bool fillsHeight = item.kind == RowItem::Kind::Bar;
-        const double height = fillsHeight ? geometry.height : heightOf(item, theme);
-        const double y = onBaseline ? drop(item) : (geometry.height - height) / 2;
+        const bool fillsHeight = content.items[i].kind == RowItem::Kind::Bar;
+        const double height = fillsHeight ? geometry.height : sizes[i].height;
+        const double y = onBaseline ? drop(content, i, sizes[i], geometry.baseline)
+                                    : (geometry.height - height) / 2;
         const bool fromLeft = direction == Qt::LeftToRight;
         geometry.items.emplace_back(
             fromLeft ? x : width - x - itemWidths[i], y, itemWidths[i], height);

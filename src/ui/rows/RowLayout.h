@@ -28,8 +28,8 @@ struct RowGeometry {
 /// The texts that are cut off where `content` is laid out in `width` pixels.
 [[nodiscard]] QStringList cutTexts(const RowContent& content, const Theme& theme, double width);
 
-/// The width in pixels at which nothing in `content` has to give way.
-[[nodiscard]] double naturalRowWidth(const RowContent& content, const Theme& theme);
+/// The size in pixels at which nothing in `content` has to give way.
+[[nodiscard]] QSizeF naturalRowSize(const RowContent& content, const Theme& theme);
 
 /// The edge of the square that a symbol beside text of `role` is drawn into, in pixels.
 [[nodiscard]] double symbolEdge(TextRole role, const Theme& theme);

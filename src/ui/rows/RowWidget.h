@@ -63,9 +63,9 @@ public:
     QSize sizeHint() const override {
         // Layouts ask several times, and measuring texts is what takes the time in a long list.
         if (!m_contentSize) {
-            const double width = naturalRowWidth(m_content, theme());
-            const double height = layOutRow(m_content, theme(), width).height;
-            m_contentSize.emplace(int(std::ceil(width)), int(std::ceil(height)));
+            const QSizeF natural = naturalRowSize(m_content, theme());
+            m_contentSize.emplace(
+                int(std::ceil(natural.width())), int(std::ceil(natural.height())));
         }
         return m_contentSize->grownBy(this->contentsMargins());
     }

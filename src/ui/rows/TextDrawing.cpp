@@ -1,5 +1,6 @@
 #include "ui/rows/TextDrawing.h"
 
+#include "briefing/TextBounds.h"
 #include "texts/PlainText.h"
 
 #include <QCache>
@@ -16,6 +17,15 @@ using namespace Qt::Literals::StringLiterals;
 namespace lumora {
 
 namespace {
+
+/// UTF-16 units of a line that are measured and drawn. A row has room for half of them, and there
+/// may be a thousand rows.
+constexpr qsizetype longestDrawn = 200;
+
+/// What of `line` is measured and drawn, on one line.
+TextLine drawnPart(const TextLine& line) {
+    return {singleLine(beginning(line.text, longestDrawn)), line.style};
+}
 
 /// Pictures, and next to nothing else, are beyond what one unit of a text can tell.
 bool hasPictures(const QString& text) {
@@ -66,7 +76,7 @@ const PictureRun& pictureRun(const QString& text, const QFont& font, const QFont
     return *made;
 }
 
-/// What `line` is measured and drawn with, except for the marks in it that are kept.
+/// What the drawn part `line` is measured and drawn with, except for the marks that are kept.
 QFont fontOf(const TextLine& line, const Theme& theme) {
     const QFont font = theme.font(line.style.role, line.style.weight);
     const bool isKept = isPictorial(line.text) && !line.style.struckThrough;
@@ -93,6 +103,37 @@ double digitCell(const QFontMetricsF& metrics) {
 bool isOfAnotherScript(QChar character) {
     constexpr char16_t firstOther = 0x0590;
     return character.unicode() >= firstOther && character.isLetter();
+}
+
+/// The first letter of each other script in `text`: it tells which font stands in for the script.
+QString otherLetters(const QString& text) {
+    QString letters;
+    QList<QChar::Script> scripts;
+    for (const QChar character : text) {
+        if (!isOfAnotherScript(character) || scripts.contains(character.script()))
+            continue;
+        scripts += character.script();
+        letters += character;
+    }
+    return letters;
+}
+
+/// Laying a text out is the only way to learn how high its fonts are, and takes the time in a long
+/// list; there are few fonts, though.
+LineHeight
+heightOfLetters(const QString& letters, const QFont& font, const QFontMetricsF& metrics) {
+    constexpr qsizetype maximumHeights = 64;
+    static QCache<QString, LineHeight> heights(maximumHeights);
+    const QString key = font.key() + u' ' + QString::number(metrics.height()) + u'\n' + letters;
+    if (const LineHeight* known = heights.object(key))
+        return *known;
+    QTextLayout layout(letters, font);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    const LineHeight height{.ascent = line.ascent(), .whole = line.ascent() + line.descent()};
+    heights.insert(key, new LineHeight(height)); // one alone always fits
+    return height;
 }
 
 bool runsFromRight(QChar character) {
@@ -136,6 +177,24 @@ void forEachPiece(
     }
 }
 
+double widthOfDrawn(const TextLine& line, const Theme& theme) {
+    const QFont font = fontOf(line, theme);
+    const QFontMetricsF metrics(font);
+    if (!isInCells(line.text, line.style))
+        return widthOf(line.text, font, metrics);
+    double width = 0;
+    forEachPiece(line.text, font, metrics, [&](const QString&, double pieceWidth, bool) {
+        width += pieceWidth;
+    });
+    return width;
+}
+
+bool fits(const TextLine& drawn, const Theme& theme, double width) {
+    // Columns are computed in points and back, which may cost a hair.
+    constexpr double hair = 0.01;
+    return widthOfDrawn(drawn, theme) <= width + hair;
+}
+
 void drawPiece(
     QPainter& painter, const QPointF& baseline, const QString& text, const QFont& font,
     const QFontMetricsF& metrics) {
@@ -164,66 +223,55 @@ QFont withFamily(QFont font, const QString& family) {
 }
 
 double textWidth(const TextLine& line, const Theme& theme) {
-    const QFont font = fontOf(line, theme);
-    const QFontMetricsF metrics(font);
-    const QString text = singleLine(line.text);
-    if (!isInCells(text, line.style))
-        return widthOf(text, font, metrics);
-    double width = 0;
-    forEachPiece(
-        text, font, metrics, [&](const QString&, double pieceWidth, bool) { width += pieceWidth; });
-    return width;
+    return widthOfDrawn(drawnPart(line), theme);
 }
 
 LineHeight lineHeight(const TextLine& line, const Theme& theme) {
-    const QFont font = fontOf(line, theme);
+    const TextLine drawn = drawnPart(line);
+    const QFont font = fontOf(drawn, theme);
     const QFontMetricsF metrics(font);
-    LineHeight height{.ascent = metrics.ascent(), .whole = metrics.height()};
     // Pictures are as high as the letters beside them, whatever their font says.
-    if (std::none_of(line.text.cbegin(), line.text.cend(), isOfAnotherScript))
-        return height;
-    QTextLayout layout(singleLine(line.text), font);
-    layout.beginLayout();
-    const QTextLine laidOut = layout.createLine();
-    layout.endLayout();
-    height.ascent = std::max(height.ascent, laidOut.ascent());
-    height.whole = height.ascent + std::max(metrics.descent(), laidOut.descent());
-    return height;
+    const QString letters = otherLetters(drawn.text);
+    if (letters.isEmpty())
+        return {.ascent = metrics.ascent(), .whole = metrics.height()};
+    const LineHeight others = heightOfLetters(letters, font, metrics);
+    const double ascent = std::max(metrics.ascent(), others.ascent);
+    const double descent = std::max(metrics.descent(), others.whole - others.ascent);
+    return {.ascent = ascent, .whole = ascent + descent};
 }
 
 bool isCut(const TextLine& line, const Theme& theme, double width) {
-    // Columns are computed in points and back, which may cost a hair.
-    constexpr double hair = 0.01;
-    return textWidth(line, theme) > width + hair;
+    return line.text.size() > longestDrawn || !fits(drawnPart(line), theme, width);
 }
 
 TextLine elidedLine(const TextLine& line, const Theme& theme, double width) {
-    if (!isCut(line, theme, width))
-        return line;
-    const QFontMetricsF metrics(fontOf(line, theme));
-    const QString text = singleLine(line.text);
-    return {metrics.elidedText(text, Qt::ElideRight, std::max(0.0, width)), line.style};
+    const TextLine drawn = drawnPart(line);
+    if (fits(drawn, theme, width))
+        return drawn;
+    const QFontMetricsF metrics(fontOf(drawn, theme));
+    return {metrics.elidedText(drawn.text, Qt::ElideRight, std::max(0.0, width)), drawn.style};
 }
 
 void drawText(
     QPainter& painter, const QPointF& baseline, const TextLine& line, const Theme& theme) {
-    const QFont font = fontOf(line, theme);
+    const TextLine drawn = drawnPart(line);
+    const QFont font = fontOf(drawn, theme);
     const QFontMetricsF metrics(font);
     painter.save();
     // Each text runs the way it is written, whatever is around it.
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.setFont(font);
-    painter.setPen(theme.color(line.style.color));
-    const QString text = singleLine(line.text);
+    painter.setPen(theme.color(drawn.style.color));
     QPointF position = baseline;
-    if (!isInCells(text, line.style))
-        drawPiece(painter, position, text, font, metrics);
+    if (!isInCells(drawn.text, drawn.style))
+        drawPiece(painter, position, drawn.text, font, metrics);
     else
-        forEachPiece(text, font, metrics, [&](const QString& piece, double width, bool isDigit) {
-            const double inset = isDigit ? (width - metrics.horizontalAdvance(piece)) / 2 : 0;
-            drawPiece(painter, position + QPointF(inset, 0), piece, font, metrics);
-            position.rx() += width;
-        });
+        forEachPiece(
+            drawn.text, font, metrics, [&](const QString& piece, double width, bool isDigit) {
+                const double inset = isDigit ? (width - metrics.horizontalAdvance(piece)) / 2 : 0;
+                drawPiece(painter, position + QPointF(inset, 0), piece, font, metrics);
+                position.rx() += width;
+            });
     painter.restore();
 }
 

@@ -15,7 +15,8 @@ namespace lumora {
 /// `family` is empty.
 [[nodiscard]] QFont withFamily(QFont font, const QString& family);
 
-/// The width of `line` in pixels, all of it. Line breaks count as spaces, here and below.
+/// The width of `line` in pixels, all of it. Line breaks count as spaces, and of one that is far
+/// beyond any row only the beginning, with "…" at its end, here and below.
 [[nodiscard]] double textWidth(const TextLine& line, const Theme& theme);
 
 /// How high a line of text stands, in pixels.
@@ -27,7 +28,7 @@ struct LineHeight {
 /// The height of `line`, with what the fonts need that stand in for letters its own has not.
 [[nodiscard]] LineHeight lineHeight(const TextLine& line, const Theme& theme);
 
-/// Whether `line` does not fit into `width` pixels.
+/// Whether not all of `line` is shown in `width` pixels.
 [[nodiscard]] bool isCut(const TextLine& line, const Theme& theme, double width);
 
 /// `line` cut to `width` with "…" at its end, or as it is when it fits.

@@ -1,5 +1,6 @@
 #include "ui/rows/WidgetTexts.h"
 
+#include "briefing/TextBounds.h"
 #include "texts/PlainText.h"
 
 #include <QTextDocument>
@@ -12,13 +13,12 @@ namespace lumora {
 
 namespace {
 
-constexpr std::size_t maximumCharacters = 400;
-constexpr qsizetype widestLine = 100; // characters; a plain tooltip does not wrap by itself
+constexpr qsizetype longestToolTip = 400; // UTF-16 units of one text in it
+constexpr qsizetype widestLine = 100;     // characters; a plain tooltip does not wrap by itself
 
 /// What is shown of `text`, which may come from anywhere.
 QString shownPart(const QString& text) {
-    return plainLines(
-        std::size_t(text.size()) > maximumCharacters ? shortened(text, maximumCharacters) : text);
+    return plainLines(beginning(text, longestToolTip));
 }
 
 /// What makes a tooltip show `text` as it stands.
@@ -64,13 +64,15 @@ bool showToolTip(QWidget& widget, const QPoint& position, const QStringList& cut
 }
 
 void setSpokenName(QWidget& widget, const QString& name) {
-    if (widget.accessibleName() != name)
-        widget.setAccessibleName(name);
+    const QString spoken = beginning(name, longestPassage);
+    if (widget.accessibleName() != spoken)
+        widget.setAccessibleName(spoken);
 }
 
 void setSpokenDescription(QWidget& widget, const QString& text) {
-    if (widget.accessibleDescription() != text)
-        widget.setAccessibleDescription(text);
+    const QString spoken = beginning(text, longestPassage);
+    if (widget.accessibleDescription() != spoken)
+        widget.setAccessibleDescription(spoken);
 }
 
 } // namespace lumora

@@ -16,11 +16,12 @@ void setToolTipText(QWidget& widget, const QString& text);
 /// to show.
 bool showToolTip(QWidget& widget, const QPoint& position, const QStringList& cut);
 
-/// Lets screen readers call `widget` by `name`; they hear of it only when it is a new one.
+/// Lets screen readers call `widget` by `name`, cut at `longestPassage`; they hear of it only when
+/// it is a new one.
 void setSpokenName(QWidget& widget, const QString& name);
 
-/// Lets screen readers add `text` to the name of `widget`; empty: its tooltip. They hear of it only
-/// when it is a new one.
+/// Lets screen readers add `text`, cut in the same way, to the name of `widget`; empty: its
+/// tooltip. They hear of it only when it is a new one.
 void setSpokenDescription(QWidget& widget, const QString& text);
 
 } // namespace lumora

@@ -1,5 +1,7 @@
 #include "linux/notifications/NotificationMessage.h"
 
+#include "briefing/TextBounds.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -130,4 +132,13 @@ TEST(NotificationMessage, StaysAsLongAsItIsOfUse) {
     EXPECT_EQ(timeout(shownAt), -1);
     EXPECT_EQ(timeout(shownAt - 1s), -1);
     EXPECT_EQ(timeout({}), -1);
+}
+
+TEST(NotificationMessage, IsNoLongerThanIsRead) {
+    NotificationRequest endless = request();
+    endless.title = QString(100'000, u'<');
+    endless.body = QString(100'000, u'<');
+    EXPECT_EQ(arguments(endless).summary.size(), longestLine);
+    EXPECT_EQ(arguments(endless, {}).body.size(), longestPassage);
+    EXPECT_EQ(arguments(endless).body.count(u"&lt;"_s), longestPassage - 1);
 }

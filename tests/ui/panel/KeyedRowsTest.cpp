@@ -14,6 +14,19 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// Counts how often everything is laid out.
+class CountingLayout final : public QVBoxLayout {
+public:
+    using QVBoxLayout::QVBoxLayout;
+
+    void setGeometry(const QRect& rect) override {
+        ++layouts;
+        QVBoxLayout::setGeometry(rect);
+    }
+
+    int layouts = 0;
+};
+
 class KeyedRowsTest : public testing::Test {
 protected:
     void reconcile(const std::vector<QString>& keys) {
@@ -38,7 +51,7 @@ protected:
     }
 
     QWidget m_parent;
-    QVBoxLayout m_layout{&m_parent};
+    CountingLayout m_layout{&m_parent};
     KeyedRows<QLineEdit> m_rows{m_layout};
 };
 
@@ -96,4 +109,18 @@ TEST_F(KeyedRowsTest, TheKeyboardMovesOnFromARowThatGoes) {
     reconcile({u"a"_s, u"c"_s});
     EXPECT_EQ(m_parent.focusWidget(), rows().at(1));
     EXPECT_EQ(rows().at(1)->text(), u"c"_s);
+}
+
+TEST_F(KeyedRowsTest, ManyNewRowsInSightAreLaidOutTogether) {
+    m_parent.show();
+    QCoreApplication::processEvents();
+    m_layout.layouts = 0;
+    std::vector<QString> keys;
+    for (int i = 0; i < 200; ++i)
+        keys.push_back(QString::number(i));
+    reconcile(keys);
+    QCoreApplication::processEvents();
+    EXPECT_LE(m_layout.layouts, 3);
+    for (const QLineEdit* row : rows())
+        EXPECT_TRUE(row->isVisible());
 }

@@ -1,7 +1,9 @@
+#include "briefing/TextBounds.h"
 #include "support/Builders.h"
 #include "support/ViewHarness.h"
 #include "ui/panel/ActionRows.h"
 #include "ui/panel/CaptureField.h"
+#include "ui/panel/ErrorBanner.h"
 #include "ui/panel/SpendingSection.h"
 
 #include <QTest>
@@ -199,4 +201,31 @@ TEST_F(PanelRefreshTest, ABriefingOfOddTextsBreaksNothing) {
 
     m_panel.show(eventfulDay());
     EXPECT_EQ(m_panel.view.findChildren<ActionRow*>().size(), 3);
+}
+
+TEST_F(PanelRefreshTest, NothingInThePanelKeepsAnEndlessText) {
+    const QString endless = u"ประชุม 👩‍👩‍👧 \u202e"_s.repeated(2000);
+    Briefing odd = eventfulDay();
+    odd.eventsToday.front().title = endless;
+    odd.eventsToday.front().location = endless;
+    odd.habits.items.front().name = endless;
+    odd.chores.top.front().name = endless;
+    odd.spending->top.push_back({endless, endless, endless, endless, 1});
+    odd.spending->asOf = endless;
+    odd.spending->stale = true;
+    m_panel.show(odd);
+    auto* spending = m_panel.view.findChild<SpendingSection*>();
+    QTest::mouseClick(spending->revealButton(), Qt::LeftButton);
+    m_panel.state = LoadState::failed(endless);
+    m_panel.actionError = endless;
+    m_panel.render();
+    for (const auto* widget : m_panel.view.findChildren<QWidget*>()) {
+        EXPECT_LE(widget->accessibleName().size(), 2 * longestLine + 100);
+        EXPECT_LE(widget->accessibleDescription().size(), longestPassage);
+        EXPECT_LE(widget->toolTip().size(), 6000);
+    }
+    for (const QString& text : shownTexts(m_panel.view))
+        EXPECT_LE(text.size(), longestLine);
+    for (const auto* banner : shown<ErrorBanner>(m_panel.view))
+        EXPECT_LE(banner->message()->size(), longestPassage);
 }

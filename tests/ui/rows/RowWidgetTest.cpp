@@ -1,3 +1,4 @@
+#include "briefing/TextBounds.h"
 #include "support/ViewHarness.h"
 #include "ui/rows/WidgetTexts.h"
 
@@ -110,4 +111,22 @@ TEST_F(RowWidgetTest, PaddingFollowsTheTextSize) {
     EXPECT_EQ(button.contentsMargins(), QMargins(4, 3, 4, 3));
     themes.setTheme(stillTheme(22));
     EXPECT_EQ(button.contentsMargins(), QMargins(8, 6, 8, 6));
+}
+
+TEST_F(RowWidgetTest, KeepsNoMoreOfATextThanItShows) {
+    const QString endless(100'000, u'x');
+    row.setSpokenContent({.items = {RowItem::shrinkingText(endless, {})}});
+    EXPECT_EQ(textsOf(row.content()), QStringList{beginning(endless, longestLine)});
+    EXPECT_EQ(row.accessibleName(), beginning(endless, longestLine));
+    row.resize(100, 20);
+    row.show();
+    EXPECT_LE(toolTipOf(row).size(), 500);
+}
+
+TEST_F(RowWidgetTest, NothingThatIsSpokenIsEndless) {
+    const QString endless(100'000, u'x');
+    setSpokenName(button, endless);
+    EXPECT_EQ(button.accessibleName(), beginning(endless, longestPassage));
+    setSpokenDescription(button, endless);
+    EXPECT_EQ(button.accessibleDescription(), beginning(endless, longestPassage));
 }

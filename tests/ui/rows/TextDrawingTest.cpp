@@ -48,3 +48,23 @@ TEST(TextFonts, APictureIsAsWideInAMarkAsInATitle) {
     const auto widthOf = [&theme](const QString& text) { return textWidth({text, {}}, theme); };
     EXPECT_NEAR(widthOf(u"Run 🔥"_s), widthOf(u"Run "_s) + widthOf(u"🔥"_s), 1);
 }
+
+TEST(LongLines, AreMeasuredByTheirBeginning) {
+    const Theme theme = plainTheme();
+    for (const QString& unit : {u"word "_s, u"ประชุม"_s, u"क्षत्रिय "_s, u"اجتماع "_s, u"a\u0301"_s}) {
+        const TextLine shorter{unit.repeated(300), {}};
+        const TextLine longer{unit.repeated(3000), {}};
+        EXPECT_EQ(textWidth(longer, theme), textWidth(shorter, theme));
+        EXPECT_EQ(lineHeight(longer, theme).whole, lineHeight(shorter, theme).whole);
+        EXPECT_EQ(elidedLine(longer, theme, 200), elidedLine(shorter, theme, 200));
+        EXPECT_GT(textWidth(longer, theme), 320) << "a row has no room for more";
+    }
+}
+
+TEST(LongLines, AreCutEvenWhereTheyTakeNoRoom) {
+    const Theme theme = plainTheme();
+    const TextLine line{u"a"_s + QString(1000, QChar(0x200d)), {}};
+    EXPECT_TRUE(isCut(line, theme, 10'000));
+    EXPECT_TRUE(elidedLine(line, theme, 10'000).text.endsWith(u'…'));
+    EXPECT_LE(elidedLine(line, theme, 10'000).text.size(), 200);
+}
