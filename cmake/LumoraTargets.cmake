@@ -88,7 +88,8 @@ function(lumora_tests)
         add_test(NAME ${folder} COMMAND ${name} --gtest_brief=1)
         set_tests_properties(${folder} PROPERTIES TIMEOUT 300)
     else()
+        # Cases with a parameter go by its name or number: its value may be bytes, or a page of them.
         gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${folder}: "
-            PROPERTIES TIMEOUT 300)
+            NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)
     endif()
 endfunction()

@@ -55,6 +55,10 @@ using HangsOnLooking = SecretServiceHangs;
 using HangsOnAdding = SecretServiceHangs;
 using HangsOnRemoving = SecretServiceHangs;
 
+std::string nameOf(const testing::TestParamInfo<const char*>& method) {
+    return method.param;
+}
+
 // Far below what a D-Bus call waits of its own accord (25 s), far above the store's own limit.
 constexpr qint64 bound = 15'000;
 
@@ -72,7 +76,7 @@ TEST_P(HangsOnReading, IsBounded) {
 
 INSTANTIATE_TEST_SUITE_P(
     SecretService, HangsOnReading,
-    testing::Values("GetAll", "SearchItems", "OpenSession", "GetSecrets"));
+    testing::Values("GetAll", "SearchItems", "OpenSession", "GetSecrets"), nameOf);
 
 TEST_P(HangsOnLooking, IsUnavailableForALateAnswer) {
     QElapsedTimer timer;
@@ -84,7 +88,7 @@ TEST_P(HangsOnLooking, IsUnavailableForALateAnswer) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    SecretService, HangsOnLooking, testing::Values("GetAll", "SearchItems", "ReadAlias"));
+    SecretService, HangsOnLooking, testing::Values("GetAll", "SearchItems", "ReadAlias"), nameOf);
 
 TEST_P(HangsOnAdding, IsBounded) {
     QElapsedTimer timer;
@@ -95,7 +99,7 @@ TEST_P(HangsOnAdding, IsBounded) {
 
 INSTANTIATE_TEST_SUITE_P(
     SecretService, HangsOnAdding,
-    testing::Values("GetAll", "ReadAlias", "OpenSession", "CreateItem"));
+    testing::Values("GetAll", "ReadAlias", "OpenSession", "CreateItem"), nameOf);
 
 TEST_P(HangsOnRemoving, IsBounded) {
     service.setHasItem(true);
@@ -106,7 +110,7 @@ TEST_P(HangsOnRemoving, IsBounded) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    SecretService, HangsOnRemoving, testing::Values("GetAll", "SearchItems", "Delete"));
+    SecretService, HangsOnRemoving, testing::Values("GetAll", "SearchItems", "Delete"), nameOf);
 
 TEST_F(SecretServiceFaults, TheFakeServesAsARealOneWould) {
     service.setHasItem(true);
