@@ -13,8 +13,10 @@
 #include <QApplication>
 #include <QTextStream>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <system_error>
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
@@ -24,10 +26,6 @@ namespace lumora {
 namespace {
 
 enum ExitCode { Success = 0, Failure = 1, WrongArguments = 2, NotRunning = 3 };
-
-void print(const QString& text) {
-    QTextStream(stdout) << text;
-}
 
 /// Says what is wrong, on one line that no terminal obeys, whatever the sentence quotes.
 int complain(const QString& sentence, int code) {
@@ -41,6 +39,16 @@ int complain(CommandClient::Failure failure) {
     return complain(u"Lumora does not answer"_s, Failure);
 }
 
+/// Writes an answer. One that is not there whole, as on a full disk, is a failure.
+int print(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    const auto size = static_cast<size_t>(bytes.size());
+    if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
+        return Success;
+    const QString reason = QString::fromStdString(std::generic_category().message(errno));
+    return complain(u"The answer could not be written: %1"_s.arg(reason), Failure);
+}
+
 int runStatus(CommandClient& client, const StatusCommand& command) {
     const auto status = client.status();
     if (!status)
@@ -48,8 +56,7 @@ int runStatus(CommandClient& client, const StatusCommand& command) {
     const auto report = StatusReport::fromJson(status->toUtf8());
     if (!report)
         return complain(CommandClient::Failure::NoAnswer);
-    print(statusLine(*report, command.format) + u'\n');
-    return Success;
+    return print(statusLine(*report, command.format) + u'\n');
 }
 
 int runRefresh(CommandClient& client) {
@@ -165,14 +172,10 @@ int main(int argc, char** argv) {
     const auto command = parseCommandLine(arguments);
     if (!command)
         return complain(command.error(), WrongArguments);
-    if (std::holds_alternative<HelpCommand>(*command)) {
-        print(usageText());
-        return Success;
-    }
-    if (std::holds_alternative<VersionCommand>(*command)) {
-        print(u"lumora " LUMORA_VERSION "\n"_s);
-        return Success;
-    }
+    if (std::holds_alternative<HelpCommand>(*command))
+        return print(usageText());
+    if (std::holds_alternative<VersionCommand>(*command))
+        return print(u"lumora " LUMORA_VERSION "\n"_s);
     if (const auto* run = std::get_if<RunCommand>(&*command))
         return runProgram(argc, argv, *run);
     leaveAtOnce(askRunningProgram(argc, argv, *command));

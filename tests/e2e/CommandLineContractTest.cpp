@@ -231,6 +231,21 @@ TEST_F(CommandLineContract, PrintsOneEmptyLineForALabelWithoutText) {
     EXPECT_EQ(outcome.out, "\n");
 }
 
+TEST_F(CommandLineContract, AnAnswerThatCannotBeWrittenIsAFailure) {
+    startAnswering();
+    for (const QString& command :
+         {u"status"_s, u"status --format json"_s, u"--version"_s, u"--help"_s}) {
+        const auto process = lumora.makeProcess();
+        process->setArguments(command.split(u' '));
+        process->setStandardOutputFile(u"/dev/full"_s);
+        process->start();
+        const Outcome outcome = ProgramHarness::finish(*process);
+        expectComplaint(outcome, 1);
+        EXPECT_EQ(outcome.err, "lumora: The answer could not be written: No space left on device\n")
+            << command.toStdString();
+    }
+}
+
 TEST_F(CommandLineContract, QuitEndsTheProgram) {
     startAnswering();
     const auto quit = lumora.run({u"quit"_s});
