@@ -82,6 +82,14 @@ AccessibleNode AccessibleNode::find(const QString& wantedName, const QString& wa
     return {};
 }
 
+AccessibleNode AccessibleNode::findShown(const QString& beginning) const {
+    for (const AccessibleNode* node : all()) {
+        if (node->name.startsWith(beginning) && node->has(u"showing"_s))
+            return *node;
+    }
+    return {};
+}
+
 QString AccessibleNode::spoken() const {
     QStringList lines;
     for (const AccessibleNode* node : all())

@@ -34,6 +34,10 @@ struct AccessibleNode {
     /// one that does not exist when there is none.
     AccessibleNode find(const QString& wantedName, const QString& wantedRole = {}) const;
 
+    /// The first node at or below this one that is shown and whose name begins like this; one that
+    /// does not exist when there is none.
+    AccessibleNode findShown(const QString& beginning) const;
+
     /// Every name, description and text at or below this node, one a line.
     QString spoken() const;
 };

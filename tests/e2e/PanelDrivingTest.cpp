@@ -15,15 +15,6 @@ namespace {
 
 const QString panelTitle = u"Lumora"_s;
 
-/// The first object that is shown and whose name begins like this.
-AccessibleNode shownNode(const AccessibleNode& panel, const QString& beginning) {
-    for (const AccessibleNode* node : panel.all()) {
-        if (node->name.startsWith(beginning) && node->has(u"showing"_s))
-            return *node;
-    }
-    return {};
-}
-
 /// The entry with this identity in one of the briefing's lists; empty when there is none.
 QJsonObject entry(const QJsonValue& list, const QString& id) {
     const QJsonArray entries = list.toArray();
@@ -49,19 +40,19 @@ protected:
 
     bool comesToShow(const QString& beginning) {
         return tree.comesToBe(panelTitle, [&](const AccessibleNode& panel) {
-            return shownNode(panel, beginning).exists();
+            return panel.findShown(beginning).exists();
         });
     }
 
     bool goesAway(const QString& beginning) {
         return tree.comesToBe(panelTitle, [&](const AccessibleNode& panel) {
-            return !shownNode(panel, beginning).exists();
+            return !panel.findShown(beginning).exists();
         });
     }
 
     void clickOn(const QString& beginning) {
         ASSERT_TRUE(comesToShow(beginning)) << beginning.toStdString();
-        const AccessibleNode target = shownNode(tree.window(panelTitle), beginning);
+        const AccessibleNode target = tree.window(panelTitle).findShown(beginning);
         const QRect place = tree.place(target);
         ASSERT_FALSE(place.isEmpty());
         desktop.click(place.center());
@@ -120,7 +111,7 @@ TEST_F(PanelDriving, AThoughtAndReturnReachTheInbox) {
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return service.inbox() == QStringList(u"A bell for the bicycle"_s); }, patience));
     EXPECT_TRUE(tree.comesToBe(panelTitle, [](const AccessibleNode& panel) {
-        return shownNode(panel, u"Capture a thought"_s).text.isEmpty();
+        return panel.findShown(u"Capture a thought"_s).text.isEmpty();
     }));
 }
 
