@@ -72,13 +72,16 @@ void ScriptedServer::acceptAll() {
             m_unread.remove(connection);
             connection->deleteLater();
         });
+        if (m_greeting)
+            m_greeting(*connection);
         read(*connection);
     }
 }
 
 void ScriptedServer::read(QTcpSocket& connection) {
-    m_unread[&connection] += connection.readAll();
-    // The script may close the connection, and then there is nothing left to read.
+    // Greeting and script may close the connection, and then there is nothing left to read.
+    if (m_unread.contains(&connection))
+        m_unread[&connection] += connection.readAll();
     while (m_unread.contains(&connection)) {
         QByteArray& unread = m_unread[&connection];
         const qsizetype length = wholeRequestLength(unread);

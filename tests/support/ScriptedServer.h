@@ -19,9 +19,15 @@ public:
     /// Called with the connection and one whole request; writes, closes or does nothing.
     using Script = std::function<void(QTcpSocket& connection, const QByteArray& request)>;
 
+    /// Called with each connection once it is there, before anything is read.
+    using Greeting = std::function<void(QTcpSocket& connection)>;
+
     /// `listener` absent: plain TCP. Throws when no port could be opened.
     explicit ScriptedServer(Script script, std::unique_ptr<QTcpServer> listener = nullptr);
     ~ScriptedServer() override;
+
+    /// What is done from now on with each connection at once; by default nothing.
+    void setGreeting(Greeting greeting) { m_greeting = std::move(greeting); }
 
     /// The address of `path` on this server, by "127.0.0.1".
     QUrl url(const QString& path, const QString& scheme = QStringLiteral("http")) const;
@@ -47,6 +53,7 @@ private:
     void read(QTcpSocket& connection);
 
     Script m_script;
+    Greeting m_greeting;
     std::unique_ptr<QTcpServer> m_listener;
     QHash<QTcpSocket*, QByteArray> m_unread;
     QByteArrayList m_requests;

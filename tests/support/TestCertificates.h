@@ -12,7 +12,12 @@ class TestCertificates {
 public:
     enum class Server {
         Valid,
-        Expired, ///< for years
+        Expired,     ///< for years
+        NotYetValid, ///< for decades
+        SelfSigned,  ///< by nobody but itself
+        OtherHost,   ///< for service.invalid
+        WeakKey,     ///< RSA with 1024 bits
+        WeakDigest,  ///< signed over SHA-1
     };
 
     explicit TestCertificates(Server server = Server::Valid);
@@ -22,7 +27,7 @@ public:
 
     QString authorityFolder() const { return path(QStringLiteral("authority")); }
 
-    /// What a server needs to identify itself as 127.0.0.1.
+    /// What a server needs to identify itself as 127.0.0.1, or as whom the certificate is for.
     QSslConfiguration serverConfiguration() const;
 
 private:
