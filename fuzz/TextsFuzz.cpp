@@ -6,6 +6,7 @@
 #include "Expectations.h"
 #include "Targets.h"
 #include "briefing/Blanks.h"
+#include "briefing/TextBounds.h"
 #include "texts/CharacterFinder.h"
 #include "texts/PlainText.h"
 
@@ -27,6 +28,9 @@ QString textIn(QByteArrayView input) {
     return text;
 }
 
+/// UTF-16 units of a character beyond which it counts as an attack.
+constexpr qsizetype longestCharacter = 32;
+
 /// Where the characters of `text` end, up to `most` of them.
 std::vector<qsizetype> boundaries(QStringView text, size_t most) {
     std::vector<qsizetype> ends;
@@ -43,6 +47,13 @@ std::vector<qsizetype> boundaries(QStringView text, size_t most) {
 void expectShortened(const QString& text, size_t maximum) {
     const QString result = shortened(text, maximum);
     const QStringView whole = withoutBlanks(text);
+    const qsizetype longest = std::min(longestPassage, qsizetype(maximum) * longestCharacter);
+    if (whole.size() > longest) {
+        expect(result.size() <= longest, "no more than there is ever room for");
+        expect(result.endsWith(u'…'), "an ellipsis for what was cut");
+        expect(whole.startsWith(QStringView(result).chopped(1)), "the beginning of a long text");
+        return;
+    }
     const auto ends = boundaries(whole, maximum + 1);
     if (ends.size() <= maximum) {
         expect(result == whole, "a short text as it is");
@@ -70,7 +81,9 @@ void expectPlain(const QString& text) {
     expect(singleLine(line) == line, "a line that stays as it is");
     const QString lines = plainLines(text);
     expectLines(lines);
-    expect(lines.count(u'\n') == text.count(u'\n'), "as many lines as before");
+    expect(
+        lines.count(u'\n') == text.count(u'\n') || text.size() > longestPassage,
+        "as many lines as before");
     const QString markup = escapedForMarkup(text);
     expectLines(markup);
     expectNoMarkup(markup);
