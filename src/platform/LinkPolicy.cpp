@@ -37,7 +37,7 @@ bool isForbidden(const QString& scheme) {
 }
 
 /// UTF-16 units. A program can be handed no more than 128 KiB in one argument.
-constexpr qsizetype longestLink = 32 * 1024;
+constexpr qsizetype longestLink = qsizetype{32} * 1024;
 
 /// Whether `character` does something instead of standing for itself.
 bool isControl(QChar character) {

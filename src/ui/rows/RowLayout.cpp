@@ -120,9 +120,8 @@ naturalWidth(const RowContent& content, const std::vector<Measured>& sizes, cons
 std::vector<double> widths(
     const RowContent& content, const std::vector<Measured>& sizes, const Theme& theme,
     double width) {
-    std::vector<double> result;
-    for (const Measured& size : sizes)
-        result.push_back(size.width);
+    std::vector<double> result(sizes.size());
+    std::ranges::transform(sizes, result.begin(), &Measured::width);
     double spare = width - naturalWidth(content, sizes, theme);
     shrink(content.items, result, spare, [](const RowItem& item) { return item.shrinks; });
     shrink(content.items, result, spare, [](const RowItem& item) {

@@ -245,7 +245,7 @@ bool isCut(const TextLine& line, const Theme& theme, double width) {
 }
 
 TextLine elidedLine(const TextLine& line, const Theme& theme, double width) {
-    const TextLine drawn = drawnPart(line);
+    TextLine drawn = drawnPart(line);
     if (fits(drawn, theme, width))
         return drawn;
     const QFontMetricsF metrics(fontOf(drawn, theme));

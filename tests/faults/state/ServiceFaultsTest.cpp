@@ -31,7 +31,7 @@ using Waits = std::vector<std::chrono::milliseconds>;
 
 /// How long the event loop may be held up by anything: by work that it does itself, and altogether,
 /// on however busy a machine. The sanitizers multiply work.
-constexpr auto mostWork = memoryIsMeasurable ? 500ms : 5000ms;
+constexpr auto mostWork = memoryIsMeasurable ? 2000ms : 5000ms;
 constexpr auto longestGap = 5000ms;
 
 /// What may be left of all rows together, in KiB.
