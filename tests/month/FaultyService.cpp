@@ -1,5 +1,7 @@
 #include "month/FaultyService.h"
 
+#include "briefing/Instant.h"
+
 #include <QDateTime>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -103,7 +105,7 @@ QByteArray FaultyService::briefing(double number) const {
     const QDateTime now = toDateTime(m_clock.now()).toUTC();
     QJsonArray events;
     for (int hour = 8; hour <= 18; hour += 2)
-        events.append(meeting(QDateTime(now.date(), QTime(hour, 0), Qt::UTC)));
+        events.append(meeting(QDateTime(now.date(), QTime(hour, 0), kUtc)));
     const QJsonObject document{
         {u"date"_s, now.date().toString(Qt::ISODate)},
         {u"generatedAt"_s, number},

@@ -2,7 +2,6 @@
 // Only what every layer finds: nothing of windows, buses or test libraries.
 #pragma once
 
-#include <QCoroTask>
 #include <QDateTime>
 #include <QHash>
 #include <QLocale>
