@@ -49,7 +49,7 @@ void expectShortened(const QString& text, size_t maximum) {
     const QStringView whole = withoutBlanks(text);
     const qsizetype longest = std::min(longestPassage, qsizetype(maximum) * longestCharacter);
     if (whole.size() > longest) {
-        expect(result.size() <= longest, "no more than there is ever room for");
+        expect(result.size() <= longest + 1, "no more than there is ever room for");
         expect(result.endsWith(u'…'), "an ellipsis for what was cut");
         expect(whole.startsWith(QStringView(result).chopped(1)), "the beginning of a long text");
         return;
