@@ -87,7 +87,7 @@ XdgFolders XdgFolders::ofSession() {
 
 QStringList plasmaBarFiles(const XdgFolders& folders) {
     QStringList files;
-    for (const QString& folder : plasmaConfig(folders).first(2))
+    for (const QString& folder : plasmaConfig(folders).mid(0, 2))
         files << folder + u"/plasmarc"_s << folder + u"/kdeglobals"_s;
     return files;
 }

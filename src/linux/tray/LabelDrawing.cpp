@@ -18,7 +18,7 @@ constexpr double digitShare = 0.62;
 /// Pressed together any further, letters run into each other.
 constexpr int tightestStretch = 62;
 
-/// How much of a wide picture's height the letters take, from descender to ascender.
+/// The size of the letters in a wide picture, as a share of its height.
 constexpr double letterShare = 0.62;
 constexpr double gapShare = 0.22;
 
@@ -40,8 +40,13 @@ QFont sized(QFont font, double pixels, QFont::Weight weight) {
 }
 
 QFont fittingSquare(const QString& text, int pixels, const QFont& font) {
-    QFont bold = sized(font, 100, QFont::Bold);
-    double size = pixels * digitShare * 100 / QFontMetricsF(bold).capHeight();
+    constexpr double sample = 100;
+    QFont bold = sized(font, sample, QFont::Bold);
+    // A font that does not know the height of its capitals counts as one in which they are as high
+    // as letters can be.
+    const double known = QFontMetricsF(bold).capHeight();
+    const double capHeight = known > 0 ? known : sample;
+    const double size = pixels * digitShare * sample / capHeight;
     bold = sized(font, size, QFont::Bold);
     const double width = steadyWidth(text, QFontMetricsF(bold));
     if (width <= pixels)
