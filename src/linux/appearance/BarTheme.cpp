@@ -1,6 +1,7 @@
 #include "linux/appearance/BarTheme.h"
 
 #include "linux/appearance/PanelTone.h"
+#include "linux/files/WatchedPaths.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -52,15 +53,7 @@ void BarTheme::watch() {
         if (!wanted.contains(path) && QFile::exists(path))
             wanted += path;
     }
-    const QStringList watched = m_watcher.files() + m_watcher.directories();
-    for (const QString& path : watched) {
-        if (!wanted.contains(path))
-            m_watcher.removePath(path);
-    }
-    for (const QString& path : std::as_const(wanted)) {
-        if (!watched.contains(path))
-            m_watcher.addPath(path);
-    }
+    watchOnly(m_watcher, wanted);
 }
 
 } // namespace lumora

@@ -1,5 +1,6 @@
 #include "linux/preferences/ConfFilePreferences.h"
 
+#include "linux/files/WatchedPaths.h"
 #include "linux/files/WholeFile.h"
 
 #include <QDir>
@@ -162,15 +163,7 @@ void ConfFilePreferences::watch() {
     m_watcher.removePath(m_path);
     if (QFileInfo(m_path).isFile())
         wanted += m_path;
-    const QStringList watched = m_watcher.files() + m_watcher.directories();
-    for (const QString& path : watched) {
-        if (!wanted.contains(path))
-            m_watcher.removePath(path);
-    }
-    for (const QString& path : std::as_const(wanted)) {
-        if (!watched.contains(path))
-            m_watcher.addPath(path);
-    }
+    watchOnly(m_watcher, wanted);
 }
 
 void ConfFilePreferences::lookForChanges() {
