@@ -69,7 +69,7 @@ LumobarApp::Session::Session(LumobarApp& app)
 LumobarApp::LumobarApp(const PlatformFamily& platform)
     : m_platform(platform)
     , m_keychain(*m_platform.secrets)
-    , m_service(*m_platform.transport, m_keychain, *m_platform.clock)
+    , m_service(*m_platform.transport, m_keychain, *m_platform.clock, *m_platform.background)
     , m_reminders(*m_platform.notifications, *m_platform.preferences, *m_platform.clock)
     , m_delegate(m_reminders, *m_platform.preferences, *m_platform.urls)
     , m_notice(

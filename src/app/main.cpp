@@ -3,6 +3,7 @@
 #include "app/LumobarApp.h"
 #include "linux/commands/CommandClient.h"
 #include "linux/session/DesktopPlatform.h"
+#include "linux/session/SpareMemory.h"
 #include "linux/session/StartupEnvironment.h"
 #include "linux/session/TerminationSignals.h"
 #include "platform/ActivationToken.h"
@@ -109,6 +110,7 @@ void passOnUnlessUnsupported(
 }
 
 int runProgram(int& argc, char** argv, const RunCommand& run) {
+    shareMemoryAmongThreads();
     const QByteArray token = inheritedActivationToken(); // as long as it is there
     usualHandler = qInstallMessageHandler(passOnUnlessUnsupported);
     std::optional<StartupEnvironment> startupEnvironment(std::in_place);

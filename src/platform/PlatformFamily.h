@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Background.h"
 #include "platform/Clock.h"
 #include "platform/Compositing.h"
 #include "platform/DesktopAppearance.h"
@@ -19,9 +20,9 @@
 namespace lumora {
 
 /// One implementation of everything that the operating system does for the program. Members end
-/// in reverse order: the transport last but for the clock, so that whoever waits for an answer
-/// gets one.
+/// in reverse order: those that others wait for last, so that whoever waits gets an answer.
 struct PlatformFamily {
+    std::unique_ptr<Background> background = std::make_unique<Background>();
     std::unique_ptr<Clock> clock;
     std::unique_ptr<HttpTransport> transport;
     std::unique_ptr<Preferences> preferences;

@@ -1,6 +1,7 @@
 #include "service/LumoService.h"
 
 #include "briefing/BriefingDecoder.h"
+#include "platform/Background.h"
 #include "platform/Clock.h"
 #include "platform/HttpTransport.h"
 #include "service/EndpointPolicy.h"
@@ -12,6 +13,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <functional>
 
 namespace lumora {
 
@@ -40,18 +42,34 @@ QByteArray toJson(const LumoAction& action) {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
+/// The size from which on an answer may take milliseconds to read.
+constexpr qsizetype largeAnswer = qsizetype{256} * 1024;
+
+/// What `read` makes of an answer of `size` bytes, without holding up the event loop.
+template <typename Result>
+QCoro::Task<Result>
+readAnswer(Background& background, qsizetype size, std::function<Result()> read) {
+    if (size < largeAnswer)
+        co_return read();
+    co_return co_await background.run(std::move(read));
+}
+
 } // namespace
 
-LumoService::LumoService(HttpTransport& transport, KeychainService& keychain, Clock& clock)
+LumoService::LumoService(
+    HttpTransport& transport, KeychainService& keychain, Clock& clock, Background& background)
     : m_transport(transport)
     , m_keychain(keychain)
-    , m_clock(clock) {}
+    , m_clock(clock)
+    , m_background(background) {}
 
 QCoro::Task<tl::expected<Briefing, LumoError>> LumoService::fetchBriefing(QString endpoint) {
+    Background& background = m_background; // this object may be gone after the next line
     const Bytes bytes = co_await send(std::move(endpoint), "GET", std::nullopt, maximumTries);
     if (!bytes)
         co_return tl::unexpected(bytes.error());
-    auto briefing = decodeBriefing(*bytes);
+    const std::function decode = [bytes] { return decodeBriefing(*bytes); };
+    auto briefing = co_await readAnswer(background, bytes->size(), decode);
     if (!briefing)
         co_return tl::unexpected(LumoError::invalidResponse());
     co_return *std::move(briefing);
@@ -59,11 +77,13 @@ QCoro::Task<tl::expected<Briefing, LumoError>> LumoService::fetchBriefing(QStrin
 
 QCoro::Task<tl::expected<ActionResult, LumoError>>
 LumoService::perform(LumoAction action, QString endpoint) {
+    Background& background = m_background; // as above
     const Bytes reply =
         co_await send(actionEndpoint(endpoint), "POST", toJson(action), maximumTries);
     if (!reply)
         co_return tl::unexpected(reply.error());
-    co_return decodeActionResult(*reply);
+    const std::function decode = [reply] { return decodeActionResult(*reply); };
+    co_return co_await readAnswer(background, reply->size(), decode);
 }
 
 QCoro::Task<LumoService::Bytes> LumoService::send(
@@ -93,10 +113,11 @@ LumoService::sendOnce(QString endpoint, QByteArray method, std::optional<QByteAr
     if (const auto allowed = checkTokenMayGoTo(*url); !allowed)
         co_return tl::unexpected(allowed.error());
 
-    // This object may be gone when the answer is there.
+    Background& background = m_background; // as above
     const HttpOutcome outcome =
         co_await m_transport.exchange(authenticatedRequest(*url, *token, method, std::move(body)));
-    co_return classifyOutcome(outcome);
+    const std::function classify = [outcome] { return classifyOutcome(outcome); };
+    co_return co_await readAnswer(background, outcome ? outcome->body.size() : 0, classify);
 }
 
 } // namespace lumora

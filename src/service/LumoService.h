@@ -13,6 +13,7 @@
 
 namespace lumora {
 
+class Background;
 class Clock;
 class HttpTransport;
 class KeychainService;
@@ -20,12 +21,14 @@ class KeychainService;
 /// The client of the user's dashboard service, and the only one who talks to it. Keeps nothing
 /// between calls, so calls may overlap; the token is read anew for every request.
 ///
-/// Everything happens on the main thread. The service may be destroyed while calls are under way:
-/// a call then makes no further request and ends with its latest error.
+/// Everything happens on the main thread but the reading of large answers, which would hold it up.
+/// The service may be destroyed while calls are under way: a call then makes no further request and
+/// ends with its latest error.
 class LumoService final : public QObject {
 public:
     /// The collaborators must outlive this object.
-    LumoService(HttpTransport& transport, KeychainService& keychain, Clock& clock);
+    LumoService(
+        HttpTransport& transport, KeychainService& keychain, Clock& clock, Background& background);
 
     /// Fetches the briefing from `endpoint`, the text as the user typed it. A failure that may pass
     /// is tried again, three tries in all. A body that is no briefing is an invalidResponse.
@@ -47,6 +50,7 @@ private:
     HttpTransport& m_transport;
     KeychainService& m_keychain;
     Clock& m_clock;
+    Background& m_background;
 };
 
 } // namespace lumora

@@ -1,27 +1,11 @@
 #include "app/LumobarApp.h"
 
-#include "fakes/FakeAppearance.h"
-#include "fakes/FakeClock.h"
-#include "fakes/FakeHttpTransport.h"
-#include "fakes/FakeNotificationCenter.h"
-#include "fakes/FakePreferences.h"
-#include "fakes/FakeStatusItem.h"
-#include "fakes/RecordingUrlOpener.h"
-#include "linux/commands/CommandServer.h"
-#include "platform/memory/MemoryLoginItems.h"
-#include "platform/memory/MemorySecretStore.h"
+#include "app/LumobarAppFixture.h"
 #include "support/Patience.h"
-#include "support/PrivateBus.h"
-#include "support/ScopedEnvironment.h"
-#include "support/StateHarness.h"
-#include "ui/window/PanelWindow.h"
 
-#include <QApplication>
 #include <QDBusPendingCallWatcher>
 #include <QSignalSpy>
 #include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -32,86 +16,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The program over fakes, on the session bus that this test program has to itself.
-class LumobarAppTest : public testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        bus = std::make_unique<PrivateBus>();
-        environment = std::make_unique<ScopedEnvironment>(
-            "DBUS_SESSION_BUS_ADDRESS", bus->address().toUtf8());
-    }
-
-    static void TearDownTestSuite() {
-        environment.reset();
-        bus.reset();
-    }
-
-    void SetUp() override {
-        PlatformFamily& family = platform.emplace();
-        clock = keep(family.clock, std::make_unique<FakeClock>());
-        transport = keep(family.transport, std::make_unique<FakeHttpTransport>());
-        item = keep(family.statusItem, std::make_unique<FakeStatusItem>());
-        urls = keep(family.urls, std::make_unique<RecordingUrlOpener>());
-        notifications = keep(family.notifications, std::make_unique<FakeNotificationCenter>());
-        preferences = keep(family.preferences, std::make_unique<FakePreferences>());
-        preferences->set(u"endpointURL"_s, u"https://day.example/api/briefing"_s);
-        family.secrets = std::make_unique<MemorySecretStore>();
-        EXPECT_TRUE(KeychainService(*family.secrets).setToken(u"t0ken"_s));
-        family.loginItems = std::make_unique<MemoryLoginItems>();
-        family.wake = std::make_unique<WakeMonitor>();
-        network = keep(family.network, std::make_unique<NetworkMonitor>());
-        appearance = keep(family.appearance, std::make_unique<FakeAppearance>());
-        family.compositing = std::make_unique<Compositing>(false);
-        family.returnSpareMemory = [this] { ++memoryReturns; };
-        program = std::make_unique<LumobarApp>(family);
-    }
-
-    template <typename Interface, typename Fake>
-    static Fake* keep(std::unique_ptr<Interface>& place, std::unique_ptr<Fake> fake) {
-        Fake* const kept = fake.get();
-        place = std::move(fake);
-        return kept;
-    }
-
-    /// Starts the program and lets a status area take the item.
-    void begin() {
-        program->start();
-        Q_EMIT item->shown();
-        QCoreApplication::processEvents();
-    }
-
-    static bool isPanelOpen() {
-        return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
-            return widget->isVisible() && qobject_cast<const PanelWindow*>(widget);
-        });
-    }
-
-    /// Ends the program as its process does: the platform goes last, and completes what waits.
-    void end() {
-        program.reset();
-        platform.reset();
-    }
-
-    QDBusPendingCall command(const QString& method) {
-        return client.asyncCall(
-            QDBusMessage::createMethodCall(commandService, commandPath, commandInterface, method));
-    }
-
-    static inline std::unique_ptr<PrivateBus> bus;
-    static inline std::unique_ptr<ScopedEnvironment> environment;
-    QDBusConnection client = bus->connect();
-    FakeClock* clock = nullptr;
-    FakeHttpTransport* transport = nullptr;
-    FakeStatusItem* item = nullptr;
-    FakePreferences* preferences = nullptr;
-    RecordingUrlOpener* urls = nullptr;
-    FakeNotificationCenter* notifications = nullptr;
-    NetworkMonitor* network = nullptr;
-    FakeAppearance* appearance = nullptr;
-    int memoryReturns = 0;
-    std::optional<PlatformFamily> platform;
-    std::unique_ptr<LumobarApp> program;
-};
+class LumobarAppTest : public LumobarAppFixture {};
 
 } // namespace
 
@@ -314,32 +219,4 @@ TEST_F(LumobarAppTest, APanelThatIsClosedLetsGoOfWhatItShowed) {
     clock->advance(5s);
     EXPECT_FALSE(holds(u"xxx"_s));
     EXPECT_TRUE(holds(u"Read"_s));
-}
-
-// Ending completes whatever is under way, and none of it may find the program half gone.
-
-TEST_F(LumobarAppTest, MayEndBeforeItBegan) {
-    program->start();
-    end();
-}
-
-TEST_F(LumobarAppTest, MayEndWhileItStillWaitsForAStatusArea) {
-    begin();
-    EXPECT_EQ(clock->pendingWaitCount(), 2U);
-    end();
-}
-
-TEST_F(LumobarAppTest, MayEndWhileItAsksForPermission) {
-    notifications->hold();
-    begin();
-    EXPECT_EQ(notifications->heldCount(), 1U);
-    end();
-}
-
-TEST_F(LumobarAppTest, MayEndWhileSomebodyWaitsForARefresh) {
-    begin();
-    const auto refresh = command(u"Refresh"_s);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return transport->requests().size() == 2; }, patience));
-    end();
-    EXPECT_FALSE(refresh.isFinished());
 }

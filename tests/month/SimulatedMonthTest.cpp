@@ -2,6 +2,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/InvisibleCenter.h"
 #include "month/FaultyService.h"
+#include "platform/Background.h"
 #include "platform/Spawn.h"
 #include "platform/StatusItem.h"
 #include "platform/WakeMonitor.h"
@@ -194,13 +195,14 @@ protected:
     }
 
     std::mt19937 random{GetParam()};
+    Background background;
     FakeClock clock;
     FaultyService service{clock, random};
     MemoryPreferences preferences;
     MoodyStore secrets;
     WakeMonitor wake;
     KeychainService keychain{secrets};
-    LumoService client{service, keychain, clock};
+    LumoService client{service, keychain, clock, background};
     InvisibleCenter center{clock};
     NotificationService reminders{center, preferences, clock};
     AppState state{{

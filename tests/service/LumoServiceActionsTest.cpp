@@ -1,6 +1,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpTransport.h"
 #include "fakes/FakeSecretStore.h"
+#include "platform/Background.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 #include "support/Await.h"
@@ -54,12 +55,13 @@ protected:
         return document.object();
     }
 
+    Background background;
     FakeClock clock;
     FakeHttpTransport transport;
     FakeSecretStore store;
     KeychainService keychain{store};
     std::unique_ptr<LumoService> service =
-        std::make_unique<LumoService>(transport, keychain, clock);
+        std::make_unique<LumoService>(transport, keychain, clock, background);
 };
 
 Performed failedWith(LumoError error) {

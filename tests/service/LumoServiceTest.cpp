@@ -3,6 +3,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpTransport.h"
 #include "fakes/FakeSecretStore.h"
+#include "platform/Background.h"
 #include "service/KeychainService.h"
 #include "support/Await.h"
 #include "support/Fixtures.h"
@@ -44,13 +45,19 @@ protected:
 
     void prepareBriefing() { prepare(200, fixture(u"briefing-minimal.json"_s)); }
 
+    Background background;
     FakeClock clock;
     FakeHttpTransport transport;
     FakeSecretStore store;
     KeychainService keychain{store};
     std::unique_ptr<LumoService> service =
-        std::make_unique<LumoService>(transport, keychain, clock);
+        std::make_unique<LumoService>(transport, keychain, clock, background);
 };
+
+/// `json` with so much behind it that reading it takes a while.
+QByteArray large(QByteArray json) {
+    return json + QByteArray(1 << 20, ' ');
+}
 
 Fetched fetchFailedWith(LumoError error) {
     return tl::unexpected(std::move(error));
@@ -258,4 +265,28 @@ TEST_F(LumoServiceTest, DestroyedDuringAWaitItMakesNoFurtherRequest) {
     clock.advance(1h);
     EXPECT_EQ(awaitValue(std::move(task)), fetchFailedWith(LumoError::serverError(503)));
     EXPECT_EQ(transport.requests().size(), 1U);
+}
+
+TEST_F(LumoServiceTest, ALargeAnswerIsReadWhileTheEventLoopRuns) {
+    prepare(200, large(fixture(u"briefing-minimal.json"_s)));
+    auto task = service->fetchBriefing(briefingEndpoint);
+    EXPECT_FALSE(task.isReady());
+    const auto briefing = awaitValue(std::move(task));
+    ASSERT_TRUE(briefing) << qPrintable(briefing.error().errorDescription());
+    EXPECT_EQ(briefing->date, u"2025-03-04"_s);
+}
+
+TEST_F(LumoServiceTest, ALargeRefusalIsReadWhileTheEventLoopRuns) {
+    prepare(403, large(R"({"error": "Not today"})"));
+    auto task = service->fetchBriefing(briefingEndpoint);
+    EXPECT_FALSE(task.isReady());
+    EXPECT_EQ(
+        awaitValue(std::move(task)), fetchFailedWith(LumoError::actionRejected(u"Not today"_s)));
+}
+
+TEST_F(LumoServiceTest, ALargeAnswerIsReadWithoutTheService) {
+    prepare(200, large(fixture(u"briefing-minimal.json"_s)));
+    auto task = service->fetchBriefing(briefingEndpoint);
+    service.reset();
+    EXPECT_TRUE(awaitValue(std::move(task)));
 }

@@ -1,6 +1,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSecretStore.h"
 #include "linux/http/CurlHttpTransport.h"
+#include "platform/Background.h"
 #include "service/KeychainService.h"
 #include "service/LumoService.h"
 #include "support/Fixtures.h"
@@ -41,11 +42,12 @@ protected:
         return outcome ? u"no failure"_s : outcome.error().errorDescription();
     }
 
+    Background background;
     FakeClock clock;
     CurlHttpTransport transport{{2s, 5s, 1'000'000}};
     FakeSecretStore store;
     KeychainService keychain{store};
-    LumoService service{transport, keychain, clock};
+    LumoService service{transport, keychain, clock, background};
 };
 
 } // namespace

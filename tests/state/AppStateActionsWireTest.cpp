@@ -1,6 +1,7 @@
 #include "demo/DemoServer.h"
 #include "demo/DemoService.h"
 #include "linux/http/CurlHttpTransport.h"
+#include "platform/Background.h"
 #include "service/LumoAction.h"
 #include "support/Patience.h"
 #include "support/StateHarness.h"
@@ -88,6 +89,7 @@ protected:
     std::atomic<Instant> serviceTime{FakeClock::defaultStart};
     DemoService service;
     DemoServer server{service};
+    Background background;
     FakeClock clock;
     FakePreferences preferences;
     FakeSecretStore secrets;
@@ -95,7 +97,7 @@ protected:
     WakeMonitor wake;
     RecordingReminders reminders;
     KeychainService keychain{secrets};
-    LumoService client{transport, keychain, clock};
+    LumoService client{transport, keychain, clock, background};
     std::optional<AppState> state;
 };
 

@@ -5,6 +5,7 @@
 #include "fakes/FakePreferences.h"
 #include "fakes/FakeSecretStore.h"
 #include "fakes/RecordingReminders.h"
+#include "platform/Background.h"
 #include "platform/Spawn.h"
 #include "platform/WakeMonitor.h"
 #include "service/KeychainService.h"
@@ -63,6 +64,7 @@ public:
         transport.complete(index, FakeHttpTransport::answer(200, briefingBody(generatedAt)));
     }
 
+    Background background;
     FakeClock clock;
     FakePreferences preferences;
     FakeSecretStore secrets;
@@ -70,7 +72,7 @@ public:
     WakeMonitor wake;
     RecordingReminders reminders;
     KeychainService keychain{secrets};
-    LumoService service{transport, keychain, clock};
+    LumoService service{transport, keychain, clock, background};
     std::optional<AppState> state;
 };
 

@@ -10,7 +10,7 @@ namespace lumora {
 struct HttpLimits {
     std::chrono::milliseconds inactivity{15'000}; ///< without a byte in either direction
     std::chrono::milliseconds total{30'000};      ///< for the whole exchange, redirects included
-    qint64 headBytes = qint64{64} * 1024;         ///< of an answer's head, interim answers included
+    qint64 headBytes = qint64{32} * 1024;         ///< of an answer's head, interim answers included
     qint64 bodyBytes = qint64{16} * 1024 * 1024;  ///< of an answer's body
     /// Of all that comes over one connection, TLS and the framing of chunks included: what is
     /// neither head nor body can be without end as well.

@@ -4,6 +4,10 @@
 
 namespace lumora {
 
+void shareMemoryAmongThreads() {
+    mallopt(M_ARENA_MAX, 1);
+}
+
 void returnSpareMemory() {
     // What lies spare tells nothing of how much of it is still the program's: blocks stay spare to
     // the allocator when their pages have been given back.

@@ -65,7 +65,7 @@ TEST_F(ProgramExcess, KeepsNobodyWaitingAndIsGivenBack) {
          {"16 MiB of blanks and a briefing", "16 MiB and a byte", "16 MiB and a byte in chunks",
           "16 MiB of nonsense", "16 MiB of lists in lists", "16 MiB of objects in objects",
           "16 MiB of quotes", "16 MiB of digits", "16 MiB of empty lists", "a header without end",
-          "a chunk's extension without end", "chunks without end"})
+          "a chunk's extension without end", "chunks without end", "a huge text"})
         fetch(row);
     EXPECT_LT(slowestAnswer, longestAnswer);
     fetch("201");

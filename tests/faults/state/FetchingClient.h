@@ -7,6 +7,7 @@
 #include "fakes/RecordingReminders.h"
 #include "faults/FaultRow.h"
 #include "linux/http/CurlHttpTransport.h"
+#include "platform/Background.h"
 #include "platform/WakeMonitor.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "service/KeychainService.h"
@@ -87,6 +88,7 @@ public:
     AppState& state() { return m_state; }
 
 private:
+    Background m_background;
     ImpatientClock m_clock;
     CurlHttpTransport m_wire;
     CountingTransport m_transport{m_wire};
@@ -96,7 +98,7 @@ private:
     RecordingReminders m_reminders;
     FakeStatusItem m_item;
     KeychainService m_keychain{m_secrets};
-    LumoService m_service{m_transport, m_keychain, m_clock};
+    LumoService m_service{m_transport, m_keychain, m_clock, m_background};
     AppState m_state;
     Ticker m_ticker{m_clock};
     StatusItemController m_controller{m_state, m_ticker, m_preferences, m_item};

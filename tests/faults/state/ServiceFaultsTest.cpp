@@ -5,7 +5,7 @@
 #include "faults/FaultService.h"
 #include "faults/FaultTable.h"
 #include "faults/state/FetchingClient.h"
-#include "faults/state/Heartbeat.h"
+#include "support/Heartbeat.h"
 #include "linux/session/SpareMemory.h"
 #include "support/PrivateMemory.h"
 #include "support/ScopedEnvironment.h"
@@ -31,7 +31,7 @@ using Waits = std::vector<std::chrono::milliseconds>;
 
 /// How long the event loop may be held up by anything: by work that it does itself, and altogether,
 /// on however busy a machine. The sanitizers multiply work.
-constexpr auto mostWork = memoryIsMeasurable ? 2000ms : 5000ms;
+constexpr auto mostWork = memoryIsMeasurable ? 500ms : 1500ms;
 constexpr auto longestGap = 5000ms;
 
 /// What may be left of all rows together, in KiB.
@@ -50,6 +50,7 @@ protected:
     };
 
     static void SetUpTestSuite() {
+        shareMemoryAmongThreads();
         shared = std::make_unique<Shared>();
         // What is loaded for TLS and for refusing it stays from then on.
         for (FetchingClient* const client : {&shared->usual, &shared->hurried}) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <thread>
 #include <vector>
 
 using namespace lumora;
@@ -34,10 +35,15 @@ protected:
 #endif
     }
 
-    qint64 afterMuchWasFreed() {
+    static std::vector<std::unique_ptr<char[]>> takeMuch() {
         std::vector<std::unique_ptr<char[]>> many;
         for (qint64 count = 0; count < blocks; ++count)
             many.push_back(std::make_unique<char[]>(blockBytes));
+        return many;
+    }
+
+    qint64 afterMuchWasFreed() {
+        auto many = takeMuch();
         m_kept.push_back(std::make_unique<char[]>(blockBytes));
         many.clear();
         return residentMemory();
@@ -61,4 +67,15 @@ TEST_F(SpareMemoryTest, GoesBackAgainAfterItWasUsedAgain) {
         returnSpareMemory();
         EXPECT_LT(residentMemory(), before - much / 2) << turn;
     }
+}
+
+TEST_F(SpareMemoryTest, WhatAThreadHasFreedGoesBackToo) {
+    shareMemoryAmongThreads();
+    // From now on the allocator finds less than twice that not worth giving back by itself.
+    std::make_unique<char[]>(blocks * blockBytes).reset();
+
+    const qint64 before = residentMemory();
+    std::thread([] { takeMuch(); }).join();
+    returnSpareMemory();
+    EXPECT_LT(residentMemory(), before + much / 2);
 }
