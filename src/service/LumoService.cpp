@@ -117,7 +117,8 @@ LumoService::sendOnce(QString endpoint, QByteArray method, std::optional<QByteAr
     const HttpOutcome outcome =
         co_await m_transport.exchange(authenticatedRequest(*url, *token, method, std::move(body)));
     const std::function classify = [outcome] { return classifyOutcome(outcome); };
-    co_return co_await readAnswer(background, outcome ? outcome->body.size() : 0, classify);
+    const qsizetype size = outcome ? outcome->body.size() : 0;
+    co_return co_await readAnswer(background, size, classify);
 }
 
 } // namespace lumora
