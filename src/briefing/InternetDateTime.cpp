@@ -27,9 +27,13 @@ public:
 
     /// A number of exactly `digits` digits between `minimum` and `maximum`.
     int number(int digits, int minimum, int maximum) {
+        if (m_end - m_next < digits) {
+            m_failed = true;
+            return minimum;
+        }
         int value = 0;
         for (int i = 0; i < digits; ++i) {
-            const char c = take();
+            const char c = *m_next++;
             m_failed |= !isDigit(c);
             value = value * 10 + (c - '0');
         }

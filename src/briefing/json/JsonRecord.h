@@ -65,17 +65,28 @@ bool readMember(
 /// same key the last.
 template <JsonRecord Record>
 auto collectMembers(simdjson::dom::object object) {
-    constexpr auto keys = std::apply(
+    static constexpr auto keys = std::apply(
         [](const auto&... field) { return std::array{field.key...}; }, JsonSchema<Record>::fields);
     std::array<std::optional<simdjson::dom::element>, keys.size()> members;
-    size_t expected = 0; // objects mostly come in field order, so look there first
-    for (const auto [key, value] : object) {
-        if (expected == keys.size() || keys[expected] != key) {
-            expected = static_cast<size_t>(std::ranges::find(keys, key) - keys.begin());
-            if (expected == keys.size())
-                continue;
-        }
-        members[expected++] = value;
+    auto next = object.begin();
+    const auto end = object.end();
+
+    // Objects mostly come in field order, and keys are compared fast where they are constants.
+    const auto takeInOrder = [&]<size_t... Index>(std::index_sequence<Index...>) {
+        const auto take = [&]<size_t At>(std::integral_constant<size_t, At>) {
+            if (next != end && next.key() == keys[At]) {
+                members[At] = next.value();
+                ++next;
+            }
+        };
+        (take(std::integral_constant<size_t, Index>()), ...);
+    };
+    takeInOrder(std::make_index_sequence<keys.size()>());
+
+    for (; next != end; ++next) {
+        const auto key = std::ranges::find(keys, next.key());
+        if (key != keys.end())
+            members[static_cast<size_t>(key - keys.begin())] = next.value();
     }
     return members;
 }
