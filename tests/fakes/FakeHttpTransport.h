@@ -32,6 +32,9 @@ public:
     /// Every request so far, in order.
     const std::vector<HttpRequest>& requests() const { return m_requests; }
 
+    /// Whether the exchange of `requests()[index]` has not ended yet.
+    bool isUnderWay(std::size_t index) const { return !m_exchanges.at(index)->isComplete(); }
+
     /// How many exchanges are under way.
     std::size_t pendingCount() const;
 
