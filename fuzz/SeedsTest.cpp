@@ -33,6 +33,7 @@ constexpr FuzzTarget fuzzTargets[] = {
     {"redirects", lumora::fuzz::redirects},
     {"replies", lumora::fuzz::replies},
     {"reports", lumora::fuzz::reports},
+    {"styles", lumora::fuzz::styles},
     {"texts", lumora::fuzz::texts},
     {"xsettings", lumora::fuzz::xsettings},
 };

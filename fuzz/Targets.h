@@ -20,6 +20,7 @@ void preferences(QByteArrayView input); ///< the preferences' file
 void redirects(QByteArrayView input);   ///< Location and other header lines
 void replies(QByteArrayView input);     ///< the service's answers to actions, and its errors
 void reports(QByteArrayView input);     ///< the running program's answer to "lumora status"
+void styles(QByteArrayView input);      ///< backgrounds of bars, in the words of style sheets
 void texts(QByteArrayView input);       ///< titles: on one line, as markup, shortened
 void xsettings(QByteArrayView input);   ///< the settings manager's property of an X server
 
