@@ -1,10 +1,12 @@
 #!/usr/bin/env python3
-"""A whole dashboard service in one file, with nothing to install: `python3 service.py TOKEN`.
+"""A whole dashboard service in one file, with nothing to install: `python3 service.py TOKEN [PORT]`.
 
-It serves one meeting half an hour from now and two habits, and takes habit toggles. Start from
-here, and put your own data where the briefing is made.
+It serves one meeting half an hour from now, two habits, two chores and some spending, and takes all
+four actions. Start from here, and put your own data where the briefing is made. Everything is kept
+in memory; captured thoughts are printed.
 """
 
+import hmac
 import json
 import sys
 from datetime import datetime, timedelta, timezone
@@ -12,14 +14,20 @@ from http.server import BaseHTTPRequestHandler, HTTPServer
 
 TOKEN = sys.argv[1] if len(sys.argv) > 1 else sys.exit("usage: service.py TOKEN [PORT]")
 PORT = int(sys.argv[2]) if len(sys.argv) > 2 else 8765
+LARGEST_ACTION = 1 << 20
 
 STARTED = datetime.now(timezone.utc).replace(microsecond=0)
 HABITS = {"read": "Read", "walk": "Take a walk"}
-done = set()
+CHORES = {"plants": ("Water the plants", "Living room"), "bins": ("Take the bins out", "Kitchen")}
+
+done_habits = set()
+done_chores = set()
+spending_asked_at = STARTED
 
 
 def briefing():
     start = STARTED + timedelta(minutes=30)
+    open_chores = {key: value for key, value in CHORES.items() if key not in done_chores}
     return {
         "date": STARTED.date().isoformat(),
         "generatedAt": datetime.now(timezone.utc).timestamp(),
@@ -29,20 +37,53 @@ def briefing():
                 "start": start.isoformat(),
                 "end": (start + timedelta(minutes=30)).isoformat(),
                 "allDay": False,
+                "meetingUrl": "https://meet.example.org/coffee",
             }
         ],
-        "chores": {"count": 0, "top": []},
+        "chores": {
+            "count": len(open_chores),
+            "top": [
+                {"id": key, "name": name, "room": room, "daysOverdue": 0}
+                for key, (name, room) in open_chores.items()
+            ],
+        },
         "habits": {
-            "done": len(done),
+            "done": len(done_habits),
             "total": len(HABITS),
             "items": [
-                {"id": key, "name": name, "done": key in done,
-                 "count": int(key in done), "target": 1, "streak": 0}
+                {"id": key, "name": name, "done": key in done_habits,
+                 "count": int(key in done_habits), "target": 1, "streak": 0}
                 for key, name in HABITS.items()
             ],
         },
-        "focus": {},
+        "focus": {"productiveShare": 0.42},
+        "spending": {
+            "mtd": 412.1,
+            "sameDayLastMonth": 380.0,
+            "top": [{"bucket": "food", "label": "Groceries", "icon": "🛒",
+                     "color": "#1E90FF", "amount": 412.1}],
+            "asOf": STARTED.date().isoformat(),
+            "generatedAt": spending_asked_at.timestamp(),
+            "stale": False,
+        },
     }
+
+
+def act(action):
+    """Does what `action` asks for, and returns the reply; an error's text is shown to the user."""
+    global spending_asked_at
+    match action:
+        case {"type": "habit.toggle", "id": str(key)} if key in HABITS:
+            done_habits.symmetric_difference_update({key})
+        case {"type": "chore.done", "id": str(key)} if key in CHORES:
+            done_chores.add(key)
+        case {"type": "capture", "text": str(text)}:
+            print("Captured:", text, flush=True)
+        case {"type": "spending.refresh"}:
+            spending_asked_at = datetime.now(timezone.utc)
+        case _:
+            return 400, {"error": "This service cannot do that"}
+    return 200, {"ok": True}
 
 
 class Service(BaseHTTPRequestHandler):
@@ -55,7 +96,8 @@ class Service(BaseHTTPRequestHandler):
         self.wfile.write(body)
 
     def refused(self, path):
-        if self.headers.get("X-Api-Key") != TOKEN:
+        key = self.headers.get("X-Api-Key", "")
+        if not hmac.compare_digest(key.encode(), TOKEN.encode()):
             self.answer(401, {"error": "Wrong token"})
         elif self.path != path:
             self.answer(404, {"error": "No such page"})
@@ -69,16 +111,20 @@ class Service(BaseHTTPRequestHandler):
 
     def do_POST(self):
         size = int(self.headers.get("Content-Length", 0))
+        if size > LARGEST_ACTION:
+            self.answer(413, {"error": "Too much"})
+            return
         body = self.rfile.read(size)
         if self.refused("/api/briefing/action"):
             return
-        action = json.loads(body)
-        if action["type"] == "habit.toggle" and action["id"] in HABITS:
-            done.symmetric_difference_update({action["id"]})
-            self.answer(200, {"ok": True})
+        try:
+            action = json.loads(body)
+        except ValueError:
+            self.answer(400, {"error": "That is no JSON"})
         else:
-            self.answer(400, {"error": "This service cannot do that"})
+            self.answer(*act(action))
 
 
-print(f"http://127.0.0.1:{PORT}/api/briefing")
-HTTPServer(("127.0.0.1", PORT), Service).serve_forever()
+server = HTTPServer(("127.0.0.1", PORT), Service)
+print(f"http://127.0.0.1:{server.server_port}/api/briefing", flush=True)
+server.serve_forever()

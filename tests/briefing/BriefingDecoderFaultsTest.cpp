@@ -1,7 +1,7 @@
 // Every way a briefing can be wrong, made by walking its schema and by damaging its bytes.
 
 #include "briefing/BriefingDecoder.h"
-#include "briefing/BriefingFields.h"
+#include "support/BriefingFields.h"
 #include "support/Fixtures.h"
 
 #include <QJsonArray>
@@ -19,22 +19,6 @@ using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// `root` with `replacement` at `path`; an undefined replacement removes the member.
-QJsonValue with(
-    const QJsonValue& root, std::span<const Path::value_type> path, const QJsonValue& replacement) {
-    if (path.empty())
-        return replacement;
-    if (const int* index = std::get_if<int>(&path[0])) {
-        QJsonArray array = root.toArray();
-        array[*index] = with(array[*index], path.subspan(1), replacement);
-        return array;
-    }
-    QJsonObject object = root.toObject();
-    const QString key = std::get<QString>(path[0]);
-    object[key] = with(object[key], path.subspan(1), replacement);
-    return object;
-}
 
 QJsonValue fullBriefing() {
     return QJsonDocument::fromJson(fixture(u"briefing-full.json"_s)).object();

@@ -1,4 +1,7 @@
-#include "briefing/BriefingFields.h"
+#include "support/BriefingFields.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -99,6 +102,21 @@ std::vector<Field> allFields() {
     std::vector<Field> fields;
     walk(briefingMembers(), {}, fields);
     return fields;
+}
+
+QJsonValue with(
+    const QJsonValue& root, std::span<const Path::value_type> path, const QJsonValue& replacement) {
+    if (path.empty())
+        return replacement;
+    if (const int* index = std::get_if<int>(&path[0])) {
+        QJsonArray array = root.toArray();
+        array[*index] = with(array[*index], path.subspan(1), replacement);
+        return array;
+    }
+    QJsonObject object = root.toObject();
+    const QString key = std::get<QString>(path[0]);
+    object[key] = with(object[key], path.subspan(1), replacement);
+    return object;
 }
 
 QString toText(const Path& path) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QJsonValue>
 #include <QString>
 
+#include <span>
 #include <variant>
 #include <vector>
 
@@ -23,6 +25,10 @@ struct Field {
 /// are looked for. Of each list the second item is walked, so that a decoder that stops after the
 /// first is caught.
 std::vector<Field> allFields();
+
+/// `root` with `replacement` at `path`; an undefined replacement removes the member.
+QJsonValue
+with(const QJsonValue& root, std::span<const Path::value_type> path, const QJsonValue& replacement);
 
 /// A path as errors name it: "eventsToday[1].title".
 QString toText(const Path& path);
