@@ -111,6 +111,12 @@ void LumobarApp::begin() {
         return;
     }
     m_session.emplace(*this);
+    connect(
+        &m_session->controller, &StatusItemController::labelChanged, &m_commands,
+        &CommandServer::LabelChanged);
+    connect(
+        &m_session->controller, &StatusItemController::detailsChanged, &m_commands,
+        &CommandServer::DetailsChanged);
     // A fetch, because only the newest briefing says what is to be reminded of.
     connect(
         m_platform.notifications.get(), &NotificationCenter::authorizable, &m_session->state,

@@ -7,6 +7,8 @@
 #include "state/Ticker.h"
 #include "texts/StatusPresentation.h"
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
@@ -23,9 +25,8 @@ StatusItemController::StatusItemController(
     render();
 }
 
-StatusReport StatusItemController::report() const {
-    const StatusInputs inputs = currentInputs();
-    const StatusItemContent content = statusItemContent(inputs);
+StatusReport
+StatusItemController::reportOf(const StatusInputs& inputs, const StatusItemContent& content) const {
     const auto mode =
         MenuBarLabel::mode(inputs.lastGood, inputs.state, inputs.now, inputs.menuBarAmbient);
     return {
@@ -54,7 +55,14 @@ StatusInputs StatusItemController::currentInputs() const {
 }
 
 void StatusItemController::render() {
-    m_item.show(statusItemContent(currentInputs()));
+    const StatusInputs inputs = currentInputs();
+    const StatusItemContent content = statusItemContent(inputs);
+    m_item.show(content);
+    const StatusReport before = std::exchange(m_report, reportOf(inputs, content));
+    if (!m_report.hasSameLabel(before))
+        Q_EMIT labelChanged();
+    else if (m_report != before)
+        Q_EMIT detailsChanged();
 }
 
 } // namespace lumora

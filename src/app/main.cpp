@@ -1,23 +1,19 @@
-#include "app/CommandLine.h"
 #include "app/DemoServiceProcess.h"
 #include "app/LumobarApp.h"
-#include "linux/commands/CommandClient.h"
+#include "cli/Answers.h"
+#include "cli/CommandLine.h"
+#include "cli/RunningProgram.h"
 #include "linux/session/DesktopPlatform.h"
 #include "linux/session/SpareMemory.h"
 #include "linux/session/StartupEnvironment.h"
 #include "linux/session/TerminationSignals.h"
 #include "platform/ActivationToken.h"
 #include "platform/AppStorageBacked.h"
-#include "texts/PlainText.h"
-#include "texts/StatusPresentation.h"
 
 #include <QApplication>
-#include <QTextStream>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <system_error>
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
@@ -26,70 +22,11 @@ namespace lumora {
 
 namespace {
 
-enum ExitCode { Success = 0, Failure = 1, WrongArguments = 2, NotRunning = 3 };
-
-/// Says what is wrong, on one line that no terminal obeys, whatever the sentence quotes.
-int complain(const QString& sentence, int code) {
-    QTextStream(stderr) << "lumora: " << singleLine(sentence).simplified() << '\n';
-    return code;
-}
-
-int complain(CommandClient::Failure failure) {
-    if (failure == CommandClient::Failure::NotRunning)
-        return complain(u"Lumora is not running"_s, NotRunning);
-    return complain(u"Lumora does not answer"_s, Failure);
-}
-
-/// Writes an answer. One that is not there whole, as on a full disk, is a failure.
-int print(const QString& text) {
-    const QByteArray bytes = text.toUtf8();
-    const auto size = static_cast<size_t>(bytes.size());
-    if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
-        return Success;
-    const QString reason = QString::fromStdString(std::generic_category().message(errno));
-    return complain(u"The answer could not be written: %1"_s.arg(reason), Failure);
-}
-
-int runStatus(CommandClient& client, const StatusCommand& command) {
-    const auto status = client.status();
-    if (!status)
-        return complain(status.error());
-    const auto report = StatusReport::fromJson(status->toUtf8());
-    if (!report)
-        return complain(CommandClient::Failure::NoAnswer);
-    return print(statusLine(*report, command.format) + u'\n');
-}
-
-int runRefresh(CommandClient& client) {
-    const auto failure = client.refresh();
-    if (!failure)
-        return complain(failure.error());
-    return *failure ? complain(failureText(**failure), Failure) : int(Success);
-}
-
-int outcome(const tl::expected<void, CommandClient::Failure>& answer) {
-    return answer ? int(Success) : complain(answer.error());
-}
-
-int runWindow(CommandClient& client, const WindowCommand& command) {
-    switch (command.action) {
-    case WindowCommand::Action::Toggle:
-        return outcome(client.toggle(inheritedActivationToken()));
-    case WindowCommand::Action::Show:
-        return outcome(client.open(inheritedActivationToken()));
-    case WindowCommand::Action::Hide:
-        return outcome(client.hide());
-    case WindowCommand::Action::Settings:
-        return outcome(client.openSettings(inheritedActivationToken()));
-    }
-    Q_UNREACHABLE();
-}
-
 /// What a second start does instead of running.
 int handOver(CommandClient& client, const RunCommand& run, const QByteArray& token) {
     if (run.demo)
         return complain(u"Lumora is already running; end it with \"lumora quit\" first"_s, Failure);
-    return outcome(client.open(token));
+    return openRunningProgram(client, token);
 }
 
 /// Ends without tearing down what is static. Qt's D-Bus thread lives on until then, and warns when
@@ -149,16 +86,9 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
     return QApplication::exec();
 }
 
-int askRunningProgram(int& argc, char** argv, const Command& command) {
+int runCommand(int& argc, char** argv, const Command& command) {
     const QCoreApplication application(argc, argv);
-    CommandClient client;
-    if (const auto* status = std::get_if<StatusCommand>(&command))
-        return runStatus(client, *status);
-    if (std::holds_alternative<RefreshCommand>(command))
-        return runRefresh(client);
-    if (const auto* window = std::get_if<WindowCommand>(&command))
-        return runWindow(client, *window);
-    return outcome(client.quit());
+    return askRunningProgram(command);
 }
 
 } // namespace
@@ -180,5 +110,5 @@ int main(int argc, char** argv) {
         return print(u"lumora " LUMORA_VERSION "\n"_s);
     if (const auto* run = std::get_if<RunCommand>(&*command))
         return runProgram(argc, argv, *run);
-    leaveAtOnce(askRunningProgram(argc, argv, *command));
+    leaveAtOnce(runCommand(argc, argv, *command));
 }

@@ -37,16 +37,25 @@ QString forPolybar(const StatusReport& report) {
     return plain(report).replace("%{"_L1, apart);
 }
 
+/// What styles go by: what the label shows, that the last fetch failed, and that what is shown is
+/// therefore of an earlier one.
+QJsonArray styleClasses(const StatusReport& report) {
+    QJsonArray classes{report.mode};
+    if (report.state == u"failed") {
+        classes += report.state;
+        if (report.mode != u"error")
+            classes += u"stale"_s;
+    }
+    return classes;
+}
+
 /// waybar parses text and tooltip as Pango markup, and has the rest for styles and icons.
 QString forWaybar(const StatusReport& report) {
-    QJsonArray classes{report.mode};
-    if (report.state == u"failed")
-        classes += report.state;
     const QJsonObject object{
         {u"text"_s, escapedForMarkup(plain(report))},
         {u"tooltip"_s, escapedForMarkup(report.tooltip)},
         {u"alt"_s, report.mode},
-        {u"class"_s, classes},
+        {u"class"_s, styleClasses(report)},
     };
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
@@ -64,6 +73,10 @@ QStringList statusFormatNames() {
     for (const auto& [name, format] : formats)
         names += name;
     return names;
+}
+
+bool hasDetails(StatusFormat format) {
+    return format == StatusFormat::Json || format == StatusFormat::Waybar;
 }
 
 QString statusLine(const StatusReport& report, StatusFormat format) {

@@ -21,6 +21,9 @@ enum class StatusFormat {
 /// The names of all formats.
 [[nodiscard]] QStringList statusFormatNames();
 
+/// Whether lines of `format` tell more than the label: the tooltip, or all that there is.
+[[nodiscard]] bool hasDetails(StatusFormat format);
+
 /// What `format`'s readers are told of `report`: one line without a line break, of which no part
 /// of a title is markup to them.
 [[nodiscard]] QString statusLine(const StatusReport& report, StatusFormat format);

@@ -48,6 +48,25 @@ QString withEscapes(const QString& json) {
 
 } // namespace
 
+StatusReport StatusReport::stopped() {
+    return {
+        .mode = u"stopped"_s,
+        .symbol = u"calendar"_s,
+        .text = std::nullopt,
+        .tooltip = u"Lumora is not running"_s,
+        .state = u"idle"_s,
+        .message = std::nullopt,
+        .lastUpdated = std::nullopt,
+        .pending = {},
+        .actionError = std::nullopt,
+    };
+}
+
+bool StatusReport::hasSameLabel(const StatusReport& other) const {
+    return mode == other.mode && symbol == other.symbol && text == other.text &&
+           state == other.state;
+}
+
 QByteArray StatusReport::toJson() const {
     const QJsonObject object{
         {u"mode"_s, mode},

@@ -12,7 +12,7 @@ namespace lumora {
 
 /// What the status item shows and the state behind it, for other programs.
 struct StatusReport {
-    QString mode;                   ///< name of the label's mode, e.g. "countdown"
+    QString mode;                   ///< name of the label's mode, e.g. "countdown", or "stopped"
     QString symbol;                 ///< symbol name
     std::optional<QString> text;    ///< the label's text
     QString tooltip;                ///< plain text, lines separated by "\n"
@@ -21,6 +21,12 @@ struct StatusReport {
     std::optional<Instant> lastUpdated;
     QStringList pending; ///< keys of the actions in flight, sorted
     std::optional<QString> actionError;
+
+    /// What there is to report while no program runs: an empty label.
+    static StatusReport stopped();
+
+    /// Whether `other` looks the same in the bar, whatever its tooltip says.
+    [[nodiscard]] bool hasSameLabel(const StatusReport& other) const;
 
     /// One JSON object on one line, without a line break; absent values are null, instants are
     /// ISO 8601 in UTC. What a terminal might obey is escaped.

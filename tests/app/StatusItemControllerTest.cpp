@@ -4,6 +4,8 @@
 #include "state/Ticker.h"
 #include "support/StateHarness.h"
 
+#include <QSignalSpy>
+
 #include <gtest/gtest.h>
 
 using namespace lumora;
@@ -86,6 +88,26 @@ TEST_F(StatusItemControllerTest, AFailureAfterASuccessLeavesTheLabelAlone) {
     transport.complete(1, FakeHttpTransport::answer(401));
     EXPECT_EQ(latest().symbol, u"checkmark.circle"_s);
     EXPECT_EQ(latest().text, u"1/2"_s);
+}
+
+TEST_F(StatusItemControllerTest, TellsWhetherTheLabelOrOnlyTheRestHasChanged) {
+    begin();
+    const QSignalSpy labels(&*controller, &StatusItemController::labelChanged);
+    const QSignalSpy details(&*controller, &StatusItemController::detailsChanged);
+    answer(0, 1);
+    EXPECT_EQ(labels.size(), 1);
+    EXPECT_EQ(details.size(), 0);
+    clock.advance(30s); // the tooltip says the same
+    EXPECT_EQ(details.size(), 0);
+    clock.advance(30s);
+    EXPECT_EQ(labels.size(), 1);
+    EXPECT_EQ(details.size(), 1);
+    preferences.set(u"menuBarAmbient"_s, u"none"_s);
+    EXPECT_EQ(labels.size(), 2);
+    EXPECT_EQ(details.size(), 1);
+    spawn(state->refresh());
+    transport.complete(1, FakeHttpTransport::answer(401)); // a bar may draw that in red
+    EXPECT_EQ(labels.size(), 3);
 }
 
 TEST_F(StatusItemControllerTest, ReportsAFailureWithNothingToSay) {

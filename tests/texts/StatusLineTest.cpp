@@ -149,7 +149,10 @@ TEST(StatusLine, ForWaybarSaysWhatKindItIs) {
                                {u"class"_s, QJsonArray{u"habits"_s}},
                            }));
     report.state = u"failed"_s;
-    EXPECT_EQ(forWaybar(report).value(u"class"_s), (QJsonArray{u"habits"_s, u"failed"_s}));
+    EXPECT_EQ(
+        forWaybar(report).value(u"class"_s), (QJsonArray{u"habits"_s, u"failed"_s, u"stale"_s}));
+    report.mode = u"error"_s; // nothing has ever been there that could be old
+    EXPECT_EQ(forWaybar(report).value(u"class"_s), (QJsonArray{u"error"_s, u"failed"_s}));
 }
 
 TEST(StatusLine, AsJsonIsTheReport) {

@@ -58,6 +58,11 @@ public:
     void OpenSettings(const QString& activationToken);
     void Quit();
 
+Q_SIGNALS:
+    // The signals of the D-Bus interface.
+    void LabelChanged();
+    void DetailsChanged();
+
 private:
     QDBusConnection m_bus;
     CommandHandlers m_handlers;

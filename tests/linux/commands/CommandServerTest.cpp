@@ -1,5 +1,6 @@
 #include "linux/commands/CommandServer.h"
 
+#include "support/BusProbe.h"
 #include "support/Patience.h"
 #include "support/PrivateBus.h"
 
@@ -91,6 +92,17 @@ TEST_F(CommandServerTest, PassesOnWhatConcernsWindows) {
     answer(call(u"Toggle"_s, {u"two"_s}));
     answer(call(u"OpenSettings"_s, {u"three"_s}));
     EXPECT_EQ(calls, (QByteArrayList{"open:one", "hide", "toggle:two", "settings:three"}));
+}
+
+TEST_F(CommandServerTest, SaysOnTheBusThatSomethingChangedAndNotWhat) {
+    CommandServer server(handlers(), bus.connect());
+    ASSERT_TRUE(server.claim());
+    BusProbe probe(client, commandService);
+    probe.listen(commandPath, commandInterface);
+    Q_EMIT server.LabelChanged();
+    Q_EMIT server.DetailsChanged();
+    EXPECT_EQ(probe.signalsNamed(u"LabelChanged"_s), QList<QVariantList>{QVariantList()});
+    EXPECT_EQ(probe.signalsNamed(u"DetailsChanged"_s), QList<QVariantList>{QVariantList()});
 }
 
 TEST_F(CommandServerTest, PassesOnQuit) {

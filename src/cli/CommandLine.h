@@ -22,6 +22,7 @@ struct RunCommand {
 /// Print what the running program shows.
 struct StatusCommand {
     StatusFormat format = StatusFormat::Text;
+    bool follow = false; ///< and again after every change
 
     bool operator==(const StatusCommand&) const = default;
 };

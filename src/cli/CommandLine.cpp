@@ -1,4 +1,4 @@
-#include "app/CommandLine.h"
+#include "cli/CommandLine.h"
 
 #include <QHash>
 
@@ -62,6 +62,11 @@ Parsed parseStatus(QStringList arguments) {
     StatusCommand status;
     while (!arguments.isEmpty()) {
         const QString argument = arguments.first();
+        if (argument == u"--follow") {
+            status.follow = true;
+            arguments.removeFirst();
+            continue;
+        }
         const auto name = takeOption(arguments, u"--format"_s);
         if (!name)
             return notTheOption(argument, u"--format"_s);
@@ -114,7 +119,7 @@ Parsed parseCommandLine(const QStringList& arguments) {
 
 QString usageText() {
     return uR"(Usage: lumora [--demo [--scenario NAME]]
-       lumora status [--format FORMAT]
+       lumora status [--follow] [--format FORMAT]
        lumora toggle|show|hide
        lumora settings
        lumora refresh
@@ -126,6 +131,7 @@ Started a second time, it opens the panel of the program that already runs.
   --demo            show an invented day from a service of its own; touches no settings
   --scenario NAME   which day: busy, empty, quiet, unauthorized, flaky, slow, malformed or html
   status            print the label of the running program
+  --follow          print it again whenever it changes, until nobody reads it
   --format FORMAT   for whom: text, json, waybar, polybar, i3blocks or i3status-rust
   toggle            open the panel of the running program, or close it
   show, hide        open the panel, or close it; fine when it is already so

@@ -1,4 +1,4 @@
-#include "app/CommandLine.h"
+#include "cli/CommandLine.h"
 
 #include <gtest/gtest.h>
 
@@ -47,6 +47,13 @@ TEST(CommandLine, Status) {
     EXPECT_EQ(
         parsed({u"status"_s, u"--format"_s, u"i3status-rust"_s}),
         Command(StatusCommand{Format::I3statusRust}));
+}
+
+TEST(CommandLine, FollowsTheStatus) {
+    EXPECT_EQ(parsed({u"status"_s, u"--follow"_s}), Command((StatusCommand{.follow = true})));
+    const Command polybar = StatusCommand{.format = StatusFormat::Polybar, .follow = true};
+    EXPECT_EQ(parsed({u"status"_s, u"--follow"_s, u"--format"_s, u"polybar"_s}), polybar);
+    EXPECT_EQ(parsed({u"status"_s, u"--format=polybar"_s, u"--follow"_s}), polybar);
 }
 
 TEST(CommandLine, PlainCommands) {
