@@ -36,8 +36,8 @@ const std::array<Place, 6>& places() {
         Place{
             u"/com/lumora/app"_s,
             u"com.lumora.app"_s,
-            {u"Status"_s, u"Refresh"_s, u"Open"_s, u"Hide"_s, u"Toggle"_s, u"OpenSettings"_s,
-             u"Quit"_s}},
+            {u"Status"_s, u"Refresh"_s, u"Join"_s, u"Capture"_s, u"ToggleHabit"_s, u"FinishChore"_s,
+             u"Agenda"_s, u"Open"_s, u"Hide"_s, u"Toggle"_s, u"OpenSettings"_s, u"Quit"_s}},
         Place{
             u"/StatusNotifierItem"_s,
             u"org.freedesktop.DBus.Properties"_s,

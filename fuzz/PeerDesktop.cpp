@@ -44,6 +44,11 @@ CommandHandlers handlers() {
     return {
         .status = [] { return u"{}"_s; },
         .refresh = [](auto done) { done(std::nullopt); },
+        .join = [](const QByteArray&, auto done) { done(std::nullopt); },
+        .capture = [](const QString&, auto done) { done(std::nullopt); },
+        .toggleHabit = [](const QString&, auto done) { done(std::nullopt); },
+        .finishChore = [](const QString&, auto done) { done(std::nullopt); },
+        .agenda = [] { return u"{}"_s; },
         .open = [](const QByteArray&) {},
         .hide = [] {},
         .toggle = [](const QByteArray&) {},

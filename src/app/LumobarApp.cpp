@@ -39,6 +39,7 @@ LumobarApp::Session::Session(LumobarApp& app)
       })
     , ticker(*app.m_platform.clock)
     , controller(state, ticker, *app.m_platform.preferences, *app.m_platform.statusItem)
+    , remote({state, ticker, *app.m_platform.preferences, *app.m_platform.urls})
     , themes(
           *app.m_platform.appearance, *app.m_platform.compositing,
           qEnvironmentVariable("XDG_CURRENT_DESKTOP"))
@@ -151,6 +152,23 @@ CommandHandlers LumobarApp::handlers() {
     return {
         .status = [this] { return QString::fromUtf8(m_session->controller.report().toJson()); },
         .refresh = [this](auto done) { refresh(done); },
+        .join =
+            [this](const QByteArray& token, const auto& done) {
+                m_session->remote.join(token, done);
+            },
+        .capture =
+            [this](const QString& text, const auto& done) {
+                m_session->remote.capture(text, done);
+            },
+        .toggleHabit =
+            [this](const QString& habit, const auto& done) {
+                m_session->remote.toggleHabit(habit, done);
+            },
+        .finishChore =
+            [this](const QString& chore, const auto& done) {
+                m_session->remote.finishChore(chore, done);
+            },
+        .agenda = [this] { return m_session->remote.agenda(); },
         .open = [this](const QByteArray& token) { m_session->panel.open(token); },
         .hide = [this] { m_session->panel.hide(); },
         .toggle = [this](const QByteArray& token) { m_session->panel.toggle(token); },

@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/PanelController.h"
+#include "app/RemoteActions.h"
 #include "app/SettingsController.h"
 #include "app/StatusAreaNotice.h"
 #include "app/StatusItemController.h"
@@ -45,6 +46,7 @@ private:
         AppState state;
         Ticker ticker;
         StatusItemController controller;
+        RemoteActions remote;
         ThemeFollower themes;
         PanelController panel;
         SettingsController settings;

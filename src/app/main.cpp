@@ -3,6 +3,7 @@
 #include "cli/Answers.h"
 #include "cli/CommandLine.h"
 #include "cli/RunningProgram.h"
+#include "cli/Usage.h"
 #include "linux/session/DesktopPlatform.h"
 #include "linux/session/SpareMemory.h"
 #include "linux/session/StartupEnvironment.h"

@@ -34,8 +34,7 @@ std::optional<QString> takeOption(QStringList& arguments, const QString& name) {
     return arguments.takeFirst();
 }
 
-tl::unexpected<QString> unknownFormat(const QString& name) {
-    QStringList names = statusFormatNames();
+tl::unexpected<QString> unknownFormat(const QString& name, QStringList names) {
     const QString last = names.takeLast();
     return tl::unexpected(
         u"unknown format \"%1\"; there are %2 and %3"_s.arg(name, names.join(u", "_s), last));
@@ -72,10 +71,52 @@ Parsed parseStatus(QStringList arguments) {
             return notTheOption(argument, u"--format"_s);
         const auto format = statusFormat(*name);
         if (!format)
-            return unknownFormat(*name);
+            return unknownFormat(*name, statusFormatNames());
         status.format = *format;
     }
     return status;
+}
+
+Parsed parseAgenda(QStringList arguments) {
+    AgendaCommand agenda;
+    while (!arguments.isEmpty()) {
+        const QString argument = arguments.first();
+        const auto name = takeOption(arguments, u"--format"_s);
+        if (!name)
+            return notTheOption(argument, u"--format"_s);
+        if (name != u"text" && name != u"json")
+            return unknownFormat(*name, {u"text"_s, u"json"_s});
+        agenda.asJson = name == u"json";
+    }
+    return agenda;
+}
+
+/// The words of a text that needs no quotes; absent without any. Behind "--" they may look like
+/// options.
+tl::expected<std::optional<QString>, QString> parseWords(QStringList arguments) {
+    if (arguments.isEmpty())
+        return std::nullopt;
+    if (arguments.first() == u"--")
+        arguments.removeFirst();
+    else if (arguments.first().startsWith(u'-'))
+        return unknownArgument(arguments.first());
+    return arguments.join(u' ');
+}
+
+Parsed parseCapture(const QStringList& arguments) {
+    return parseWords(arguments).map(
+        [](const std::optional<QString>& text) -> Command { return CaptureCommand{text}; });
+}
+
+Parsed parseItem(ItemCommand::Kind kind, const QStringList& arguments) {
+    if (arguments == QStringList(u"--list"_s))
+        return ItemCommand{kind, std::nullopt};
+    const auto words = parseWords(arguments);
+    if (!words)
+        return tl::unexpected(words.error());
+    if (!*words || (*words)->isEmpty())
+        return tl::unexpected(u"which one? Its id or its name is missing; --list lists them"_s);
+    return ItemCommand{kind, *words};
 }
 
 /// `command`, which takes no further arguments.
@@ -97,6 +138,7 @@ std::optional<Command> plainCommand(const QString& word) {
         {u"hide"_s, WindowCommand{Action::Hide}},
         {u"settings"_s, WindowCommand{Action::Settings}},
         {u"refresh"_s, RefreshCommand{}},
+        {u"join"_s, JoinCommand{}},
         {u"quit"_s, QuitCommand{}},
     };
     const auto found = commands.constFind(word);
@@ -112,37 +154,17 @@ Parsed parseCommandLine(const QStringList& arguments) {
     const QStringList rest = arguments.mid(1);
     if (first == u"status")
         return parseStatus(rest);
+    if (first == u"agenda")
+        return parseAgenda(rest);
+    if (first == u"capture")
+        return parseCapture(rest);
+    if (first == u"habit")
+        return parseItem(ItemCommand::Kind::Habit, rest);
+    if (first == u"chore")
+        return parseItem(ItemCommand::Kind::Chore, rest);
     if (const auto command = plainCommand(first))
         return plain(*command, rest);
     return parseRun(arguments);
-}
-
-QString usageText() {
-    return uR"(Usage: lumora [--demo [--scenario NAME]]
-       lumora status [--follow] [--format FORMAT]
-       lumora toggle|show|hide
-       lumora settings
-       lumora refresh
-       lumora quit
-
-Keeps your day in view: a live label in the status area, fed by your own dashboard service.
-Started a second time, it opens the panel of the program that already runs.
-
-  --demo            show an invented day from a service of its own; touches no settings
-  --scenario NAME   which day: busy, empty, quiet, unauthorized, flaky, slow, malformed or html
-  status            print the label of the running program
-  --follow          print it again whenever it changes, until nobody reads it
-  --format FORMAT   for whom: text, json, waybar, polybar, i3blocks or i3status-rust
-  toggle            open the panel of the running program, or close it
-  show, hide        open the panel, or close it; fine when it is already so
-  settings          open the settings of the running program
-  refresh           fetch the briefing now and wait for it
-  quit              end the running program
-  --help            print this
-  --version         print the version
-
-Exit status: 0 success, 1 failure, 2 wrong arguments, 3 Lumora is not running.
-)"_s;
 }
 
 } // namespace lumora

@@ -7,6 +7,7 @@
 
 #include <tl/expected.hpp>
 
+#include <optional>
 #include <variant>
 
 namespace lumora {
@@ -40,6 +41,34 @@ struct RefreshCommand {
     bool operator==(const RefreshCommand&) const = default;
 };
 
+/// Have the running program open the link of the meeting that is on or comes next.
+struct JoinCommand {
+    bool operator==(const JoinCommand&) const = default;
+};
+
+/// Have the running program put a thought into the inbox.
+struct CaptureCommand {
+    std::optional<QString> text; ///< absent: what is on standard input
+
+    bool operator==(const CaptureCommand&) const = default;
+};
+
+/// Have the running program toggle a habit, or report a chore as done; or list what there is.
+struct ItemCommand {
+    enum class Kind { Habit, Chore };
+    Kind kind = Kind::Habit;
+    std::optional<QString> idOrName; ///< absent: list them
+
+    bool operator==(const ItemCommand&) const = default;
+};
+
+/// Print what is left of the day.
+struct AgendaCommand {
+    bool asJson = false;
+
+    bool operator==(const AgendaCommand&) const = default;
+};
+
 /// End the running program.
 struct QuitCommand {
     bool operator==(const QuitCommand&) const = default;
@@ -56,13 +85,10 @@ struct VersionCommand {
 };
 
 using Command = std::variant<
-    RunCommand, StatusCommand, WindowCommand, RefreshCommand, QuitCommand, HelpCommand,
-    VersionCommand>;
+    RunCommand, StatusCommand, WindowCommand, RefreshCommand, JoinCommand, CaptureCommand,
+    ItemCommand, AgendaCommand, QuitCommand, HelpCommand, VersionCommand>;
 
 /// Reads the arguments after the program's name. The error is one line for the user.
 tl::expected<Command, QString> parseCommandLine(const QStringList& arguments);
-
-/// What `--help` prints.
-QString usageText();
 
 } // namespace lumora

@@ -3,7 +3,11 @@
 #include "cli/Answers.h"
 #include "cli/StatusStream.h"
 #include "platform/ActivationToken.h"
+#include "texts/AgendaText.h"
 #include "texts/StatusPresentation.h"
+
+#include <array>
+#include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -27,11 +31,64 @@ int run(CommandClient& client, const StatusCommand& command) {
     return print(statusLine(*report, command.format) + u'\n');
 }
 
+int exitCode(const CommandClient::Outcome& outcome) {
+    if (!outcome)
+        return complain(outcome.error());
+    return *outcome ? complain(**outcome, Failure) : int(Success);
+}
+
 int run(CommandClient& client, const RefreshCommand&) {
-    const auto failure = client.refresh();
-    if (!failure)
-        return complain(failure.error());
-    return *failure ? complain(failureText(**failure), Failure) : int(Success);
+    return exitCode(client.refresh().map([](const std::optional<QString>& failure) {
+        return failure ? std::optional(failureText(*failure)) : failure;
+    }));
+}
+
+int run(CommandClient& client, const JoinCommand&) {
+    return exitCode(client.join(inheritedActivationToken()));
+}
+
+/// All that there is on standard input, up to much more than is taken.
+QString standardInput() {
+    constexpr qsizetype longest = 1 << 20;
+    QByteArray text;
+    std::array<char, 4096> part; // NOLINT(*-member-init): written before it is read
+    std::size_t size = 0;
+    while (text.size() < longest && (size = std::fread(part.data(), 1, part.size(), stdin)) > 0)
+        text.append(part.data(), qsizetype(size));
+    return QString::fromUtf8(text);
+}
+
+int run(CommandClient& client, const CaptureCommand& command) {
+    if (!client.isRunning())
+        return complain(CommandClient::Failure::NotRunning); // before anything is read
+    return exitCode(client.capture(command.text ? *command.text : standardInput()));
+}
+
+/// Prints what `text` makes of the running program's agenda.
+template <typename Text>
+int printAgenda(CommandClient& client, Text text) {
+    const auto answer = client.agenda();
+    if (!answer)
+        return complain(answer.error());
+    if (!*answer)
+        return complain(answer->error(), Failure);
+    const auto agenda = Agenda::fromJson((*answer)->toUtf8());
+    return agenda ? print(text(*agenda)) : complain(CommandClient::Failure::NoAnswer);
+}
+
+int run(CommandClient& client, const AgendaCommand& command) {
+    if (!command.asJson)
+        return printAgenda(client, [](const Agenda& agenda) { return agendaText(agenda); });
+    return printAgenda(
+        client, [](const Agenda& agenda) { return QString::fromUtf8(agenda.toJson()) + u'\n'; });
+}
+
+int run(CommandClient& client, const ItemCommand& command) {
+    const bool habit = command.kind == ItemCommand::Kind::Habit;
+    if (!command.idOrName)
+        return printAgenda(client, habit ? habitList : choreList);
+    return exitCode(
+        habit ? client.toggleHabit(*command.idOrName) : client.finishChore(*command.idOrName));
 }
 
 int run(CommandClient& client, const WindowCommand& command) {

@@ -122,12 +122,18 @@ QList<StatusMenuRow> menu(const StatusInputs& inputs, const Meeting& offered) {
     return rows;
 }
 
+QString messageOr(const QString& otherwise, const QString& message) {
+    return singleLine(message).trimmed().isEmpty() ? otherwise : message;
+}
+
 } // namespace
 
 QString failureText(const QString& message) {
-    return singleLine(message).trimmed().isEmpty()
-               ? u"The refresh failed, and no reason was given"_s
-               : message;
+    return messageOr(u"The refresh failed, and no reason was given"_s, message);
+}
+
+QString actionFailureText(const QString& message) {
+    return messageOr(u"It was refused, and no reason was given"_s, message);
 }
 
 std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood, Instant now) {
@@ -136,6 +142,16 @@ std::optional<BriefEvent> offeredMeeting(const std::optional<Briefing>& lastGood
 
 std::optional<QUrl> joinUrl(const BriefEvent& meeting, const LinkPolicy& links) {
     return meeting.meetingUrl ? links.link(*meeting.meetingUrl) : std::nullopt;
+}
+
+std::optional<QUrl> linkToJoin(const Briefing& briefing, Instant now, const LinkPolicy& links) {
+    Briefing joinable;
+    for (const BriefEvent& event : briefing.eventsToday) {
+        if (joinUrl(event, links))
+            joinable.eventsToday.push_back(event);
+    }
+    const Meeting meeting = offeredMeeting(joinable, now);
+    return meeting ? joinUrl(*meeting, links) : std::nullopt;
 }
 
 StatusItemContent statusItemContent(const StatusInputs& inputs) {

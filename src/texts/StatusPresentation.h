@@ -31,11 +31,20 @@ StatusItemContent statusItemContent(const StatusInputs& inputs);
 /// there is none.
 [[nodiscard]] QString failureText(const QString& message);
 
+/// The same of an action.
+[[nodiscard]] QString actionFailureText(const QString& message);
+
 /// The meeting that the menu offers to join: the label's while it shows one, else the next.
 [[nodiscard]] std::optional<BriefEvent>
 offeredMeeting(const std::optional<Briefing>& lastGood, Instant now);
 
 /// Where the meeting is joined; absent without a link that `links` allows.
 [[nodiscard]] std::optional<QUrl> joinUrl(const BriefEvent& meeting, const LinkPolicy& links);
+
+/// Where somebody goes who wants to join what is on or comes next: of the meetings of `briefing`
+/// with a link that `links` allows, the one that the label would show, else the next. Absent when
+/// there is none.
+[[nodiscard]] std::optional<QUrl>
+linkToJoin(const Briefing& briefing, Instant now, const LinkPolicy& links);
 
 } // namespace lumora

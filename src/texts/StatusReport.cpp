@@ -1,6 +1,6 @@
 #include "texts/StatusReport.h"
 
-#include "briefing/ControlCharacters.h"
+#include "texts/JsonMembers.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -9,44 +9,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
-
-namespace {
-
-QJsonValue orNull(const std::optional<QString>& text) {
-    return text ? QJsonValue(*text) : QJsonValue(QJsonValue::Null);
-}
-
-std::optional<QString> ifText(const QJsonValue& value) {
-    return value.isString() ? std::optional(value.toString()) : std::nullopt;
-}
-
-std::optional<Instant> ifInstant(const QJsonValue& value) {
-    const auto parsed = QDateTime::fromString(value.toString(), Qt::ISODate);
-    if (!parsed.isValid())
-        return std::nullopt;
-    return Instant(std::chrono::milliseconds(parsed.toMSecsSinceEpoch()));
-}
-
-std::optional<QString> isoText(std::optional<Instant> instant) {
-    if (!instant)
-        return std::nullopt;
-    const QString text = toDateTime(*instant).toString(Qt::ISODate);
-    return text.isEmpty() ? std::nullopt : std::optional(text); // of years with five digits
-}
-
-/// `json` with what might be obeyed where it is printed as escapes, which mean the same.
-QString withEscapes(const QString& json) {
-    QString escaped;
-    for (const QChar character : json) {
-        if (isControlCharacter(character) || bidiControl(character) != BidiControl::None)
-            escaped += u"\\u%1"_s.arg(character.unicode(), 4, 16, QChar(u'0'));
-        else
-            escaped += character;
-    }
-    return escaped;
-}
-
-} // namespace
 
 StatusReport StatusReport::stopped() {
     return {
@@ -68,7 +30,8 @@ bool StatusReport::hasSameLabel(const StatusReport& other) const {
 }
 
 QByteArray StatusReport::toJson() const {
-    const QJsonObject object{
+    using namespace JsonMembers;
+    return printable({
         {u"mode"_s, mode},
         {u"symbol"_s, symbol},
         {u"text"_s, orNull(text)},
@@ -78,12 +41,11 @@ QByteArray StatusReport::toJson() const {
         {u"lastUpdated"_s, orNull(isoText(lastUpdated))},
         {u"pending"_s, QJsonArray::fromStringList(pending)},
         {u"actionError"_s, orNull(actionError)},
-    };
-    const QByteArray json = QJsonDocument(object).toJson(QJsonDocument::Compact);
-    return withEscapes(QString::fromUtf8(json)).toUtf8();
+    });
 }
 
 std::optional<StatusReport> StatusReport::fromJson(const QByteArray& json) {
+    using namespace JsonMembers;
     const QJsonDocument document = QJsonDocument::fromJson(json);
     if (!document.isObject())
         return std::nullopt;

@@ -63,10 +63,49 @@ TEST(CommandLine, PlainCommands) {
     EXPECT_EQ(parsed({u"hide"_s}), Command(WindowCommand{Action::Hide}));
     EXPECT_EQ(parsed({u"settings"_s}), Command(WindowCommand{Action::Settings}));
     EXPECT_EQ(parsed({u"refresh"_s}), Command(RefreshCommand{}));
+    EXPECT_EQ(parsed({u"join"_s}), Command(JoinCommand{}));
     EXPECT_EQ(parsed({u"quit"_s}), Command(QuitCommand{}));
     EXPECT_EQ(parsed({u"--help"_s}), Command(HelpCommand{}));
     EXPECT_EQ(parsed({u"-h"_s}), Command(HelpCommand{}));
     EXPECT_EQ(parsed({u"--version"_s}), Command(VersionCommand{}));
+}
+
+TEST(CommandLine, Agenda) {
+    EXPECT_EQ(parsed({u"agenda"_s}), Command(AgendaCommand{}));
+    EXPECT_EQ(parsed({u"agenda"_s, u"--format=json"_s}), Command(AgendaCommand{.asJson = true}));
+    EXPECT_EQ(parsed({u"agenda"_s, u"--format"_s, u"text"_s}), Command(AgendaCommand{}));
+    EXPECT_EQ(
+        complaint({u"agenda"_s, u"--format=waybar"_s}),
+        u"unknown format \"waybar\"; there are text and json"_s);
+}
+
+TEST(CommandLine, TextsNeedNoQuotes) {
+    EXPECT_EQ(parsed({u"capture"_s}), Command(CaptureCommand{std::nullopt}));
+    EXPECT_EQ(
+        parsed({u"capture"_s, u"buy"_s, u"milk -- now"_s}),
+        Command(CaptureCommand{u"buy milk -- now"_s}));
+    EXPECT_EQ(parsed({u"capture"_s, u"--"_s, u"--help"_s}), Command(CaptureCommand{u"--help"_s}));
+    EXPECT_EQ(parsed({u"capture"_s, QString()}), Command(CaptureCommand{QString()}));
+    EXPECT_EQ(
+        complaint({u"capture"_s, u"--loud"_s}),
+        u"unknown argument \"--loud\"; see lumora --help"_s);
+}
+
+TEST(CommandLine, HabitsAndChores) {
+    using Kind = ItemCommand::Kind;
+    EXPECT_EQ(parsed({u"habit"_s, u"h1"_s}), Command((ItemCommand{Kind::Habit, u"h1"_s})));
+    EXPECT_EQ(
+        parsed({u"chore"_s, u"Water"_s, u"plants"_s}),
+        Command((ItemCommand{Kind::Chore, u"Water plants"_s})));
+    EXPECT_EQ(
+        parsed({u"chore"_s, u"--"_s, u"--list"_s}),
+        Command((ItemCommand{Kind::Chore, u"--list"_s})));
+    EXPECT_EQ(parsed({u"habit"_s, u"--list"_s}), Command((ItemCommand{Kind::Habit, std::nullopt})));
+    for (const QStringList& without : {QStringList(u"habit"_s), {u"chore"_s, u""_s}})
+        EXPECT_EQ(
+            complaint(without), u"which one? Its id or its name is missing; --list lists them"_s);
+    EXPECT_EQ(
+        complaint({u"habit"_s, u"--all"_s}), u"unknown argument \"--all\"; see lumora --help"_s);
 }
 
 TEST(CommandLine, UnknownArgumentsAreNamed) {

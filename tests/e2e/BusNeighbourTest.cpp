@@ -20,6 +20,12 @@ const QByteArray ownToken = "tell-this-to-nobody-either";
 /// The fixture's amounts, however they may be written.
 const QByteArrayList amounts{"1234", "1,234", "1.234", "410.5", "410,5", "1100", "1,100"};
 
+const QString commandPath = u"/com/lumora/app"_s;
+const QString commandInterface = u"com.lumora.app"_s;
+
+/// What the neighbour gives for every text, as a thought.
+const QByteArray aThought = R"({"text":"org.kde.StatusNotifierItem","type":"capture"})";
+
 /// A method of an object on the bus, with the types of what it is given.
 struct Method {
     QString path;
@@ -123,12 +129,15 @@ TEST_F(BusNeighbour, LearnsNeitherTheTokenNorAnAmount) {
     for (const Method& method : methods)
         names += method.name;
     ASSERT_THAT(names, Contains(u"Status"_s)); // it found the program's own objects
+    ASSERT_THAT(names, Contains(u"Agenda"_s));
     ASSERT_THAT(names, Contains(u"GetLayout"_s));
     ASSERT_THAT(names, Contains(u"Activate"_s));
     ASSERT_THAT(names, Contains(u"GetAll"_s));
 
     tryEverything(methods);
-    EXPECT_TRUE(heard.contains("Refresh")); // the menu and the label were among it
+    EXPECT_TRUE(heard.contains("canJoin"));   // the agenda
+    EXPECT_FALSE(heard.contains("https://")); // and no link
+    EXPECT_TRUE(heard.contains("Refresh"));   // the menu and the label were among it
     EXPECT_FALSE(heard.contains(ownToken));
     for (const QByteArray& amount : amounts)
         EXPECT_FALSE(heard.contains(amount)) << amount.toStdString();
@@ -139,6 +148,28 @@ TEST_F(BusNeighbour, CanHaveItDoNoMoreThanAUserCould) {
     EXPECT_FALSE(lumora.sessionBus().connect().registerService(u"com.lumora.app"_s));
     tryEverything(methodsBelow(u"/"_s));
     EXPECT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
+    // A thought into the inbox, as the panel has a field for it; nothing of what only it was asked
+    // for.
+    for (const QByteArray& request : server.requests()) {
+        if (request.startsWith("POST /api/briefing/action "))
+            EXPECT_TRUE(request.endsWith(aThought)) << request.toStdString();
+        else
+            EXPECT_TRUE(request.startsWith("GET /api/briefing ")) << request.toStdString();
+    }
+}
+
+TEST_F(BusNeighbour, ActsOnlyOnWhatThePanelShows) {
+    const auto refused = [this](const QString& method, const QString& argument) {
+        const QDBusMessage answer = call({commandPath, commandInterface, method, {}}, {argument});
+        return answer.arguments().value(0) == QVariant(false);
+    };
+    for (const QString& id :
+         {u"nobody's"_s, u"habit.toggle"_s, u"\",\"type\":\"spending.refresh"_s, QString()}) {
+        EXPECT_TRUE(refused(u"ToggleHabit"_s, id)) << id.toStdString();
+        EXPECT_TRUE(refused(u"FinishChore"_s, id)) << id.toStdString();
+    }
+    EXPECT_TRUE(refused(u"Capture"_s, u" \n"_s));
+    EXPECT_TRUE(refused(u"Capture"_s, QString(1'000'000, u'x')));
     for (const QByteArray& request : server.requests())
         EXPECT_TRUE(request.startsWith("GET /api/briefing ")) << request.toStdString();
 }

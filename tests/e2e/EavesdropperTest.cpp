@@ -107,6 +107,7 @@ TEST_F(Eavesdropper, HearsNoTokenAndNoAmounts) {
     EXPECT_EQ(lumora.run({u"settings"_s}).exitCode, 0);
     EXPECT_EQ(lumora.run({u"refresh"_s}).exitCode, 0);
     EXPECT_EQ(lumora.run({u"status"_s, u"--format"_s, u"json"_s}).exitCode, 0);
+    EXPECT_EQ(lumora.run({u"agenda"_s}).exitCode, 0);
     const QByteArray read = processFiles();
     EXPECT_EQ(lumora.run({u"quit"_s}).exitCode, 0);
     EXPECT_EQ(lumora.waitForEnd().exitCode, 0);

@@ -1,4 +1,5 @@
 #include "e2e/ConfiguredProgram.h"
+#include "e2e/NotingBrowser.h"
 #include "support/NotificationDaemon.h"
 #include "support/Patience.h"
 #include "support/PrivateDisplay.h"
@@ -22,7 +23,6 @@ protected:
         ConfiguredProgram::SetUp();
         lumora.setVariable(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
         lumora.setVariable(u"DISPLAY"_s, QString::fromLatin1(display.name()));
-        installBrowser();
         service.control({{u"shiftDaySeconds"_s, 24 * 60 * 60}}); // nothing to remind of yet
     }
 
@@ -32,29 +32,7 @@ protected:
         EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
     }
 
-    /// The desktop's way to open an address is the first one of this name on the path.
-    void installBrowser() {
-        QFile script(browser.filePath(u"xdg-open"_s));
-        ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\nprintf '%s\\n' \"$*\" >> \"${0%/*}/opened\"\n");
-        ASSERT_TRUE(script.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
-        lumora.setVariable(u"PATH"_s, browser.path() + u':' + qEnvironmentVariable("PATH"));
-    }
-
-    QByteArrayList opened() const {
-        QFile file(browser.filePath(u"opened"_s));
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        auto lines = file.readAll().split('\n');
-        lines.removeLast();
-        return lines;
-    }
-
-    testing::AssertionResult opens(const QByteArrayList& links) {
-        if (QTest::qWaitFor([&] { return opened() == links; }, patience))
-            return testing::AssertionSuccess();
-        return testing::AssertionFailure() << "opened: " << opened().join(' ').toStdString();
-    }
+    testing::AssertionResult opens(const QByteArrayList& links) { return browser.opens(links); }
 
     QStringList remindedOf() const {
         QStringList titles;
@@ -95,7 +73,7 @@ protected:
 
     PrivateDisplay display;
     NotificationDaemon server{lumora.sessionBus(), display};
-    QTemporaryDir browser;
+    NotingBrowser browser{lumora};
     QDateTime time; ///< of the reminder
 };
 

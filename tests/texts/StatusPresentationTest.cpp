@@ -252,3 +252,27 @@ TEST_F(StatusPresentationTest, NoTextIsLongerThanIsRead) {
             EXPECT_LE(row.label.size(), longestPassage);
     }
 }
+
+TEST(LinkToJoin, IsThatOfTheMeetingThatIsOnOrComesNext) {
+    const auto link = [](const QString& url) { return std::optional(url); };
+    const Briefing briefing = makeBriefing(
+        {makeEvent(
+             {.start = at("2025-03-04T09:00:00Z"),
+              .end = at("2025-03-04T10:00:00Z"),
+              .meetingUrl = link(u"https://a.example/on"_s)}),
+         makeEvent(
+             {.start = at("2025-03-04T10:30:00Z"),
+              .end = at("2025-03-04T11:00:00Z"),
+              .meetingUrl = link(u"file:///etc/passwd"_s)}),
+         makeEvent(
+             {.start = at("2025-03-04T11:00:00Z"),
+              .end = at("2025-03-04T12:00:00Z"),
+              .meetingUrl = link(u"https://a.example/next"_s)})});
+    const auto joinedAt = [&](std::string_view now) {
+        return linkToJoin(briefing, at(now), LinkPolicy()).value_or(QUrl()).toString();
+    };
+    EXPECT_EQ(joinedAt("2025-03-04T09:30:00Z"), u"https://a.example/on"_s);
+    EXPECT_EQ(joinedAt("2025-03-04T10:15:00Z"), u"https://a.example/next"_s);
+    EXPECT_EQ(joinedAt("2025-03-04T10:40:00Z"), u"https://a.example/next"_s);
+    EXPECT_EQ(joinedAt("2025-03-04T12:30:00Z"), QString());
+}

@@ -15,8 +15,9 @@ using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds answerLimit = 10s;
 
-// A refresh may take three tries of 30 seconds and the waits between them.
-constexpr std::chrono::milliseconds refreshLimit = 2min;
+// A request may take three tries of 30 seconds and the waits between them, and an action ends with
+// a second one.
+constexpr std::chrono::milliseconds outcomeLimit = 4min;
 
 QString firstText(const QVariantList& values) {
     return values.value(0).toString();
@@ -35,10 +36,33 @@ tl::expected<QString, CommandClient::Failure> CommandClient::status() {
     return call(u"Status"_s, {}, answerLimit).map(firstText);
 }
 
-tl::expected<std::optional<QString>, CommandClient::Failure> CommandClient::refresh() {
-    return call(u"Refresh"_s, {}, refreshLimit).map([](const QVariantList& values) {
-        const bool succeeded = values.value(0).toBool();
-        return succeeded ? std::nullopt : std::optional(values.value(1).toString());
+CommandClient::Outcome CommandClient::refresh() {
+    return outcome(u"Refresh"_s);
+}
+
+CommandClient::Outcome CommandClient::join(const QByteArray& activationToken) {
+    return outcome(u"Join"_s, {QString::fromUtf8(activationToken)});
+}
+
+CommandClient::Outcome CommandClient::capture(const QString& text) {
+    return outcome(u"Capture"_s, {text});
+}
+
+CommandClient::Outcome CommandClient::toggleHabit(const QString& idOrName) {
+    return outcome(u"ToggleHabit"_s, {idOrName});
+}
+
+CommandClient::Outcome CommandClient::finishChore(const QString& idOrName) {
+    return outcome(u"FinishChore"_s, {idOrName});
+}
+
+tl::expected<tl::expected<QString, QString>, CommandClient::Failure> CommandClient::agenda() {
+    using Agenda = tl::expected<QString, QString>;
+    return call(u"Agenda"_s, {}, answerLimit).map([](const QVariantList& values) -> Agenda {
+        const QString text = values.value(1).toString();
+        if (values.value(0).toBool())
+            return text;
+        return tl::unexpected(text);
     });
 }
 
@@ -62,6 +86,14 @@ CommandClient::openSettings(const QByteArray& activationToken) {
 
 tl::expected<void, CommandClient::Failure> CommandClient::quit() {
     return command(u"Quit"_s);
+}
+
+CommandClient::Outcome
+CommandClient::outcome(const QString& method, const QVariantList& arguments) {
+    return call(method, arguments, outcomeLimit).map([](const QVariantList& values) {
+        const bool succeeded = values.value(0).toBool();
+        return succeeded ? std::nullopt : std::optional(values.value(1).toString());
+    });
 }
 
 tl::expected<void, CommandClient::Failure>

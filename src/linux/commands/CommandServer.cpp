@@ -35,13 +35,44 @@ QString CommandServer::Status() {
     return m_handlers.status();
 }
 
-// The results are those of the reply that follows.
-bool CommandServer::Refresh(QString&) {
+/// What answers the call that is being handled, once; until then nothing does.
+CommandHandlers::Done CommandServer::answerLater() {
     setDelayedReply(true);
-    m_handlers.refresh([bus = m_bus, call = message()](const std::optional<QString>& failure) {
+    return [bus = m_bus, call = message()](const std::optional<QString>& failure) {
         bus.send(call.createReply({!failure, failure.value_or(QString())}));
-    });
+    };
+}
+
+// The results of these are those of the reply that follows.
+bool CommandServer::Refresh(QString&) {
+    m_handlers.refresh(answerLater());
     return {};
+}
+
+bool CommandServer::Join(const QString& activationToken, QString&) {
+    m_handlers.join(activationToken.toUtf8(), answerLater());
+    return {};
+}
+
+bool CommandServer::Capture(const QString& text, QString&) {
+    m_handlers.capture(text, answerLater());
+    return {};
+}
+
+bool CommandServer::ToggleHabit(const QString& idOrName, QString&) {
+    m_handlers.toggleHabit(idOrName, answerLater());
+    return {};
+}
+
+bool CommandServer::FinishChore(const QString& idOrName, QString&) {
+    m_handlers.finishChore(idOrName, answerLater());
+    return {};
+}
+
+bool CommandServer::Agenda(QString& jsonOrMessage) {
+    const auto agenda = m_handlers.agenda();
+    jsonOrMessage = agenda ? *agenda : agenda.error();
+    return agenda.has_value();
 }
 
 void CommandServer::Open(const QString& activationToken) {

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QString>
 
+#include <tl/expected.hpp>
+
 #include <functional>
 #include <optional>
 
@@ -21,15 +23,26 @@ inline const QString commandInterface = QStringLiteral("com.lumora.app");
 struct CommandHandlers {
     std::function<QString()> status; ///< the status as one JSON object
 
-    /// Refreshes and then calls `done` with the failure's message, absent on success.
-    std::function<void(std::function<void(std::optional<QString>)> done)> refresh;
+    /// Called once, when what was asked for has ended, with the failure's message, absent on
+    /// success.
+    using Done = std::function<void(std::optional<QString> failure)>;
 
-    /// Opens the panel; the token is empty where the caller had none, here and below.
-    std::function<void(QByteArray activationToken)> open;
+    std::function<void(Done)> refresh;
 
-    std::function<void()> hide; ///< closes the panel, if it is open
+    /// Opens the link of the meeting that is on or comes next. The token is empty where the caller
+    /// had none, here and below.
+    std::function<void(QByteArray activationToken, Done)> join;
 
-    std::function<void(QByteArray activationToken)> toggle;       ///< opens or closes the panel
+    std::function<void(QString text, Done)> capture;         ///< puts the text into the inbox
+    std::function<void(QString idOrName, Done)> toggleHabit; ///< of today's
+    std::function<void(QString idOrName, Done)> finishChore; ///< of those that are due
+
+    /// What is left of the day, as one JSON object, or why there is nothing to tell.
+    std::function<tl::expected<QString, QString>()> agenda;
+
+    std::function<void(QByteArray activationToken)> open;   ///< opens the panel
+    std::function<void()> hide;                             ///< closes the panel, if it is open
+    std::function<void(QByteArray activationToken)> toggle; ///< opens or closes the panel
     std::function<void(QByteArray activationToken)> openSettings; ///< opens the settings
 
     std::function<void()> quit; ///< ends the program
@@ -52,6 +65,11 @@ public:
     // The methods of the D-Bus interface.
     QString Status();
     bool Refresh(QString& message);
+    bool Join(const QString& activationToken, QString& message);
+    bool Capture(const QString& text, QString& message);
+    bool ToggleHabit(const QString& idOrName, QString& message);
+    bool FinishChore(const QString& idOrName, QString& message);
+    bool Agenda(QString& jsonOrMessage);
     void Open(const QString& activationToken);
     void Hide();
     void Toggle(const QString& activationToken);
@@ -64,6 +82,8 @@ Q_SIGNALS:
     void DetailsChanged();
 
 private:
+    CommandHandlers::Done answerLater();
+
     QDBusConnection m_bus;
     CommandHandlers m_handlers;
 };

@@ -23,6 +23,14 @@ protected:
         return {
             .status = [] { return u"{}"_s; },
             .refresh = [this](auto done) { finishRefresh = done; },
+            .join = [this](const QByteArray& token, auto done) { asked("join:" + token, done); },
+            .capture =
+                [this](const QString& text, auto done) { asked("capture:" + text.toUtf8(), done); },
+            .toggleHabit =
+                [this](const QString& habit, auto done) { asked("habit:" + habit.toUtf8(), done); },
+            .finishChore =
+                [this](const QString& chore, auto done) { asked("chore:" + chore.toUtf8(), done); },
+            .agenda = [this] { return agenda; },
             .open = [this](const QByteArray& token) { calls += "open:" + token; },
             .hide = [this] { calls += "hide"; },
             .toggle = [this](const QByteArray& token) { calls += "toggle:" + token; },
@@ -48,10 +56,17 @@ protected:
         return answers(pending).value(0).toString();
     }
 
+    /// Keeps what was asked for, and refuses it.
+    void asked(const QByteArray& what, const CommandHandlers::Done& done) {
+        calls += what;
+        done(u"no"_s);
+    }
+
     PrivateBus bus;
     QDBusConnection client = bus.connect();
     std::function<void(std::optional<QString>)> finishRefresh;
-    QByteArrayList calls; ///< what concerns windows, with the tokens
+    QByteArrayList calls; ///< what was asked for, with the arguments
+    tl::expected<QString, QString> agenda = u"{}"_s;
     int quits = 0;
 };
 
@@ -103,6 +118,25 @@ TEST_F(CommandServerTest, SaysOnTheBusThatSomethingChangedAndNotWhat) {
     Q_EMIT server.DetailsChanged();
     EXPECT_EQ(probe.signalsNamed(u"LabelChanged"_s), QList<QVariantList>{QVariantList()});
     EXPECT_EQ(probe.signalsNamed(u"DetailsChanged"_s), QList<QVariantList>{QVariantList()});
+}
+
+TEST_F(CommandServerTest, PassesOnWhatConcernsTheDay) {
+    CommandServer server(handlers(), bus.connect());
+    ASSERT_TRUE(server.claim());
+    const QVariantList refused{false, u"no"_s};
+    EXPECT_EQ(answers(call(u"Join"_s, {u"one"_s})), refused);
+    EXPECT_EQ(answers(call(u"Capture"_s, {u"two"_s})), refused);
+    EXPECT_EQ(answers(call(u"ToggleHabit"_s, {u"three"_s})), refused);
+    EXPECT_EQ(answers(call(u"FinishChore"_s, {u"four"_s})), refused);
+    EXPECT_EQ(calls, (QByteArrayList{"join:one", "capture:two", "habit:three", "chore:four"}));
+}
+
+TEST_F(CommandServerTest, AnswersTheAgendaOrWhyThereIsNone) {
+    CommandServer server(handlers(), bus.connect());
+    ASSERT_TRUE(server.claim());
+    EXPECT_EQ(answers(call(u"Agenda"_s)), (QVariantList{true, u"{}"_s}));
+    agenda = tl::unexpected(u"not yet"_s);
+    EXPECT_EQ(answers(call(u"Agenda"_s)), (QVariantList{false, u"not yet"_s}));
 }
 
 TEST_F(CommandServerTest, PassesOnQuit) {
