@@ -15,13 +15,14 @@ namespace lumora::tests {
 
 namespace {
 
-// No service directories: nothing that is installed on the machine gets activated.
+// No service directories of the machine's.
 constexpr char busConfiguration[] = R"(<!DOCTYPE busconfig PUBLIC
  "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
   <listen>unix:tmpdir=/tmp</listen>
+  %1
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
@@ -32,11 +33,13 @@ constexpr char busConfiguration[] = R"(<!DOCTYPE busconfig PUBLIC
 
 } // namespace
 
-PrivateBus::PrivateBus() {
+PrivateBus::PrivateBus(const QString& services) {
     QTemporaryFile configuration;
     if (!configuration.open())
         throw std::runtime_error("no temporary file for the bus configuration");
-    configuration.write(busConfiguration);
+    const QString folder =
+        services.isEmpty() ? QString() : u"<servicedir>%1</servicedir>"_s.arg(services);
+    configuration.write(QString::fromLatin1(busConfiguration).arg(folder).toUtf8());
     configuration.flush();
 
     m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);

@@ -6,10 +6,12 @@
 
 namespace lumora::tests {
 
-/// A message bus of the test's own that starts no services by itself and ends with this object.
+/// A message bus of the test's own that ends with this object. Nothing that is installed on the
+/// machine is started by it.
 class PrivateBus {
 public:
-    PrivateBus();
+    /// `services` is the folder of those that it starts by itself; without it there are none.
+    explicit PrivateBus(const QString& services = {});
     ~PrivateBus();
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;

@@ -1,6 +1,7 @@
 #include "linux/commands/CommandServer.h"
 
 #include "commandadaptor.h"
+#include "linux/commands/DesktopApplication.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -11,6 +12,14 @@ CommandServer::CommandServer(CommandHandlers handlers, QDBusConnection bus)
     : m_bus(std::move(bus))
     , m_handlers(std::move(handlers)) {
     new CommandAdaptor(this);
+    new DesktopApplication(
+        {
+            .open = m_handlers.open,
+            .openSettings = m_handlers.openSettings,
+            .refresh = [this] { m_handlers.refresh([](const auto&) {}); },
+            .quit = m_handlers.quit,
+        },
+        this);
 }
 
 CommandServer::~CommandServer() {

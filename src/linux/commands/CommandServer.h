@@ -48,8 +48,8 @@ struct CommandHandlers {
     std::function<void()> quit; ///< ends the program
 };
 
-/// Answers commands on the session bus. Owning the program's name there is what makes a process
-/// the running one.
+/// Answers commands on the session bus, and desktops that start the program over it. Owning the
+/// program's name there is what makes a process the running one.
 class CommandServer : public QObject, protected QDBusContext {
     Q_OBJECT
 

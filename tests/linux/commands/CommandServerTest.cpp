@@ -139,6 +139,34 @@ TEST_F(CommandServerTest, AnswersTheAgendaOrWhyThereIsNone) {
     EXPECT_EQ(answers(call(u"Agenda"_s)), (QVariantList{false, u"not yet"_s}));
 }
 
+TEST_F(CommandServerTest, DesktopsMayActivateIt) {
+    CommandServer server(handlers(), bus.connect());
+    ASSERT_TRUE(server.claim());
+    const auto activate = [this](const QString& method, const QVariantList& arguments) {
+        auto message = QDBusMessage::createMethodCall(
+            commandService, commandPath, u"org.freedesktop.Application"_s, method);
+        message.setArguments(arguments);
+        const auto pending = client.asyncCall(message);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }, patience));
+        EXPECT_FALSE(pending.isError());
+    };
+    const QVariantMap token{{u"activation-token"_s, u"new"_s}, {u"desktop-startup-id"_s, u"x"_s}};
+    activate(u"Activate"_s, {token});
+    activate(u"Open"_s, {QStringList(u"file:///etc/passwd"_s), QVariantMap()});
+    const auto act = [&](const QString& name) {
+        const QVariantMap older{{u"desktop-startup-id"_s, u"old"_s}};
+        activate(u"ActivateAction"_s, {name, QVariantList(), older});
+    };
+    act(u"settings"_s);
+    act(u"anything"_s);
+    EXPECT_EQ(calls, (QByteArrayList{"open:new", "open:", "settings:old"}));
+    act(u"refresh"_s);
+    EXPECT_TRUE(finishRefresh);
+    finishRefresh(std::nullopt); // nobody waits for it
+    act(u"quit"_s);
+    EXPECT_EQ(quits, 1);
+}
+
 TEST_F(CommandServerTest, PassesOnQuit) {
     CommandServer server(handlers(), bus.connect());
     ASSERT_TRUE(server.claim());
