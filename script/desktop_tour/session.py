@@ -24,9 +24,10 @@ def wait_until(condition, patience=PATIENCE):
 class Session:
     """Used with "with"; programs started in it end with it, the latest first."""
 
-    def __init__(self, desktop, log_folder):
+    def __init__(self, desktop, log_folder, screen="1280x800"):
         self.folder = Path(tempfile.mkdtemp(prefix="desktop-"))
         self.log_folder = log_folder
+        self.screen = screen  # its size in pixels
         self.processes = []
         self.ordinary_user = False
         self.inside = {}  # what programs of the desktop find otherwise than the desktop itself
@@ -118,7 +119,7 @@ class Session:
         reader, writer = os.pipe()
         log = (self.log_folder / "x-server.log").open("ab")
         server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-noreset"],
+            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{self.screen}x24", "-noreset"],
             pass_fds=[writer],
             stdout=log,
             stderr=log,

@@ -51,7 +51,8 @@ LumobarApp::Session::Session(LumobarApp& app)
           .urls = *app.m_platform.urls,
           .themes = themes.themes(),
           .compositing = *app.m_platform.compositing,
-          .openSettings = [&app] { app.openSettings({}); },
+          .layer = app.m_platform.panelLayer.get(),
+          .openSettings = [&app](const QByteArray& token) { app.openSettings(token); },
           .quit = [] { QCoreApplication::quit(); },
       })
     , settings(

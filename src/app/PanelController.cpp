@@ -2,6 +2,7 @@
 
 #include "linux/session/WindowSystem.h"
 #include "platform/LinkPolicy.h"
+#include "platform/PanelLayer.h"
 #include "platform/Spawn.h"
 #include "platform/UrlOpener.h"
 #include "service/LumoAction.h"
@@ -13,6 +14,7 @@
 #include "ui/panel/PanelFooter.h"
 #include "ui/window/PanelWindow.h"
 
+#include <QPointer>
 #include <QShortcut>
 
 #include <chrono>
@@ -32,7 +34,12 @@ constexpr auto restBeforePreparing = 2s;
 
 /// What a press at `position` tells of the place of the status item.
 AnchorEvidence evidenceOfPress(std::optional<QPoint> position) {
-    return {.pointer = pointerPosition(), .activation = position, .lastGood = std::nullopt};
+    return {
+        .pointer = pointerPosition(),
+        .activation = position,
+        .lastGood = std::nullopt,
+        .pressed = true,
+    };
 }
 
 } // namespace
@@ -86,7 +93,8 @@ PanelWindow& PanelController::window() {
                         .themes = m_with.themes,
                         .compositing = m_with.compositing,
                         .clock = m_with.clock,
-                        .placesWindows = currentWindowSystem().placesWindows,
+                        .layer = m_with.layer,
+                        .placesWindows = m_with.layer || currentWindowSystem().placesWindows,
                         .prepare = [](const QWidget& panel) { keepOffTaskBar(panel.winId()); },
                     });
         connectView();
@@ -106,10 +114,8 @@ void PanelController::connectView() {
     });
 
     BriefingView* const briefing = m_view->briefing();
-    connect(briefing, &BriefingView::joinRequested, this, [this](const QUrl& url) {
-        if (linkPolicy(m_with.preferences).allows(url))
-            m_with.urls.open(url, {});
-    });
+    connect(
+        briefing, &BriefingView::joinRequested, this, [this](const QUrl& url) { openLink(url); });
     connect(
         briefing, &BriefingView::habitToggled, this, [this](const QString& id, const QString& key) {
             spawn(m_with.state.perform(LumoAction::habitToggle(id), key));
@@ -127,7 +133,7 @@ void PanelController::connectView() {
     const auto refresh = [this] { spawn(m_with.state.refresh()); };
     connect(footer, &PanelFooter::refreshRequested, this, refresh);
     connect(footer, &PanelFooter::dashboardRequested, this, &PanelController::openDashboard);
-    connect(footer, &PanelFooter::settingsRequested, this, m_with.openSettings);
+    connect(footer, &PanelFooter::settingsRequested, this, &PanelController::openSettings);
     connect(footer, &PanelFooter::quitRequested, this, m_with.quit);
 
     const auto shortcut = [this](const QKeySequence& keys, const std::function<void()>& action) {
@@ -135,7 +141,7 @@ void PanelController::connectView() {
         connect(made, &QShortcut::activated, this, action);
     };
     shortcut(Qt::CTRL | Qt::Key_R, refresh);
-    shortcut(Qt::CTRL | Qt::Key_Comma, m_with.openSettings);
+    shortcut(Qt::CTRL | Qt::Key_Comma, [this] { openSettings(); });
     shortcut(Qt::CTRL | Qt::Key_Q, m_with.quit);
 }
 
@@ -200,9 +206,34 @@ void PanelController::capture(const QString& thought) {
 }
 
 void PanelController::openDashboard() {
-    if (const auto url = m_with.state.dashboardURL();
-        url && linkPolicy(m_with.preferences).allows(*url))
-        m_with.urls.open(*url, {});
+    if (const auto url = m_with.state.dashboardURL())
+        openLink(*url);
+}
+
+void PanelController::openSettings() {
+    handOver(m_with.openSettings);
+}
+
+void PanelController::openLink(const QUrl& url) {
+    if (!linkPolicy(m_with.preferences).allows(url))
+        return;
+    handOver([this, url](const QByteArray& token) { m_with.urls.open(url, token); });
+}
+
+/// Whatever is opened takes the focus, and the panel closes with that; but in a layer in front of
+/// everything it would keep both.
+void PanelController::handOver(const std::function<void(const QByteArray& activationToken)>& next) {
+    if (!m_with.layer) {
+        next({});
+        return;
+    }
+    m_with.layer->requestToken(
+        [self = QPointer<PanelController>(this), next](const QByteArray& token) {
+            if (!self)
+                return;
+            self->hide();
+            next(token);
+        });
 }
 
 } // namespace lumora

@@ -17,6 +17,7 @@ class AppState;
 class Clock;
 class Compositing;
 class MenuBarView;
+class PanelLayer;
 class PanelWindow;
 class Preferences;
 class ThemeSource;
@@ -39,7 +40,8 @@ public:
         UrlOpener& urls;
         const ThemeSource& themes;
         const Compositing& compositing;
-        std::function<void()> openSettings;
+        PanelLayer* layer = nullptr; ///< null where windows go where they are asked to
+        std::function<void(const QByteArray& activationToken)> openSettings;
         std::function<void()> quit;
     };
 
@@ -75,6 +77,9 @@ private:
     void render();
     void capture(const QString& thought);
     void openDashboard();
+    void openSettings();
+    void openLink(const QUrl& url);
+    void handOver(const std::function<void(const QByteArray& activationToken)>& next);
 
     Dependencies m_with;
     std::unique_ptr<PanelWindow> m_window; ///< null until first opened or prepared

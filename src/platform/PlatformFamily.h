@@ -8,6 +8,7 @@
 #include "platform/LoginItemRegistry.h"
 #include "platform/NetworkMonitor.h"
 #include "platform/NotificationCenter.h"
+#include "platform/PanelLayer.h"
 #include "platform/Preferences.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
@@ -34,6 +35,7 @@ struct PlatformFamily {
     std::unique_ptr<NotificationCenter> notifications;
     std::unique_ptr<DesktopAppearance> appearance;
     std::unique_ptr<Compositing> compositing;
+    std::unique_ptr<PanelLayer> panelLayer; ///< null where windows go where they are asked to
     std::unique_ptr<StatusItem> statusItem;
 
     /// Gives back to the system the memory that the program has freed.

@@ -93,7 +93,7 @@ protected:
             .urls = urls,
             .themes = themes,
             .compositing = compositing,
-            .openSettings = [this] { ++settingsOpened; },
+            .openSettings = [this](const QByteArray&) { ++settingsOpened; },
             .quit = [this] { ++quits; },
         });
     }

@@ -11,6 +11,7 @@
 #include "linux/session/LogindWakeMonitor.h"
 #include "linux/session/NetworkManagerMonitor.h"
 #include "linux/session/SpareMemory.h"
+#include "linux/session/WaylandModule.h"
 #include "linux/session/WindowSystem.h"
 #include "linux/time/SystemClock.h"
 #include "linux/tray/LinuxStatusItem.h"
@@ -68,6 +69,7 @@ PlatformFamily makeCommonPlatform(std::unique_ptr<Preferences> preferences) {
     family.notifications =
         std::make_unique<DesktopNotificationCenter>(QDBusConnection::sessionBus(), *family.clock);
     family.compositing = makeCompositing();
+    family.panelLayer = makePanelLayer();
     family.returnSpareMemory = &returnSpareMemory;
     makeAppearances(family);
     return family;

@@ -1,5 +1,7 @@
 #include "linux/session/StartupEnvironment.h"
 
+#include "linux/session/WaylandModule.h"
+
 #include <QList>
 
 #include <algorithm>
@@ -12,6 +14,7 @@ const QByteArray platformVariable = "QT_QPA_PLATFORM";
 const QByteArray themeVariable = "QT_QPA_PLATFORMTHEME";
 const QByteArray desktopVariable = "XDG_CURRENT_DESKTOP";
 const QByteArray displayVariable = "DISPLAY";
+const QByteArray waylandVariable = "WAYLAND_DISPLAY";
 // What the toolkit guesses the desktop by where nothing names it.
 const QByteArray sessionVariable = "DESKTOP_SESSION";
 const QByteArray gnomeVariable = "GNOME_DESKTOP_SESSION_ID";
@@ -44,10 +47,15 @@ bool isGtkDesktop(const Environment& environment) {
 
 } // namespace
 
-Environment startupOverrides(const Environment& environment) {
+Environment
+startupOverrides(const Environment& environment, const std::function<bool()>& hasPanelLayer) {
     Environment overrides;
-    if (!environment.contains(platformVariable) && !environment.value(displayVariable).isEmpty())
-        overrides.insert(platformVariable, "xcb;wayland");
+    if (environment.value(platformVariable).isEmpty()) {
+        if (!environment.value(waylandVariable).isEmpty() && hasPanelLayer())
+            overrides.insert(platformVariable, "wayland;xcb");
+        else if (!environment.value(displayVariable).isEmpty())
+            overrides.insert(platformVariable, "xcb;wayland");
+    }
 
     // The toolkit tries the plugins of all themes before the themes of its own, whichever was named
     // first. So it must not learn of the desktop either.
@@ -62,9 +70,9 @@ Environment startupOverrides(const Environment& environment) {
 
 StartupEnvironment::StartupEnvironment() {
     const Environment environment = presentVariables(
-        {platformVariable, themeVariable, desktopVariable, displayVariable, sessionVariable,
-         gnomeVariable, kdeVariable});
-    const Environment overrides = startupOverrides(environment);
+        {platformVariable, themeVariable, desktopVariable, displayVariable, waylandVariable,
+         sessionVariable, gnomeVariable, kdeVariable});
+    const Environment overrides = startupOverrides(environment, &waylandHasPanelLayer);
     for (auto it = overrides.cbegin(); it != overrides.cend(); ++it) {
         const auto previous = environment.constFind(it.key());
         m_saved.push_back(

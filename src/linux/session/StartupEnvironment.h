@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QHash>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -13,10 +14,13 @@ using Environment = QHash<QByteArray, QByteArray>;
 
 /// What the toolkit is to find in the environment while it starts, where that differs.
 ///
-/// X11 (or XWayland) is preferred wherever there is a display, because only there can the panel be
-/// placed beside the status area. The GTK platform theme is never loaded: it triples the memory
-/// and the start-up time for nothing that the program shows.
-Environment startupOverrides(const Environment& environment);
+/// X11 (or XWayland) is preferred wherever there is a display, because there the panel can be
+/// placed beside the status area; but for Wayland compositors with a layer for that, which
+/// `hasPanelLayer` knows. It is asked where that matters only. The GTK platform theme is never
+/// loaded: it triples the memory and the start-up time for nothing that the program shows.
+Environment startupOverrides(
+    const Environment& environment,
+    const std::function<bool()>& hasPanelLayer = [] { return false; });
 
 /// Applies the overrides for as long as it lives, so that programs started later see the
 /// environment as the user has it.

@@ -2,6 +2,7 @@
 
 #include "platform/ActivationToken.h"
 
+#include <QApplication>
 #include <QWidget>
 
 namespace lumora {
@@ -11,6 +12,15 @@ void bringToFront(QWidget& window, const QByteArray& activationToken) {
     window.show();
     window.raise();
     window.activateWindow();
+}
+
+bool hasActivePart(const QWidget& window) {
+    if (QApplication::activePopupWidget())
+        return true;
+    const QWidget* active = QApplication::activeWindow();
+    while (active && active != &window)
+        active = active->parentWidget();
+    return active != nullptr;
 }
 
 } // namespace lumora

@@ -27,6 +27,9 @@ struct AnchorEvidence {
 
     /// The last anchor that was known, in points.
     std::optional<QPoint> lastGood = std::nullopt;
+
+    /// Whether the item or its menu has just been pressed, so that the pointer would tell.
+    bool pressed = false;
 };
 
 /// The place that the panel belongs to.

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -21,9 +20,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Of the panel, in points.
-constexpr double panelRadius = 11;
-
 /// Between the panel and the edges of the work area, where it floats, in pixels.
 constexpr int floatingGap = 4;
 
@@ -33,14 +29,8 @@ constexpr auto pressDelay = 300ms;
 /// Window managers have placed a new window for good by then.
 constexpr auto settlingTime = 500ms;
 
-/// Whether the window that is active now is a part of `window`: a menu or a dialog of its content.
-bool hasActivePart(const QWidget* window) {
-    if (QApplication::activePopupWidget())
-        return true;
-    const QWidget* active = QApplication::activeWindow();
-    while (active && active != window)
-        active = active->parentWidget();
-    return active != nullptr;
+std::chrono::milliseconds doubleClick() {
+    return std::chrono::milliseconds(QApplication::doubleClickInterval());
 }
 
 /// Layouts learn of changes through events, one level of nesting after the other; this lets all of
@@ -53,18 +43,6 @@ void settleLayouts() {
 
 } // namespace
 
-QList<PlacementScreen> desktopScreens() {
-    QList<PlacementScreen> screens;
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        screens.append({
-            .geometry = screen->geometry(),
-            .available = screen->availableGeometry(),
-            .scale = screen->devicePixelRatio(),
-        });
-    }
-    return screens;
-}
-
 PanelWindow::PanelWindow(QWidget* content, const Dependencies& dependencies)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint)
     , m_with(dependencies)
@@ -73,6 +51,7 @@ PanelWindow::PanelWindow(QWidget* content, const Dependencies& dependencies)
     m_content->installEventFilter(this);
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowTitle(u"Lumora"_s);
+    setWindowFlag(Qt::BypassWindowManagerHint, m_with.layer != nullptr);
 
     connect(&m_with.compositing, &Compositing::changed, this, &PanelWindow::refit);
     connect(&m_with.themes, &ThemeSource::changed, this, [this] {
@@ -84,11 +63,10 @@ PanelWindow::PanelWindow(QWidget* content, const Dependencies& dependencies)
 }
 
 void PanelWindow::toggle(const AnchorEvidence& evidence, const QByteArray& activationToken) {
-    const std::chrono::milliseconds doubleClick(QApplication::doubleClickInterval());
     if (!isVisible()) {
         if (!isRecent(m_deactivated, pressDelay))
             showAt(evidence, activationToken);
-    } else if (!evidence.activation || !isRecent(m_opened, doubleClick)) {
+    } else if (!evidence.activation || !isRecent(m_opened, doubleClick())) {
         hide();
     }
 }
@@ -100,6 +78,40 @@ bool PanelWindow::isRecent(std::optional<Instant> instant, std::chrono::millisec
 
 void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activationToken) {
     m_deactivated.reset();
+    if (m_with.layer && !isVisible())
+        openInLayer(evidence);
+    else
+        present(evidence, activationToken);
+}
+
+// What is known of the place comes from the event loop; the window is laid out by that.
+void PanelWindow::openInLayer(const AnchorEvidence& evidence) {
+    winId(); // there is a window for the layer from now on
+    m_with.layer->open(
+        *windowHandle(), {.pointer = evidence.pressed, .near = m_lastGoodAnchor},
+        {
+            .opened =
+                [this, evidence](const PanelLayer::Room& room) {
+                    m_room = {.geometry = room.screen, .available = room.available};
+                    AnchorEvidence all = evidence;
+                    all.pointer = room.pointer;
+                    present(all, {}); // what comes into the layer has the keyboard anyway
+                },
+            .pressedOutside =
+                [this] {
+                    // The second press of a double click does not get through to the status item.
+                    if (isVisible() && !isRecent(m_opened, doubleClick()))
+                        hide();
+                },
+            .closed = [this] { hide(); },
+        });
+}
+
+QList<PlacementScreen> PanelWindow::screens() const {
+    return m_with.layer ? QList<PlacementScreen>{m_room} : m_with.screens();
+}
+
+void PanelWindow::present(const AnchorEvidence& evidence, const QByteArray& activationToken) {
     const bool opening = !isVisible();
     if (opening)
         Q_EMIT aboutToShow();
@@ -107,7 +119,7 @@ void PanelWindow::showAt(const AnchorEvidence& evidence, const QByteArray& activ
     AnchorEvidence all = evidence;
     if (m_lastGoodAnchor)
         all.lastGood = m_lastGoodAnchor;
-    const auto anchor = chooseAnchor(all, m_with.screens());
+    const auto anchor = chooseAnchor(all, screens());
     if (anchor && anchor->known)
         m_lastGoodAnchor = anchor->point;
 
@@ -151,6 +163,8 @@ QRect PanelWindow::panelGeometry() const {
 
 void PanelWindow::setVisible(bool visible) {
     m_open = visible;
+    if (!visible && m_with.layer)
+        m_with.layer->close();
     QWidget::setVisible(visible);
 }
 
@@ -179,7 +193,7 @@ QSize PanelWindow::wantedSize(int maximumWidth) const {
 }
 
 void PanelWindow::arrangeAtBar() {
-    const auto screens = m_with.screens();
+    const auto screens = this->screens();
     const auto anchor = chooseAnchor({.lastGood = m_lastGoodAnchor}, screens);
     if (!anchor)
         return;
@@ -191,11 +205,15 @@ void PanelWindow::arrangeAtBar() {
     // Beyond the work area nobody would see the shadow, and window managers would push it back.
     const QMargins margins = hasShadow() ? PanelShadow::margins() : QMargins();
     const QRect window = placement.reach.marginsAdded(margins) & screen.available;
-    if (std::exchange(m_asked, window) != window)
+    if (std::exchange(m_asked, window) != window) {
         setGeometry(window);
+        if (m_with.layer)
+            m_with.layer->place(window);
+    }
     const QRect panel = placement.panel.translated(-window.topLeft());
     setPanel(panel);
-    setMask(panel.marginsAdded(margins) & QRect(QPoint(), window.size()));
+    if (!m_with.layer) // where what is cut away would let presses through to what is behind
+        setMask(panel.marginsAdded(margins) & QRect(QPoint(), window.size()));
 }
 
 void PanelWindow::arrangeAsWindow() {
@@ -210,10 +228,6 @@ void PanelWindow::setPanel(const QRect& panel) {
     const int border = borderWidth();
     m_content->setGeometry(panel.adjusted(border, border, -border, -border));
     update();
-}
-
-double PanelWindow::cornerRadius() const {
-    return m_with.themes.theme().exact(panelRadius);
 }
 
 bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -231,7 +245,7 @@ bool PanelWindow::event(QEvent* event) {
 }
 
 void PanelWindow::onDeactivated() {
-    if (!m_open || hasActivePart(this))
+    if (!m_open || hasActivePart(*this))
         return;
     m_deactivated = m_with.clock.now();
     hide();
@@ -269,21 +283,10 @@ void PanelWindow::mousePressEvent(QMouseEvent* event) {
 }
 
 void PanelWindow::paintEvent(QPaintEvent*) {
-    const Theme& theme = m_with.themes.theme();
-    const QColor background = theme.color(ColorRole::Background);
+    using Shape = PanelGround::Shape;
+    const Shape round = hasShadow() ? Shape::RoundWithShadow : Shape::Round;
     QPainter painter(this);
-    if (!isRounded()) {
-        painter.fillRect(m_panel, background);
-        painter.setPen(theme.color(ColorRole::Tertiary));
-        painter.drawRect(m_panel.adjusted(0, 0, -1, -1));
-        return;
-    }
-    if (hasShadow())
-        m_shadow.paint(painter, m_panel, int(std::lround(cornerRadius())));
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(background);
-    painter.drawRoundedRect(m_panel, cornerRadius(), cornerRadius());
+    m_ground.paint(painter, m_panel, m_with.themes.theme(), isRounded() ? round : Shape::Square);
 }
 
 void PanelWindow::resizeEvent(QResizeEvent* event) {

@@ -2,10 +2,12 @@
 
 #include "platform/Clock.h"
 #include "platform/Compositing.h"
+#include "platform/PanelLayer.h"
 #include "ui/rows/SpokenRole.h"
 #include "ui/theme/ThemeSource.h"
+#include "ui/window/DesktopScreens.h"
+#include "ui/window/PanelGround.h"
 #include "ui/window/PanelPlacement.h"
-#include "ui/window/PanelShadow.h"
 
 #include <QWidget>
 
@@ -14,9 +16,6 @@
 #include <optional>
 
 namespace lumora {
-
-/// The monitors of the desktop, the first one first.
-[[nodiscard]] QList<PlacementScreen> desktopScreens();
 
 /// The window that the panel's content drops down in. It stands against the bar with the status
 /// item, is as high as its content, and goes away when the user turns to something else.
@@ -34,7 +33,8 @@ public:
         const ThemeSource& themes;
         const Compositing& compositing;
         const Clock& clock;
-        bool placesWindows = true; ///< whether windows appear where the program asks for
+        PanelLayer* layer = nullptr; ///< to show the window in; null: it goes among the others
+        bool placesWindows = true;   ///< whether windows appear where the program asks for
         /// Called before each showing, when the window exists already: to tell the desktop what it
         /// is to know of it.
         std::function<void(const QWidget&)> prepare = [](const QWidget&) {};
@@ -91,21 +91,24 @@ private:
 
     int borderWidth() const { return isRounded() ? 0 : 1; }
 
+    void openInLayer(const AnchorEvidence& evidence);
+    void present(const AnchorEvidence& evidence, const QByteArray& activationToken);
+    QList<PlacementScreen> screens() const;
     QSize wantedSize(int maximumWidth) const;
     void arrange();
     void refit();
     void arrangeAtBar();
     void arrangeAsWindow();
     void setPanel(const QRect& panel);
-    double cornerRadius() const;
     void followScreens();
     void onDeactivated();
     bool isRecent(std::optional<Instant> instant, std::chrono::milliseconds span) const;
 
     Dependencies m_with;
     QWidget* m_content;
-    PanelShadow m_shadow;
+    PanelGround m_ground;
     std::optional<QPoint> m_lastGoodAnchor; ///< in points
+    PlacementScreen m_room;                 ///< with the layer, once that is open
     QRect m_panel;
     QRect m_asked; ///< the last place asked for in this opening; a window manager may know better
     bool m_open = false; ///< what is wanted; the window loses the focus on its way to not being so

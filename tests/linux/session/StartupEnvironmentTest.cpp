@@ -15,6 +15,28 @@ TEST(StartupEnvironment, PrefersX11WhereverThereIsADisplay) {
     EXPECT_TRUE(startupOverrides({{"DISPLAY", ""}}).isEmpty());
 }
 
+TEST(StartupEnvironment, PrefersWaylandWhereItHasALayerForThePanel) {
+    const auto yes = [] { return true; };
+    EXPECT_EQ(
+        startupOverrides({{"DISPLAY", ":0"}, {"WAYLAND_DISPLAY", "wayland-0"}}, yes),
+        (Environment{{"QT_QPA_PLATFORM", "wayland;xcb"}}));
+    EXPECT_EQ(
+        startupOverrides({{"WAYLAND_DISPLAY", "wayland-0"}}, yes),
+        (Environment{{"QT_QPA_PLATFORM", "wayland;xcb"}}));
+}
+
+TEST(StartupEnvironment, LooksForALayerOnlyWhereThereMayBeOne) {
+    bool asked = false;
+    const auto ask = [&asked] { return asked = true; };
+    EXPECT_EQ(
+        startupOverrides({{"DISPLAY", ":0"}}, ask),
+        (Environment{{"QT_QPA_PLATFORM", "xcb;wayland"}}));
+    const Environment chosen{
+        {"DISPLAY", ":0"}, {"WAYLAND_DISPLAY", "wayland-0"}, {"QT_QPA_PLATFORM", "xcb"}};
+    EXPECT_TRUE(startupOverrides(chosen, ask).isEmpty());
+    EXPECT_FALSE(asked);
+}
+
 TEST(StartupEnvironment, LeavesTheUsersChoiceOfPlatformAlone) {
     EXPECT_TRUE(startupOverrides({{"DISPLAY", ":0"}, {"QT_QPA_PLATFORM", "wayland"}}).isEmpty());
 }

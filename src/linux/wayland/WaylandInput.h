@@ -1,0 +1,52 @@
+#pragma once
+
+#include "linux/wayland/WaylandObjects.h"
+
+#include <QPointF>
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace lumora {
+
+/// What the user's pointers, fingers and keys do on surfaces of this program, those that the
+/// toolkit knows nothing of included.
+class WaylandInput {
+public:
+    /// What is told of it.
+    struct Events {
+        /// A pointer is over `surface`, at `position` in points from its corner.
+        std::function<void(const wl_surface* surface, QPointF position)> entered;
+        std::function<void(const wl_surface* surface)> pressed; ///< with a button or a finger
+    };
+
+    /// The last press, by which compositors know it again.
+    struct Press {
+        wl_seat* seat = nullptr; ///< null before the first
+        std::uint32_t serial = 0;
+    };
+
+    explicit WaylandInput(Events events);
+    ~WaylandInput();
+    WaylandInput(const WaylandInput&) = delete;
+    WaylandInput& operator=(const WaylandInput&) = delete;
+
+    /// Listens to what belongs to the seat that the registry calls `name`.
+    void addSeat(wl_registry* registry, std::uint32_t name);
+
+    /// The seat is gone, if it was one.
+    void removeSeat(std::uint32_t name);
+
+    const Press& lastPress() const { return m_lastPress; }
+
+private:
+    class Seat;
+    friend class Seat;
+
+    Events m_events;
+    std::vector<std::unique_ptr<Seat>> m_seats;
+    Press m_lastPress;
+};
+
+} // namespace lumora

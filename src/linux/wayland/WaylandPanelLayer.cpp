@@ -1,0 +1,157 @@
+#include "linux/wayland/WaylandPanelLayer.h"
+
+#include "linux/wayland/ToolkitHandles.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <wayland-client.h>
+
+#include <chrono>
+
+namespace lumora {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Compositors say where the pointer is as soon as there is something below it.
+constexpr auto pointerPatience = 200ms;
+
+/// Has the toolkit leave windows with the matching flag alone.
+constexpr char leaveAloneVariable[] = "QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT";
+
+/// The screen with `point`; the first one without.
+QScreen* screenNear(std::optional<QPoint> point) {
+    QScreen* const found = point ? QGuiApplication::screenAt(*point) : nullptr;
+    return found ? found : QGuiApplication::primaryScreen();
+}
+
+} // namespace
+
+WaylandPanelLayer::WaylandPanelLayer(wl_display* display)
+    : m_globals(
+          display, {.entered = [this](auto* surface, QPointF at) { onEntered(surface, at); },
+                    .pressed = [this](auto* surface) { onPressed(surface); }}) {
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(pointerPatience);
+    QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] {
+        openPanel(screenNear(m_wish.near), std::nullopt);
+    });
+}
+
+WaylandPanelLayer::~WaylandPanelLayer() {
+    close();
+}
+
+void WaylandPanelLayer::open(QWindow& window, const Wish& wish, const Answers& answers) {
+    close();
+    m_window = &window;
+    m_wish = wish;
+    m_answers = answers;
+    qputenv(leaveAloneVariable, "1"); // as long as the window is there
+    catchPointers();
+    if (wish.pointer && !m_catchers.empty())
+        m_patience.start();
+    else
+        openPanel(screenNear(wish.near), std::nullopt);
+}
+
+void WaylandPanelLayer::catchPointers() {
+    if (!PointerCatcher::isPossible(m_globals))
+        return;
+    for (QScreen* screen : QGuiApplication::screens()) {
+        if (wl_output* const output = outputOf(screen))
+            m_catchers.push_back(std::make_unique<PointerCatcher>(m_globals, screen, output));
+    }
+}
+
+void WaylandPanelLayer::onEntered(const wl_surface* surface, QPointF position) {
+    for (const auto& catcher : m_catchers) {
+        QScreen* const screen = catcher->screen();
+        if (m_patience.isActive() && screen && catcher->is(surface))
+            openPanel(screen, screen->geometry().topLeft() + position.toPoint());
+    }
+}
+
+void WaylandPanelLayer::onPressed(const wl_surface* surface) {
+    for (const auto& catcher : m_catchers) {
+        if (catcher->is(surface)) {
+            const auto pressedOutside = m_answers.pressedOutside;
+            pressedOutside(); // which may end all of them
+            return;
+        }
+    }
+}
+
+void WaylandPanelLayer::openPanel(QScreen* screen, std::optional<QPoint> pointer) {
+    m_patience.stop();
+    if (!m_window || !screen)
+        return;
+    m_room = {.screen = screen->geometry(), .available = {}, .pointer = pointer};
+    // A surface that was in the layer once can have no place there again.
+    m_window->destroy();
+    m_window->setScreen(screen);
+    m_window->create();
+    wl_surface* const surface = surfaceOf(m_window);
+    m_panel = std::make_unique<LayerSurface>(
+        m_globals.layerShell(), surface, outputOf(screen), LayerSurface::Extent::WhatBarsLeave,
+        LayerSurface::Events{
+            .configured = [this](const QSize& usable) { onConfigured(usable); },
+            .closed = m_answers.closed,
+        });
+    m_panel->takeKeyboard();
+    wl_surface_commit(surface);
+}
+
+// The first time it tells the room there is; later it repeats what was asked for.
+void WaylandPanelLayer::onConfigured(const QSize& usable) {
+    if (!m_room.available.isNull())
+        return;
+    const QPoint bar = m_room.pointer.value_or(m_wish.near.value_or(m_room.screen.topRight()));
+    m_room.available = freeArea(m_room.screen, usable, bar);
+    const auto opened = m_answers.opened;
+    opened(m_room);
+}
+
+void WaylandPanelLayer::place(const QRect& area) {
+    if (!m_panel)
+        return;
+    m_area = area;
+    m_panel->place(layerPlacement(area, m_room.available));
+    for (const auto& catcher : m_catchers)
+        catcher->spare(area);
+    m_parts = std::make_unique<LayerParts>(
+        *m_window,
+        LayerParts::Place{
+            .shell = m_globals.layerShell(),
+            .output = outputOf(m_window->screen()),
+            .available = m_room.available,
+            .window = area.topLeft(),
+        },
+        [this](const QRegion& covered) { onPartsChanged(covered); });
+}
+
+void WaylandPanelLayer::onPartsChanged(const QRegion& covered) {
+    m_panel->setBehind(!covered.isEmpty());
+    wl_surface_commit(surfaceOf(m_window));
+    for (const auto& catcher : m_catchers)
+        catcher->spare(covered + m_area);
+}
+
+void WaylandPanelLayer::close() {
+    m_patience.stop();
+    m_parts.reset();
+    m_panel.reset();
+    m_catchers.clear();
+    m_window.clear();
+    m_answers = {};
+    qunsetenv(leaveAloneVariable);
+}
+
+void WaylandPanelLayer::requestToken(const std::function<void(const QByteArray& token)>& given) {
+    wl_surface* const surface = m_panel ? surfaceOf(m_window) : nullptr;
+    m_token = std::make_unique<ActivationRequest>(m_globals, surface, given);
+}
+
+} // namespace lumora
