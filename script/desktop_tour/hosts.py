@@ -103,7 +103,7 @@ type = internal/date
 date = %H:%M
 """
 
-SWAY_CONFIG = """output X11-1 resolution 1280x800
+SWAY_CONFIG = """output X11-1 resolution {screen} scale {scale}
 output X11-1 bg #336699 solid_color
 exec env > {config}/session-environment
 exec waybar -c {config}/waybar.json -s {config}/waybar.css
@@ -136,6 +136,13 @@ class Host:
     restarts: bool = True  # whether it can be restarted by itself
     stands_alone: bool = True  # whether there is anything of it before it has an item
     from_right: int = 0  # the item's middle, where more than it moves; 0: only it appears
+    scale: float = 1  # pixels a point
+    layered: bool = False  # whether the panel is in front of all windows until it is closed
+
+    @property
+    def screen(self):
+        """The size of the screen, in pixels."""
+        return int(1280 * self.scale), int(800 * self.scale)
 
 
 def start_xfce(session):
@@ -176,8 +183,14 @@ def start_i3(session):
     return session.start("host", "i3")
 
 
-def start_sway(session):
-    session.write("sway/config", SWAY_CONFIG.format(config=session.config))
+def on_sway(scale):
+    """Starts waybar in a compositor with so many pixels a point."""
+    return lambda session: start_sway(session, scale)
+
+
+def start_sway(session, scale):
+    config = SWAY_CONFIG.format(config=session.config, screen=session.screen, scale=scale)
+    session.write("sway/config", config)
     session.write("waybar.json", json.dumps(WAYBAR_CONFIG))
     session.write("waybar.css", WAYBAR_STYLE)
     process = session.start(
@@ -206,7 +219,9 @@ HOSTS = {
     "xfce": Host("XFCE", 28, start_xfce, expects="short text"),
     "lxqt": Host("LXQt", 32, start_lxqt, at_bottom=True, expects="short text", from_right=61),
     "mate": Host("MATE", 28, start_mate),
-    "waybar": Host("sway", 30, start_sway, beside_bar=False, restarts=False),
+    "waybar": Host("sway", 30, on_sway(1), restarts=False, layered=True),
+    "waybar-1.5": Host("sway", 45, on_sway(1.5), restarts=False, layered=True, scale=1.5),
+    "waybar-2": Host("sway", 60, on_sway(2), restarts=False, layered=True, scale=2),
     "i3": Host("i3", 22, start_i3, expects="short text", restarts=False, from_right=12,
                stands_alone=False),
     "tint2": Host("", 30, on_openbox("tint2"), at_bottom=True, expects="short text"),

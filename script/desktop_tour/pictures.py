@@ -29,9 +29,10 @@ class Picture:
         )
 
 
-def difference(before, after, rows):
+def difference(before, after, rows, least=1):
     """The rectangle in which two pictures differ, within some rows: left, top, right, bottom, the
-    last two outside; None where they do not differ."""
+    last two outside; None where they do not differ. Smaller differences of a colour than the least
+    do not count: shadows, for example."""
     row_bytes = 3 * before.width
     left, right, touched = before.width, 0, []
     for y in rows:
@@ -39,8 +40,10 @@ def difference(before, after, rows):
         other = after.pixels[y * row_bytes : (y + 1) * row_bytes]
         if one == other:
             continue
+        columns = [at // 3 for at in range(row_bytes) if abs(one[at] - other[at]) >= least]
+        if not columns:
+            continue
         touched.append(y)
-        columns = [at // 3 for at in range(row_bytes) if one[at] != other[at]]
         left, right = min(left, columns[0]), max(right, columns[-1] + 1)
     return (left, touched[0], right, touched[-1] + 1) if touched else None
 
