@@ -22,7 +22,7 @@ _lumora() {
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
         _lumora_add status agenda join capture habit chore toggle show hide settings refresh quit \
-            --demo --help --version
+            check doctor --demo --help --version
         return
     fi
     case ${COMP_WORDS[1]}:$previous in
@@ -33,6 +33,11 @@ _lumora() {
     habit:habit | chore:chore)
         _lumora_add_items "$previous"
         [[ $current != -* ]] || _lumora_add --list
+        ;;
+    doctor:doctor) _lumora_add --json ;;
+    check:check)
+        compopt -o filenames 2>/dev/null || true # which quotes them, and tells folders
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
         ;;
     --demo:--scenario)
         _lumora_add busy empty quiet unauthorized flaky slow malformed html

@@ -1,7 +1,9 @@
 #include "app/DemoServiceProcess.h"
 #include "app/LumobarApp.h"
 #include "cli/Answers.h"
+#include "cli/Check.h"
 #include "cli/CommandLine.h"
+#include "cli/Doctor.h"
 #include "cli/RunningProgram.h"
 #include "cli/Usage.h"
 #include "linux/session/DesktopPlatform.h"
@@ -89,6 +91,10 @@ int runProgram(int& argc, char** argv, const RunCommand& run) {
 
 int runCommand(int& argc, char** argv, const Command& command) {
     const QCoreApplication application(argc, argv);
+    if (const auto* check = std::get_if<CheckCommand>(&command))
+        return checkBriefing(*check);
+    if (const auto* doctor = std::get_if<DoctorCommand>(&command))
+        return runDoctor(*doctor);
     return askRunningProgram(command);
 }
 

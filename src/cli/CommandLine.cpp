@@ -1,5 +1,7 @@
 #include "cli/CommandLine.h"
 
+#include "briefing/InternetDateTime.h"
+
 #include <QHash>
 
 #include <optional>
@@ -119,6 +121,32 @@ Parsed parseItem(ItemCommand::Kind kind, const QStringList& arguments) {
     return ItemCommand{kind, *words};
 }
 
+Parsed parseCheck(QStringList arguments) {
+    CheckCommand check;
+    while (!arguments.isEmpty()) {
+        const QString argument = arguments.first();
+        if (const auto time = takeOption(arguments, u"--now"_s)) {
+            check.now = parseInternetDateTime(time->toStdString());
+            if (!check.now)
+                return tl::unexpected(
+                    u"\"%1\" is no time such as 2025-03-04T09:30:00Z"_s.arg(*time));
+        } else if (check.source.isEmpty() && (argument == u"-" || !argument.startsWith(u'-'))) {
+            check.source = arguments.takeFirst();
+        } else {
+            return notTheOption(argument, u"--now"_s);
+        }
+    }
+    if (check.source.isEmpty())
+        return tl::unexpected(u"what is to be checked? A file, an address or - is missing"_s);
+    return check;
+}
+
+Parsed parseDoctor(const QStringList& arguments) {
+    if (arguments.isEmpty() || arguments == QStringList(u"--json"_s))
+        return DoctorCommand{.asJson = !arguments.isEmpty()};
+    return unknownArgument(arguments.first() == u"--json" ? arguments.at(1) : arguments.first());
+}
+
 /// `command`, which takes no further arguments.
 Parsed plain(Command command, const QStringList& arguments) {
     if (!arguments.isEmpty())
@@ -156,6 +184,10 @@ Parsed parseCommandLine(const QStringList& arguments) {
         return parseStatus(rest);
     if (first == u"agenda")
         return parseAgenda(rest);
+    if (first == u"check")
+        return parseCheck(rest);
+    if (first == u"doctor")
+        return parseDoctor(rest);
     if (first == u"capture")
         return parseCapture(rest);
     if (first == u"habit")

@@ -74,6 +74,21 @@ struct QuitCommand {
     bool operator==(const QuitCommand&) const = default;
 };
 
+/// Read a briefing, and print what would be shown of it.
+struct CheckCommand {
+    QString source;             ///< a file, an address, or "-" for standard input
+    std::optional<Instant> now; ///< absent: the real time
+
+    bool operator==(const CheckCommand&) const = default;
+};
+
+/// Look at everything between the service and the screen, and say what is wrong with it.
+struct DoctorCommand {
+    bool asJson = false;
+
+    bool operator==(const DoctorCommand&) const = default;
+};
+
 /// Print the usage.
 struct HelpCommand {
     bool operator==(const HelpCommand&) const = default;
@@ -86,7 +101,8 @@ struct VersionCommand {
 
 using Command = std::variant<
     RunCommand, StatusCommand, WindowCommand, RefreshCommand, JoinCommand, CaptureCommand,
-    ItemCommand, AgendaCommand, QuitCommand, HelpCommand, VersionCommand>;
+    ItemCommand, AgendaCommand, QuitCommand, CheckCommand, DoctorCommand, HelpCommand,
+    VersionCommand>;
 
 /// Reads the arguments after the program's name. The error is one line for the user.
 tl::expected<Command, QString> parseCommandLine(const QStringList& arguments);

@@ -1,13 +1,11 @@
 #include "cli/RunningProgram.h"
 
 #include "cli/Answers.h"
+#include "cli/StandardInput.h"
 #include "cli/StatusStream.h"
 #include "platform/ActivationToken.h"
 #include "texts/AgendaText.h"
 #include "texts/StatusPresentation.h"
-
-#include <array>
-#include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -47,21 +45,14 @@ int run(CommandClient& client, const JoinCommand&) {
     return exitCode(client.join(inheritedActivationToken()));
 }
 
-/// All that there is on standard input, up to much more than is taken.
-QString standardInput() {
-    constexpr qsizetype longest = 1 << 20;
-    QByteArray text;
-    std::array<char, 4096> part; // NOLINT(*-member-init): written before it is read
-    std::size_t size = 0;
-    while (text.size() < longest && (size = std::fread(part.data(), 1, part.size(), stdin)) > 0)
-        text.append(part.data(), qsizetype(size));
-    return QString::fromUtf8(text);
-}
+/// Much more than is taken as a thought, which the running program says.
+constexpr qsizetype longestInput = 1 << 20;
 
 int run(CommandClient& client, const CaptureCommand& command) {
     if (!client.isRunning())
         return complain(CommandClient::Failure::NotRunning); // before anything is read
-    return exitCode(client.capture(command.text ? *command.text : standardInput()));
+    return exitCode(client.capture(
+        command.text ? *command.text : QString::fromUtf8(standardInput(longestInput))));
 }
 
 /// Prints what `text` makes of the running program's agenda.

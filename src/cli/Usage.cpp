@@ -15,6 +15,8 @@ QString usageText() {
        lumora toggle|show|hide|settings
        lumora refresh
        lumora quit
+       lumora check FILE|-|URL [--now TIME]
+       lumora doctor [--json]
 
 Keeps your day in view: a live label in the status area, fed by your own dashboard service.
 Started a second time, it opens the panel of the program that already runs.
@@ -33,6 +35,10 @@ Started a second time, it opens the panel of the program that already runs.
   settings          open the settings of the running program
   refresh           fetch the briefing now and wait for it
   quit              end the running program
+  check             read a briefing as the program does: where is its first fault, or what would
+                    be shown of it at TIME, such as 2025-03-04T09:30:00Z
+  doctor            look at everything between the service and the screen: what is wrong, and what
+                    helps; --json for bug reports
   --help            print this
   --version         print the version
 

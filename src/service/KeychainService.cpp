@@ -10,13 +10,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
 
-namespace {
-
 SecretKey tokenKey() {
     return {u"com.lumora.app"_s, u"briefingToken"_s};
 }
-
-} // namespace
 
 KeychainService::KeychainService(SecretStore& store)
     : m_store(store) {}

@@ -9,6 +9,10 @@
 namespace lumora {
 
 class SecretStore;
+struct SecretKey;
+
+/// What the token's item is found by.
+[[nodiscard]] SecretKey tokenKey();
 
 /// The user's token, kept as one item of the credential store. Nothing is cached: every call asks
 /// the store.

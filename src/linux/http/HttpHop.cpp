@@ -21,12 +21,6 @@ bool isHttp(const QUrl& url) {
     return (url.scheme() == u"https"_s || url.scheme() == u"http"_s) && !url.host().isEmpty();
 }
 
-// What a proxy carries unencrypted it can read, and what is meant for this very computer has no
-// business on another.
-bool goesDirect(const QUrl& url) {
-    return url.scheme() != u"https"_s || isLoopbackHost(url.host());
-}
-
 // Curl's callbacks: taking fewer bytes than were offered ends the transfer.
 size_t takeHeadLine(const char* data, size_t, size_t count, void* answer) {
     const QByteArrayView line(data, static_cast<qsizetype>(count));
@@ -56,6 +50,41 @@ qint64 receivedBytes(curl_socket_t socket) {
 
 } // namespace
 
+// What a proxy carries unencrypted it can read, and what is meant for this very computer has no
+// business on another.
+bool goesDirect(const QUrl& url) {
+    return url.scheme() != u"https"_s || isLoopbackHost(url.host());
+}
+
+void setWay(CURL* transfer, const QUrl& url) {
+    curl_easy_setopt(transfer, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(transfer, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    if (goesDirect(url))
+        curl_easy_setopt(transfer, CURLOPT_PROXY, ""); // not even one that the environment names
+
+    // A kept connection may have died unnoticed, in a suspend for one.
+    curl_easy_setopt(transfer, CURLOPT_FRESH_CONNECT, 1L);
+    curl_easy_setopt(transfer, CURLOPT_FORBID_REUSE, 1L);
+    curl_easy_setopt(transfer, CURLOPT_SSL_SESSIONID_CACHE, 0L);
+    curl_easy_setopt(transfer, CURLOPT_DNS_CACHE_TIMEOUT, 0L);
+    // A name server that hangs must not hold up whoever gives up waiting for it.
+    curl_easy_setopt(transfer, CURLOPT_QUICK_EXIT, 1L);
+
+    constexpr long tls = CURL_SSLVERSION_TLSv1_2;
+    QByteArray certificates = environmentCertificates();
+    curl_blob blob{certificates.data(), static_cast<size_t>(certificates.size()), CURL_BLOB_COPY};
+    curl_easy_setopt(transfer, CURLOPT_SSLVERSION, tls);
+    curl_easy_setopt(transfer, CURLOPT_PROXY_SSLVERSION, tls);
+    for (const auto& [folder, file, named] :
+         {std::tuple(CURLOPT_CAPATH, CURLOPT_CAINFO, CURLOPT_CAINFO_BLOB),
+          std::tuple(CURLOPT_PROXY_CAPATH, CURLOPT_PROXY_CAINFO, CURLOPT_PROXY_CAINFO_BLOB)}) {
+        curl_easy_setopt(transfer, folder, systemCertificates);
+        curl_easy_setopt(transfer, file, nullptr);
+        if (!certificates.isEmpty())
+            curl_easy_setopt(transfer, named, &blob);
+    }
+}
+
 HttpHop::HttpHop(CurlLoop& loop, const HttpLimits& limits, HttpRequest request, Ended ended)
     : m_loop(loop)
     , m_limits(limits)
@@ -77,7 +106,7 @@ tl::expected<void, QString> HttpHop::start() {
         return tl::unexpected(u"The address is no http or https address"_s);
     if (auto set = setHead(); !set)
         return set;
-    setWay();
+    setWay(m_transfer.get(), m_request.url);
     setAnswer();
     m_silence.start();
     m_loop.add(m_transfer.get(), *this);
@@ -110,36 +139,6 @@ tl::expected<void, QString> HttpHop::setHead() {
     }
     curl_easy_setopt(transfer, CURLOPT_HTTPHEADER, m_head.get());
     return {};
-}
-
-void HttpHop::setWay() {
-    CURL* const transfer = m_transfer.get();
-    curl_easy_setopt(transfer, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(transfer, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    if (goesDirect(m_request.url))
-        curl_easy_setopt(transfer, CURLOPT_PROXY, ""); // not even one that the environment names
-
-    // A kept connection may have died unnoticed, in a suspend for one.
-    curl_easy_setopt(transfer, CURLOPT_FRESH_CONNECT, 1L);
-    curl_easy_setopt(transfer, CURLOPT_FORBID_REUSE, 1L);
-    curl_easy_setopt(transfer, CURLOPT_SSL_SESSIONID_CACHE, 0L);
-    curl_easy_setopt(transfer, CURLOPT_DNS_CACHE_TIMEOUT, 0L);
-    // A name server that hangs must not hold up whoever gives up waiting for it.
-    curl_easy_setopt(transfer, CURLOPT_QUICK_EXIT, 1L);
-
-    constexpr long tls = CURL_SSLVERSION_TLSv1_2;
-    QByteArray certificates = environmentCertificates();
-    curl_blob blob{certificates.data(), static_cast<size_t>(certificates.size()), CURL_BLOB_COPY};
-    curl_easy_setopt(transfer, CURLOPT_SSLVERSION, tls);
-    curl_easy_setopt(transfer, CURLOPT_PROXY_SSLVERSION, tls);
-    for (const auto& [folder, file, named] :
-         {std::tuple(CURLOPT_CAPATH, CURLOPT_CAINFO, CURLOPT_CAINFO_BLOB),
-          std::tuple(CURLOPT_PROXY_CAPATH, CURLOPT_PROXY_CAINFO, CURLOPT_PROXY_CAINFO_BLOB)}) {
-        curl_easy_setopt(transfer, folder, systemCertificates);
-        curl_easy_setopt(transfer, file, nullptr);
-        if (!certificates.isEmpty())
-            curl_easy_setopt(transfer, named, &blob);
-    }
 }
 
 void HttpHop::setAnswer() {

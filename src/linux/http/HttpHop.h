@@ -12,6 +12,13 @@
 
 namespace lumora {
 
+/// Has `transfer` reach `url` as the program reaches everything: through which proxy, over which
+/// TLS, trusting whom, over a connection of its own.
+void setWay(CURL* transfer, const QUrl& url);
+
+/// Whether what goes to `url` passes no proxy, whatever the environment says.
+[[nodiscard]] bool goesDirect(const QUrl& url);
+
 /// One request on the wire, over a connection of its own, and the answer: no redirects, no
 /// repetition, nothing kept for the next.
 class HttpHop final : private CurlLoop::Listener {
@@ -36,7 +43,6 @@ private:
     void transferEnded(CURLcode result) override;
 
     tl::expected<void, QString> setHead();
-    void setWay();
     void setAnswer();
     void breakOff(const HttpOutcome& outcome);
     template <typename Value>
