@@ -14,6 +14,8 @@ namespace {
 using Picture = LabelForm::Picture;
 
 constexpr LabelForm textBeside{.picture = Picture::Symbol, .hasTextBeside = true};
+constexpr LabelForm textBesideName{
+    .picture = Picture::Symbol, .hasTextBeside = true, .isNamed = true};
 constexpr LabelForm textDrawn{.picture = Picture::SymbolAndText, .hasTextBeside = false};
 constexpr LabelForm shortText{.picture = Picture::ShortText, .hasTextBeside = false};
 constexpr LabelForm symbolAlone{.picture = Picture::Symbol, .hasTextBeside = false};
@@ -29,7 +31,7 @@ constexpr std::array knownHosts{
     KnownHost{"gnome-shell"_L1, textBeside},
     KnownHost{"mate-panel"_L1, textBeside},
     KnownHost{"notification-ar"_L1, textBeside},
-    KnownHost{"ayatana-indicat"_L1, textBeside},
+    KnownHost{"ayatana-indicat"_L1, textBesideName},
     KnownHost{"unity-panel-ser"_L1, textBeside},
     KnownHost{"waybar"_L1, textDrawn},
     KnownHost{"xapp-sn-watcher"_L1, textDrawn},
@@ -59,13 +61,15 @@ LabelForm observed(const HostEvidence& evidence) {
 } // namespace
 
 LabelForm labelFormFor(const HostEvidence& evidence) {
+    LabelForm form = observed(evidence);
+    const bool isNamed = form.isNamed;
     if (evidence.wish == u"symbol")
-        return symbolAlone;
-    if (evidence.wish == u"short")
-        return shortText;
-    const LabelForm form = observed(evidence);
-    if (evidence.wish == u"text")
-        return form == textBeside ? textBeside : textDrawn;
+        form = symbolAlone;
+    else if (evidence.wish == u"short")
+        form = shortText;
+    else if (evidence.wish == u"text" && form.picture != Picture::Symbol)
+        form = textDrawn;
+    form.isNamed = isNamed;
     return form;
 }
 

@@ -16,6 +16,9 @@ struct LabelForm {
     Picture picture = Picture::Symbol;
     bool hasTextBeside = true; ///< whether the text is handed over, to be drawn beside the picture
 
+    /// Whether the symbol goes by the name of an icon of the desktop's, as nothing drawn is shown.
+    bool isNamed = false;
+
     bool operator==(const LabelForm&) const = default;
 };
 

@@ -19,7 +19,8 @@ LabelPixmaps::LabelPixmaps(const LabelPicture& picture) {
     const QColor tint = tintFor(picture.tone);
     if (!picture.symbol.isEmpty() && !picture.text.isEmpty()) {
         // One size only: hosts that draw wide pictures choose badly among several, or draw none.
-        m_images += drawSymbolAndText(picture.symbol, picture.text, wideHeight, tint, picture.font);
+        m_images += drawSymbolAndText(
+            picture.symbol, picture.text, wideHeight * picture.scale, tint, picture.font);
         return;
     }
     for (const int pixels : {16, 22, 24, 32, 44, 48})

@@ -16,12 +16,13 @@ struct LabelPicture {
     QString symbol; ///< empty: the text alone
     QString text;   ///< empty: the symbol alone
     SymbolTone tone = SymbolTone::Light;
-    QFont font; ///< its family; size and weight are chosen for the place
+    QFont font;    ///< its family; size and weight are chosen for the place
+    int scale = 1; ///< device pixels per point, for what is drawn in one size only
 
     bool operator==(const LabelPicture&) const = default;
 };
 
-/// The height in pixels of pictures that are wider than high: what most bars have for their items.
+/// The height in points of pictures that are wider than high: what most bars have for their items.
 constexpr int wideHeight = 22;
 
 /// A picture in the sizes that panels use, up to twice the usual ones for sharp screens. Symbols

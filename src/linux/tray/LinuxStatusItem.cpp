@@ -4,6 +4,10 @@
 #include "texts/PlainText.h"
 
 #include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+#include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -11,7 +15,17 @@ namespace lumora {
 
 using State = StatusNotifierRegistration::State;
 
+int largestScale() {
+    double largest = 1;
+    for (const QScreen* screen : QGuiApplication::screens())
+        largest = std::max(largest, screen->devicePixelRatio());
+    return int(std::ceil(largest));
+}
+
 namespace {
+
+/// Installed with the program.
+const QString iconName = u"com.lumora.app-symbolic"_s;
 
 bool hasText(const StatusItemContent& content) {
     return content.text && !content.text->isEmpty();
@@ -115,11 +129,13 @@ void LinuxStatusItem::present() {
         appear();
     m_hasTextBeside = hasText(content);
     draw(wanted.picture);
+    m_session->setIconName(wanted.isNamed ? iconName : QString());
     m_session->setContent(content);
 }
 
 void LinuxStatusItem::draw(LabelForm::Picture picture) {
-    const LabelPicture wanted = pictureOf(m_content, picture, m_bar->tone());
+    LabelPicture wanted = pictureOf(m_content, picture, m_bar->tone());
+    wanted.scale = m_options.scale();
     if (m_drawn != wanted) {
         m_drawn = wanted;
         m_pixmaps = LabelPixmaps(wanted).forStatusItem();

@@ -19,6 +19,9 @@
 
 namespace lumora {
 
+/// Of all screens, in whole device pixels per point: what is drawn for that is sharp on each.
+[[nodiscard]] int largestScale();
+
 /// The status item of Linux desktops: an item on the session bus with a text and a menu, or an
 /// icon in a tray of the old kind where nobody takes such items. It goes where there is a place,
 /// whenever one comes or goes.
@@ -30,6 +33,7 @@ public:
         QString desktop; ///< the session's XDG_CURRENT_DESKTOP
         XEmbedItem::Options tray = {};
         StatusAreaHost::NameOf nameOf = &processName;
+        std::function<int()> scale = &largestScale; ///< of the bar, in device pixels per point
         /// After the item was taken by a host that may still be starting.
         std::chrono::milliseconds insistence = std::chrono::milliseconds(600);
 

@@ -95,6 +95,13 @@ void StatusNotifierItem::setPixmaps(const QList<IconPixmap>& pixmaps) {
         announcePixmaps();
 }
 
+void StatusNotifierItem::setIconName(const QString& name) {
+    if (std::exchange(m_iconName, name) == name)
+        return;
+    sendSignal(u"NewIcon"_s);
+    sendPropertiesChanged({{u"IconName"_s, name}}, {});
+}
+
 void StatusNotifierItem::announcePixmaps() const {
     sendSignal(u"NewIcon"_s);
     // Hosts that want the pixels ask for them; most need one size of them only.
@@ -113,7 +120,7 @@ QVariantMap StatusNotifierItem::properties() const {
         {u"Title"_s, m_title},
         {u"Status"_s, u"Active"_s},
         {u"WindowId"_s, 0},
-        {u"IconName"_s, QString()},
+        {u"IconName"_s, m_iconName},
         {u"IconPixmap"_s, QVariant::fromValue(m_pixmaps)},
         {u"IconThemePath"_s, QString()},
         {u"OverlayIconName"_s, QString()},

@@ -25,6 +25,9 @@ public:
     /// The symbol in several sizes.
     void setPixmaps(const QList<IconPixmap>& pixmaps);
 
+    /// The name of the symbol among the desktop's icons; empty: only its pixmaps are shown.
+    void setIconName(const QString& name);
+
     /// Tells hosts of the symbol once more.
     void announcePixmaps() const;
 
@@ -52,6 +55,7 @@ private:
     StatusToolTip m_toolTip;
     bool m_toolTipRead = true; ///< since a host was last told of a new one, if one ever was
     QList<IconPixmap> m_pixmaps;
+    QString m_iconName;
     QByteArray m_activationToken;
 };
 

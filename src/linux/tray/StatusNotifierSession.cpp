@@ -31,6 +31,10 @@ void StatusNotifierSession::setContent(const StatusItemContent& content) {
     m_menu.setRows(content.menu);
 }
 
+void StatusNotifierSession::setIconName(const QString& name) {
+    m_item.setIconName(name);
+}
+
 void StatusNotifierSession::setPixmaps(const QList<IconPixmap>& pixmaps) {
     m_item.setPixmaps(pixmaps);
 }

@@ -24,6 +24,7 @@ public:
 
     void setContent(const StatusItemContent& content);
     void setPixmaps(const QList<IconPixmap>& pixmaps);
+    void setIconName(const QString& name);
 
     /// Begins to look for a status area.
     void start();

@@ -17,9 +17,17 @@ constexpr LabelForm symbolAlone{Picture::Symbol, false};
 
 TEST(LabelForm, HostsThatDrawTextsAreGivenThem) {
     for (const QString& process :
-         {u"gnome-shell"_s, u"mate-panel"_s, u"notification-ar"_s, u"ayatana-indicat"_s,
-          u"unity-panel-ser"_s})
+         {u"gnome-shell"_s, u"mate-panel"_s, u"notification-ar"_s, u"unity-panel-ser"_s})
         EXPECT_EQ(labelFormFor({process, u"KDE"_s, {}}), textBeside) << process.toStdString();
+}
+
+TEST(LabelForm, HostsThatShowNothingDrawnAreGivenAName) {
+    const LabelForm form = labelFormFor({u"ayatana-indicat"_s, u"MATE"_s, {}});
+    EXPECT_TRUE(form.isNamed);
+    EXPECT_TRUE(form.hasTextBeside);
+    EXPECT_FALSE(labelFormFor({u"ayatana-indicat"_s, {}, u"symbol"_s}).hasTextBeside);
+    for (const QString& wish : {u"symbol"_s, u"short"_s, u"text"_s})
+        EXPECT_TRUE(labelFormFor({u"ayatana-indicat"_s, {}, wish}).isNamed) << wish.toStdString();
 }
 
 TEST(LabelForm, HostsWithRoomGetOnePictureOfBoth) {

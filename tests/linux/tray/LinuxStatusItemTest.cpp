@@ -57,6 +57,7 @@ protected:
     QDBusConnection m_connection = m_bus.connect();
     bool m_trayExists = false;
     QString m_host; ///< the name of the watcher's process
+    int m_scale = 1;
     FakePreferences m_preferences;
     FakeBar* const m_bar = new FakeBar; ///< the item's
     LinuxStatusItem m_item{
@@ -66,6 +67,7 @@ protected:
         {.desktop = u"sway"_s,
          .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }},
          .nameOf = [this](uint) { return m_host; },
+         .scale = [this] { return m_scale; },
          .insistence = 1ms}};
     BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
     QSignalSpy m_shown{&m_item, &StatusItem::shown};
@@ -120,6 +122,33 @@ TEST_F(LinuxStatusItemTest, DrawsSymbolAndTextWhereThereIsRoomForThem) {
     textless.text.reset();
     m_item.show(textless);
     EXPECT_EQ(pixmaps().size(), 6);
+}
+
+TEST_F(LinuxStatusItemTest, DrawsSymbolAndTextSharplyOnSharpScreens) {
+    m_host = u"waybar"_s;
+    const auto panel = watcher();
+    m_item.show(content());
+    ASSERT_TRUE(m_shown.wait(patience));
+    ASSERT_EQ(pixmaps().size(), 1);
+    EXPECT_EQ(pixmaps().first().height, 22);
+    m_scale = 2;
+    m_item.show(content()); // within a minute
+    ASSERT_EQ(pixmaps().size(), 1);
+    EXPECT_EQ(pixmaps().first().height, 44);
+}
+
+TEST_F(LinuxStatusItemTest, NamesItsIconWhereNothingDrawnIsShown) {
+    m_host = u"ayatana-indicat"_s;
+    const auto name = [this] { return m_probe.property(itemPath, itemInterface, u"IconName"_s); };
+    auto panel = watcher();
+    m_item.show(content());
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return name() == u"com.lumora.app-symbolic"_s; }, patience));
+    EXPECT_EQ(pixmaps().size(), 6);
+    m_host = u"waybar"_s;
+    panel.reset();
+    panel = watcher();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return name() == QString(); }, patience));
 }
 
 TEST_F(LinuxStatusItemTest, DrawsTheShortTextInsteadOfTheSymbolInSquares) {
