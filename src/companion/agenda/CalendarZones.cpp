@@ -1,0 +1,64 @@
+#include "companion/agenda/CalendarZones.h"
+
+#include "companion/agenda/FileZone.h"
+#include "companion/agenda/ZoneNames.h"
+
+namespace lumora::companion {
+
+namespace {
+
+// Calendars of a whole company have some dozens.
+constexpr qsizetype mostZones = 500;
+
+// Texts share the zones of the system: a folder has thousands of files and a handful of zones.
+SharedZone sharedSystemZone(const QTimeZone& zone) {
+    thread_local QHash<QByteArray, SharedZone> shared;
+    SharedZone& kept = shared[zone.id()];
+    if (!kept)
+        kept = std::make_shared<const OffsetAt>(offsetsOf(zone));
+    return kept;
+}
+
+} // namespace
+
+SharedZone CalendarZones::utc() {
+    static const auto zone = std::make_shared<const OffsetAt>([](qint64) { return 0; });
+    return zone;
+}
+
+SharedZone CalendarZones::named(const QByteArray& name) {
+    const auto known = m_named.constFind(name);
+    if (known != m_named.constEnd())
+        return known.value();
+    if (m_named.size() >= mostZones)
+        return nullptr;
+    return m_named.insert(name, found(name)).value();
+}
+
+SharedZone CalendarZones::found(const QByteArray& name) {
+    if (const auto zone = systemZone(name))
+        return sharedSystemZone(*zone);
+    if (!m_isCollected)
+        collectDefinitions(m_calendar);
+    m_isCollected = true;
+    if (icalcomponent* const definition = m_definitions.value(name)) {
+        if (auto zone = fileZone(*definition))
+            return std::make_shared<const OffsetAt>(std::move(*zone));
+    }
+    return nullptr;
+}
+
+void CalendarZones::collectDefinitions(icalcomponent& parent) {
+    forEachChild(parent, [this](icalcomponent& child) {
+        if (icalcomponent_isa(&child) == ICAL_VCALENDAR_COMPONENT)
+            collectDefinitions(child);
+        if (icalcomponent_isa(&child) != ICAL_VTIMEZONE_COMPONENT)
+            return true;
+        icalproperty* const id = icalcomponent_get_first_property(&child, ICAL_TZID_PROPERTY);
+        if (const char* const name = id ? icalproperty_get_tzid(id) : nullptr)
+            m_definitions.insert(name, &child);
+        return true;
+    });
+}
+
+} // namespace lumora::companion

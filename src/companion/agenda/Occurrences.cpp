@@ -1,0 +1,116 @@
+#include "companion/agenda/Occurrences.h"
+
+#include "companion/agenda/LeftOutDates.h"
+#include "companion/agenda/Series.h"
+
+#include <algorithm>
+
+namespace lumora::companion {
+
+namespace {
+
+// No two clocks of the world differ by more, and none is put forward or back by more.
+constexpr qint64 zoneMargin = 2 * secondsOfDay;
+
+/// Where and for whom occurrences are sought.
+struct Search {
+    TimeSpan span;
+    const OffsetAt& here;
+};
+
+qint64 endOf(const CalendarTime& start, const EventLength& length, const OffsetAt& here) {
+    CalendarTime shown = start;
+    shown.local += length.local;
+    return std::max(start.utc(here), shown.utc(here) + length.exact);
+}
+
+bool touches(const Occurrence& occurrence, TimeSpan span) {
+    const bool isOver = occurrence.end < span.from ||
+                        (occurrence.end == span.from && occurrence.start < occurrence.end);
+    return occurrence.start < span.to && !isOver;
+}
+
+Occurrence occurrence(
+    const EventRecord& event, const CalendarTime& start, const EventLength& length,
+    const OffsetAt& here) {
+    return {.event = &event, .start = start.utc(here), .end = endOf(start, length, here)};
+}
+
+CalendarTime movedTo(const CalendarTime& start, qint64 local) {
+    return {.local = local, .isDate = start.isDate, .zone = start.zone};
+}
+
+// Local times at which an event may begin that takes place in the span.
+TimeSpan possibleStarts(const EventRecord& event, TimeSpan span) {
+    return {
+        .from = span.from - event.length.local - event.length.exact - zoneMargin,
+        .to = span.to + zoneMargin};
+}
+
+/// Every date of a series in the span with those that are left out, the first one included.
+std::vector<ExtraStart>
+allStarts(const EventRecord& master, const Search& search, RuleBudget& budget) {
+    std::vector<ExtraStart> starts = master.extras;
+    starts.push_back({.start = master.start, .length = {}});
+    const TimeSpan possible = possibleStarts(master, search.span);
+    for (const QByteArray& rule : master.rules) {
+        for (const qint64 local : ruleStarts(rule, master.start, possible, search.here, budget))
+            starts.push_back({.start = movedTo(master.start, local), .length = {}});
+    }
+    return starts;
+}
+
+LeftOutDates
+leftOut(const Series& series, const EventRecord& master, const Search& search, RuleBudget& budget) {
+    LeftOutDates dates(search.here);
+    for (const CalendarTime& exception : master.exceptions)
+        dates.add(exception);
+    for (const EventRecord* const moved : series.moved)
+        dates.add(*moved->replaces);
+    const TimeSpan possible = possibleStarts(master, search.span);
+    for (const QByteArray& rule : master.exceptRules) {
+        for (const qint64 local : ruleStarts(rule, master.start, possible, search.here, budget))
+            dates.add(movedTo(master.start, local));
+    }
+    return dates;
+}
+
+void addRepeated(
+    std::vector<Occurrence>& found, const Series& series, const EventRecord& master,
+    const Search& search, RuleBudget& budget) {
+    const LeftOutDates dates = leftOut(series, master, search, budget);
+    std::vector<Occurrence> own;
+    for (const ExtraStart& extra : allStarts(master, search, budget)) {
+        if (dates.contain(extra.start))
+            continue;
+        const Occurrence made =
+            occurrence(master, extra.start, extra.length.value_or(master.length), search.here);
+        if (touches(made, search.span))
+            own.push_back(made);
+    }
+    // A date that is listed and comes out of a rule as well is one.
+    std::ranges::stable_sort(own, {}, &Occurrence::start);
+    const auto twice = std::ranges::unique(own, {}, &Occurrence::start);
+    found.insert(found.end(), own.begin(), twice.begin());
+}
+
+} // namespace
+
+std::vector<Occurrence> occurrencesIn(
+    const std::vector<EventRecord>& events, TimeSpan span, const OffsetAt& here,
+    RuleBudget budget) {
+    const Search search{.span = span, .here = here};
+    std::vector<Occurrence> found;
+    for (const Series& series : seriesOf(events, here)) {
+        for (const EventRecord* const master : series.masters)
+            addRepeated(found, series, *master, search, budget);
+        for (const EventRecord* const moved : series.moved) {
+            const Occurrence made = occurrence(*moved, moved->start, moved->length, here);
+            if (touches(made, span))
+                found.push_back(made);
+        }
+    }
+    return found;
+}
+
+} // namespace lumora::companion
