@@ -10,13 +10,13 @@ namespace lumora::companion {
 
 /// Where in an event a link to join its meeting may stand. An empty text: it has none.
 struct LinkTexts {
-    QStringList conferences; ///< those of conferences with a picture come first
-    QString google;
-    QString teams;
-    QString url;
-    QString location;
-    QString description;
-    QString html; ///< the description once more
+    QStringList conferences{}; ///< those of conferences with a picture come first
+    QString google{};
+    QString teams{};
+    QString url{};
+    QString location{};
+    QString description{};
+    QString html{}; ///< the description once more
 };
 
 /// The link to join the meeting: the first in the order above. What programs put there for the

@@ -43,8 +43,7 @@ inline Agenda readAgenda(const QByteArray& text, const Days& days = {}) {
 
 /// A calendar whose only event has these lines.
 inline QByteArray calendarOf(const QByteArray& eventLines) {
-    return "BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\n" + eventLines +
-           "END:VEVENT\r\nEND:VCALENDAR\r\n";
+    return "BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\n" + eventLines + "END:VEVENT\r\nEND:VCALENDAR\r\n";
 }
 
 } // namespace lumora::companion::tests
