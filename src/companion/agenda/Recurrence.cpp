@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace lumora::companion {
 
@@ -33,6 +34,38 @@ void forgetTimesOfDay(icalrecurrencetype& rule) {
     rule.by_hour[0] = rule.by_minute[0] = rule.by_second[0] = ICAL_RECURRENCE_ARRAY_MAX;
 }
 
+// The day of the week, counted from the one that weeks begin with. 1970 began on a Thursday.
+qint64 dayOfWeek(qint64 local, qint64 weekStart) {
+    constexpr qint64 thursday = 5;
+    const qint64 days =
+        CalendarTime{.local = local, .isDate = false, .zone = {}}.day() / secondsOfDay;
+    return ((days + thursday - weekStart) % 7 + 7) % 7;
+}
+
+// Where to have the library begin with the weeks of a rule: at the first of its days in the week of
+// its start. Begun elsewhere in the week it takes a day of the week before for one of that week.
+qint64 firstOfWeek(const icalrecurrencetype& rule, qint64 start) {
+    const qint64 weekStart = rule.week_start;
+    qint64 first = 7;
+    for (const short day : rule.by_day) {
+        if (day == ICAL_RECURRENCE_ARRAY_MAX)
+            break;
+        const qint64 number = icalrecurrencetype_day_day_of_week(day);
+        first = std::min(first, (number - weekStart + 7) % 7);
+    }
+    return first == 7 ? start : start + (first - dayOfWeek(start, weekStart)) * secondsOfDay;
+}
+
+// The last of the library's beginnings that is not after `from`; `begin` where there is none.
+qint64 beginningBefore(const icalrecurrencetype& rule, qint64 begin, qint64 from) {
+    if (from <= begin)
+        return begin;
+    if (rule.freq != ICAL_WEEKLY_RECURRENCE)
+        return from;
+    const qint64 step = qint64{rule.interval} * 7 * secondsOfDay;
+    return begin + (from - begin) / step * step;
+}
+
 } // namespace
 
 std::vector<qint64> ruleStarts(
@@ -55,21 +88,29 @@ std::vector<qint64> ruleStarts(
         return {};
     parts.until = icalTime(last, start.isDate);
 
-    const IcalIterator iterator(icalrecur_iterator_new(parts, icalTime(start.local, start.isDate)));
+    const int count = std::exchange(parts.count, 0);
+    const qint64 begin =
+        parts.freq == ICAL_WEEKLY_RECURRENCE ? firstOfWeek(parts, start.local) : start.local;
+    const IcalIterator iterator(icalrecur_iterator_new(parts, icalTime(begin, start.isDate)));
     if (!iterator) {
         --budget.deadRules;
         return {};
     }
-    if (parts.count == 0 && span.from > start.local)
-        icalrecur_iterator_set_start(iterator.get(), icalTime(span.from, start.isDate));
+    if (const qint64 later = beginningBefore(parts, begin, span.from); count == 0 && later > begin)
+        icalrecur_iterator_set_start(iterator.get(), icalTime(later, start.isDate));
 
     std::vector<qint64> starts;
+    int counted = 0;
     for (int left = budget.eventDates; left > 0 && budget.dates > 0; --left, --budget.dates) {
         const auto local = writtenSeconds(icalrecur_iterator_next(iterator.get()));
         if (!local)
             break; // the rule is at its end
+        if (*local < start.local)
+            continue;
         if (*local >= span.from && *local < span.to)
             starts.push_back(*local);
+        if (++counted == count)
+            break;
     }
     return starts;
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "companion/agenda/AgendaEvent.h"
+#include "companion/agenda/Recurrence.h"
 #include "companion/calendars/CalendarSettings.h"
+#include "companion/calendars/CalendarSource.h"
 #include "companion/fetching/Web.h"
 
 #include <QDBusConnection>
@@ -13,11 +15,10 @@
 
 namespace lumora::companion {
 
-class CalendarSource;
-
 /// What the calendars need from outside.
 struct CalendarSurroundings {
     Web& web;                        ///< outlives the calendars
+    Now now;                         ///< for what happens by itself
     std::function<QTimeZone()> zone; ///< where the user is; asked anew each time
     QDBusConnection bus;             ///< where GNOME's calendars are found
 };
@@ -49,21 +50,43 @@ public:
     /// One for each calendar of the configuration, in its order.
     [[nodiscard]] std::vector<CalendarState> states(std::chrono::sys_seconds now);
 
-    /// Begins to fetch what is due, and reads files that have changed. To be called at the start
-    /// and then every minute or so.
-    void refreshDue(std::chrono::sys_seconds now);
+    /// Begins to fetch what is due. To be called at the start and then every minute or so. Files
+    /// are read by themselves, when they change.
+    void refreshDue();
 
     /// Whether anything is still under way that refreshDue() began.
     [[nodiscard]] bool isRefreshing() const;
+
+    /// The local day of `now` where the reader is in `zone`.
+    [[nodiscard]] static TimeSpan localDay(std::chrono::sys_seconds now, const QTimeZone& zone);
 
 Q_SIGNALS:
     /// today() and states() may answer otherwise than before.
     void changed();
 
 private:
+    /// A calendar of the configuration, and what reads it.
+    struct Calendar {
+        CalendarSettings settings;
+        std::unique_ptr<CalendarSource> source; ///< never null
+    };
+
+    /// What was worked out for a day.
+    struct KnownDay {
+        TimeSpan day;
+        QByteArray zone;
+        Agenda agenda;
+        std::vector<int> counts; ///< how many of the events come from each calendar
+    };
+
+    std::unique_ptr<CalendarSource> sourceOf(const CalendarSettings& calendar);
+    const KnownDay& known(std::chrono::sys_seconds now);
+    void workOut(KnownDay& day, const QTimeZone& zone) const;
+
     AgendaSettings m_settings;
     CalendarSurroundings m_with;
-    std::vector<std::unique_ptr<CalendarSource>> m_sources;
+    std::vector<Calendar> m_calendars;
+    std::optional<KnownDay> m_known;
 };
 
 } // namespace lumora::companion

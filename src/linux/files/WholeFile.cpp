@@ -56,7 +56,7 @@ QString pathForPeople(const QString& path) {
     return path.startsWith(home) ? u"~/"_s + path.sliced(home.size()) : path;
 }
 
-tl::expected<QByteArray, ReadFailure> readFile(const QString& path) {
+tl::expected<QByteArray, ReadFailure> readFile(const QString& path, qint64 largest) {
     const QByteArray name = QFile::encodeName(path);
 
     struct stat status{};
@@ -67,7 +67,7 @@ tl::expected<QByteArray, ReadFailure> readFile(const QString& path) {
         return notRead(path, EISDIR);
     if (!S_ISREG(status.st_mode))
         return notRead(path, u"Not a regular file"_s);
-    if (status.st_size > largestWholeFile)
+    if (status.st_size > largest)
         return notRead(path, EFBIG);
 
     // Without waiting: by now a pipe may stand there, and some files of the system's are like one.
@@ -75,18 +75,19 @@ tl::expected<QByteArray, ReadFailure> readFile(const QString& path) {
     QFile file;
     if (descriptor < 0 || !file.open(descriptor, QFile::ReadOnly, QFile::AutoCloseHandle))
         return notRead(path, errno);
-    QByteArray bytes = file.read(largestWholeFile + 1); // it may have grown since
+    QByteArray bytes = file.read(largest + 1); // it may have grown since
     if (file.error() != QFile::NoError)
         return notRead(path, file.errorString());
-    if (bytes.size() > largestWholeFile)
+    if (bytes.size() > largest)
         return notRead(path, EFBIG);
     bytes.squeeze();
     return bytes;
 }
 
 tl::expected<void, QString>
-replaceFile(const QString& path, const QByteArray& bytes, QFile::Permissions permissions) {
-    if (bytes.size() > largestWholeFile)
+replaceFile(
+    const QString& path, const QByteArray& bytes, QFile::Permissions permissions, qint64 largest) {
+    if (bytes.size() > largest)
         return failure(path, systemMessage(EFBIG)); // nobody could read it again
     const QString folder = QFileInfo(path).path();
     // Without a name until it is whole, where the file system can do that: a crash leaves nothing.

@@ -103,7 +103,8 @@ def compare(ours, path, text):
     if own == other:
         return None
     mine, their = own - other, other - own
-    return differences.explain(calendar, set(mine), set(their)), set(mine), set(their)
+    case = differences.Case(calendar, own, other, ZONE)
+    return differences.explain(case, set(mine), set(their)), set(mine), set(their)
 
 
 def readable(occurrence):

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "companion/agenda/CalendarText.h"
+#include "companion/calendars/CalendarSource.h"
+#include "companion/calendars/PathWatch.h"
+
+#include <QDateTime>
+
+#include <map>
+
+namespace lumora::companion {
+
+/// A folder of .ics files, read when one is put there, replaced or taken away. A folder that holds
+/// no such file but folders of them is several calendars, each with the name that its file
+/// "displayname" gives it, or its folder's.
+class FolderSource final : public CalendarSource {
+public:
+    /// Reads `path`, which may begin with "~/".
+    FolderSource(QString name, const QString& path, ReaderSettings reader, Now now);
+
+    /// Nothing is ever due: the folder is watched.
+    void refreshDue() override {}
+
+private:
+    /// A file as it was read.
+    struct KnownFile {
+        QDateTime modified;
+        qint64 size = 0;
+        std::optional<std::vector<EventRecord>> events; ///< absent: it is no calendar
+    };
+
+    using KnownFiles = std::map<QString, KnownFile>;
+
+    void read();
+    NamedEvents readFolder(const QString& folder, const QString& name, KnownFiles& known) const;
+    KnownFile readCalendarFile(const QString& path) const;
+
+    const QString m_name;
+    const QString m_path;
+    const ReaderSettings m_reader;
+    PathWatch m_watch;
+    KnownFiles m_known;
+};
+
+} // namespace lumora::companion
