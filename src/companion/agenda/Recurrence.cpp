@@ -56,6 +56,17 @@ qint64 firstOfWeek(const icalrecurrencetype& rule, qint64 start) {
     return first == 7 ? start : start + (first - dayOfWeek(start, weekStart)) * secondsOfDay;
 }
 
+// With weeks that begin on another day than Monday the library takes wrong days of numbered weeks.
+bool isOnListedDay(const icalrecurrencetype& rule, qint64 local) {
+    constexpr qint64 sunday = 1;
+    if (rule.by_day[0] == ICAL_RECURRENCE_ARRAY_MAX)
+        return true;
+    return std::ranges::any_of(rule.by_day, [day = dayOfWeek(local, sunday) + 1](short listed) {
+        return listed != ICAL_RECURRENCE_ARRAY_MAX &&
+               icalrecurrencetype_day_day_of_week(listed) == day;
+    });
+}
+
 // The last of the library's beginnings that is not after `from`; `begin` where there is none.
 qint64 beginningBefore(const icalrecurrencetype& rule, qint64 begin, qint64 from) {
     if (from <= begin)
@@ -105,7 +116,7 @@ std::vector<qint64> ruleStarts(
         const auto local = writtenSeconds(icalrecur_iterator_next(iterator.get()));
         if (!local)
             break; // the rule is at its end
-        if (*local < start.local)
+        if (*local < start.local || !isOnListedDay(parts, *local))
             continue;
         if (*local >= span.from && *local < span.to)
             starts.push_back(*local);

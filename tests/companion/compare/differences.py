@@ -77,8 +77,10 @@ def changed_clocks(case, occurrence, is_ours):
     others = case.other if is_ours else case.own
     near = [(one, other) for one, other, its in others
             if its == kind and abs(one - start) <= HOUR and abs(other - end) <= HOUR]
+    half_day = 14 * HOUR  # more than any zone is off
     own_length = any(
-        one == start and case.change_between(instant(event), instant(event) + end - start)
+        one == start and case.change_between(
+            instant(event) - half_day, instant(event) + end - start + half_day)
         for one, _ in near for event in case.events)
     return own_length or any(
         case.change_between(min(start, one) - 3 * HOUR, max(end, other) + 3 * HOUR)
