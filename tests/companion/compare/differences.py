@@ -76,7 +76,7 @@ def changed_clocks(case, occurrence, is_ours):
     start, end, kind = occurrence
     others = case.other if is_ours else case.own
     near = [(one, other) for one, other, its in others
-            if its == kind and abs(one - start) <= HOUR and abs(other - end) <= HOUR]
+            if its == kind and abs(one - start) <= HOUR and abs(other - end) <= 2 * HOUR]
     half_day = 14 * HOUR  # more than any zone is off
     own_length = any(
         one == start and case.change_between(
