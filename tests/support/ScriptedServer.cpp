@@ -28,13 +28,13 @@ qsizetype wholeRequestLength(const QByteArray& bytes) {
 
 } // namespace
 
-ScriptedServer::ScriptedServer(Script script, std::unique_ptr<QTcpServer> listener)
+ScriptedServer::ScriptedServer(Script script, std::unique_ptr<QTcpServer> listener, quint16 port)
     : m_script(std::move(script))
     , m_listener(listener ? std::move(listener) : std::make_unique<QTcpServer>()) {
     connect(
         m_listener.get(), &QTcpServer::pendingConnectionAvailable, this,
         &ScriptedServer::acceptAll);
-    if (!m_listener->listen(QHostAddress::LocalHost))
+    if (!m_listener->listen(QHostAddress::LocalHost, port))
         throw std::runtime_error("no loopback port");
 }
 

@@ -22,8 +22,10 @@ public:
     /// Called with each connection once it is there, before anything is read.
     using Greeting = std::function<void(QTcpSocket& connection)>;
 
-    /// `listener` absent: plain TCP. Throws when no port could be opened.
-    explicit ScriptedServer(Script script, std::unique_ptr<QTcpServer> listener = nullptr);
+    /// `listener` absent: plain TCP. `port` 0: any that is free. Throws when it could not be
+    /// opened.
+    explicit ScriptedServer(
+        Script script, std::unique_ptr<QTcpServer> listener = nullptr, quint16 port = 0);
     ~ScriptedServer() override;
 
     /// What is done from now on with each connection at once; by default nothing.
