@@ -38,6 +38,13 @@ QByteArray calendarText(const QStringList& components) {
 void EvolutionServer::call(
     const Place& place, const QString& method, const QVariantList& arguments,
     Then<QDBusMessage> then) {
+    if (!m_bus.isConnected()) { // of which a call would never hear
+        const auto answer = [then = std::move(then)] {
+            then(tl::unexpected(u"There is no session bus"_s));
+        };
+        QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection);
+        return;
+    }
     QDBusMessage message =
         QDBusMessage::createMethodCall(place.service, place.path, place.interface, method);
     message.setArguments(arguments);
