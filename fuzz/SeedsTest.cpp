@@ -21,6 +21,7 @@ struct FuzzTarget {
 };
 
 constexpr FuzzTarget fuzzTargets[] = {
+    {"agenda", lumora::fuzz::agenda},
     {"autostart", lumora::fuzz::autostart},
     {"calls", lumora::fuzz::calls},
     {"colors", lumora::fuzz::colors},

@@ -8,6 +8,7 @@
 /// runs.
 namespace lumora::fuzz {
 
+void agenda(QByteArrayView input);      ///< a calendar's iCalendar text
 void autostart(QByteArrayView input);   ///< another program's desktop entry
 void calls(QByteArrayView input);       ///< messages over D-Bus
 void colors(QByteArrayView input);      ///< colour codes
