@@ -243,3 +243,9 @@ TEST_F(WholeFileTest, OpensNothingThatItDoesNotRead) {
     EXPECT_TRUE(readFile(path));
     EXPECT_TRUE(ofLarge.heard());
 }
+
+TEST_F(WholeFileTest, IsReadUpToWhatTheCallerTakes) {
+    ASSERT_TRUE(replaceFile(path, "0123456789", mode));
+    EXPECT_EQ(readFile(path, 10), "0123456789");
+    EXPECT_FALSE(readFile(path, 9));
+}
