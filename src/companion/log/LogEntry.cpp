@@ -150,7 +150,7 @@ LogEntries parseLog(QByteArrayView bytes) {
 QByteArray logLine(const LogEntry& entry) {
     const auto clocks = QDateTime::fromSecsSinceEpoch(
         (entry.time + entry.offset).time_since_epoch().count(), QTimeZone::utc());
-    QByteArray line = clocks.toString(u"yyyy-MM-ddTHH:mm:ss"_s).toLatin1();
+    QByteArray line = clocks.toString(u"yyyy-MM-dd'T'HH:mm:ss"_s).toLatin1();
     line += offsetText(entry.offset);
     const bool isHabit = entry.kind == LogEntry::Kind::Habit;
     line += isHabit ? "\thabit\t" : "\tchore\t";
