@@ -9,7 +9,7 @@
 #include "linux/session/DesktopPlatform.h"
 #include "linux/session/SpareMemory.h"
 #include "linux/session/StartupEnvironment.h"
-#include "linux/session/TerminationSignals.h"
+#include "linux/signals/TerminationSignals.h"
 #include "platform/ActivationToken.h"
 #include "platform/AppStorageBacked.h"
 

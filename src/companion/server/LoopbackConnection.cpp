@@ -32,6 +32,12 @@ QString wordsFor(int status) {
     }
 }
 
+HttpAnswer briefingAnswer(const std::shared_ptr<const QByteArray>& briefing, bool headOnly) {
+    if (!briefing)
+        return errorAnswer(503, u"There is no briefing yet"_s);
+    return {.status = 200, .body = *briefing, .allow = {}, .headOnly = headOnly};
+}
+
 } // namespace
 
 LoopbackConnection::LoopbackConnection(int socket, LoopbackServer& server)
@@ -77,11 +83,12 @@ void LoopbackConnection::handle(const HttpRequest& request) {
     if (const auto* refusal = std::get_if<HttpAnswer>(&admission))
         return answer(*refusal);
     if (const auto* wanted = std::get_if<BriefingWanted>(&admission)) {
-        const auto briefing = m_server.m_handlers.briefing();
-        if (!briefing)
-            return answer(errorAnswer(503, u"There is no briefing yet"_s));
-        return answer(
-            {.status = 200, .body = *briefing, .allow = {}, .headOnly = wanted->headOnly});
+        m_server.m_handlers.briefing([connection = QPointer(this), headOnly = wanted->headOnly](
+                                         const std::shared_ptr<const QByteArray>& briefing) {
+            if (connection)
+                connection->answer(briefingAnswer(briefing, headOnly));
+        });
+        return;
     }
     m_server.m_handlers.act(
         std::get<ServiceAction>(admission),

@@ -18,8 +18,9 @@ class LoopbackConnection;
 
 /// What the server asks for when somebody may have it.
 struct ServiceHandlers {
-    /// The briefing as it is now; null while there is none yet.
-    std::function<std::shared_ptr<const QByteArray>()> briefing;
+    /// Hands over the briefing as it is now, once, at any time, from this thread; null while there
+    /// is none yet.
+    std::function<void(std::function<void(std::shared_ptr<const QByteArray>)>)> briefing;
     /// Does what an action wants and answers once, at any time, from this thread.
     std::function<void(ServiceAction, std::function<void(HttpAnswer)>)> act;
 };

@@ -21,7 +21,7 @@ protected:
     std::shared_ptr<const QByteArray> briefing = std::make_shared<QByteArray>("{\"a\":1}");
     std::vector<std::pair<ServiceAction, std::function<void(HttpAnswer)>>> actions;
     ServiceHandlers handlers{
-        [this] { return briefing; },
+        [this](const auto& done) { done(briefing); },
         [this](const ServiceAction& action, auto done) { actions.emplace_back(action, done); }};
     LoopbackServer server{"secret", handlers, {.request = 300ms, .answer = 300ms}};
     quint16 port = 0;

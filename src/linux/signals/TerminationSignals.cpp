@@ -1,4 +1,4 @@
-#include "linux/session/TerminationSignals.h"
+#include "linux/signals/TerminationSignals.h"
 
 #include <QSocketNotifier>
 
