@@ -31,10 +31,7 @@ qint64 lastLocal(const icaltimetype& until, const CalendarTime& start, const Off
 
 // The parts of a rule that clocks alone know do not move a whole day.
 void forgetTimesOfDay(icalrecurrencetype& rule) {
-    // The first of them would not do: the library puts a value of its own there.
-    std::ranges::fill(rule.by_hour, ICAL_RECURRENCE_ARRAY_MAX);
-    std::ranges::fill(rule.by_minute, ICAL_RECURRENCE_ARRAY_MAX);
-    std::ranges::fill(rule.by_second, ICAL_RECURRENCE_ARRAY_MAX);
+    rule.by_hour[0] = rule.by_minute[0] = rule.by_second[0] = ICAL_RECURRENCE_ARRAY_MAX;
 }
 
 // The day of the week, counted from the one that weeks begin with. 1970 began on a Thursday.

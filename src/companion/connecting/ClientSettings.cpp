@@ -2,9 +2,11 @@
 
 #include "linux/files/WholeFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QList>
+#include <QProcess>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -71,6 +73,17 @@ tl::expected<void, QString> storeEndpoint(const QString& path, const QByteArray&
         return tl::unexpected(before.error().message);
     QDir().mkpath(QFileInfo(target).path()); // without it, writing fails and says why
     return replaceFile(target, withEndpoint(before.value_or(QByteArray()), endpoint), ownerOnly);
+}
+
+void askToRefresh() {
+    const QString beside = QCoreApplication::applicationDirPath() + u"/lumora"_s;
+    QProcess lumora;
+    lumora.setProgram(QFileInfo(beside).isExecutable() ? beside : u"lumora"_s);
+    lumora.setArguments({u"refresh"_s});
+    // That it does not run is no news to anybody.
+    lumora.setStandardOutputFile(QProcess::nullDevice());
+    lumora.setStandardErrorFile(QProcess::nullDevice());
+    lumora.startDetached();
 }
 
 } // namespace lumora::companion

@@ -21,4 +21,8 @@ storeEndpoint(const QString& path, const QByteArray& endpoint);
 /// people.
 [[nodiscard]] tl::expected<void, QString> storeToken(const QByteArray& token);
 
+/// Has a running Lumora fetch now, by the command that it has for that, and waits for nothing. One
+/// that fetched in vain, because the service was not there yet, need not wait for its next time.
+void askToRefresh();
+
 } // namespace lumora::companion

@@ -60,7 +60,7 @@ std::optional<WrittenTime> parseTime(QByteArrayView text) {
     const std::chrono::year_month_day date{
         std::chrono::year(*year), std::chrono::month(unsigned(*month)),
         std::chrono::day(unsigned(*day))};
-    if (!date.ok() || *hour > 23 || *minute > 59 || *second > 59)
+    if (*year == 0 || !date.ok() || *hour > 23 || *minute > 59 || *second > 59)
         return std::nullopt;
     const auto clocks = std::chrono::sys_days(date) + std::chrono::hours(*hour) +
                         std::chrono::minutes(*minute) + std::chrono::seconds(*second);

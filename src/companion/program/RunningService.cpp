@@ -1,5 +1,6 @@
 #include "companion/program/RunningService.h"
 
+#include "companion/connecting/ClientSettings.h"
 #include "companion/program/Setup.h"
 
 #include <utility>
@@ -35,7 +36,10 @@ tl::expected<quint16, QString> RunningService::serve(const ServiceSettings& sett
             m_worker->act(action, std::move(answer));
         }};
     m_server = std::make_unique<LoopbackServer>(settings.token, handlers);
-    return m_server->start(settings.port);
+    auto port = m_server->start(settings.port);
+    if (port)
+        askToRefresh();
+    return port;
 }
 
 void RunningService::settingsChanged() {

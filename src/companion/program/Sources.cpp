@@ -52,7 +52,7 @@ bool isUnderWay(const std::unique_ptr<KeptPart<Part>>& part) {
 Sources::Sources(ServiceSettings settings, SourceSurroundings with)
     : m_settings(std::move(settings))
     , m_with(std::move(with))
-    , m_calendars(m_settings.agenda, {m_web, m_with.zone, m_with.bus})
+    , m_calendars(m_settings.agenda, {m_web, m_with.now, m_with.zone, m_with.bus})
     , m_log(m_settings.logPath, m_settings.dayEnds)
     , m_inbox(m_settings.capture, m_commands) {
     connect(&m_calendars, &Calendars::changed, this, &Sources::changed);
@@ -121,7 +121,7 @@ BriefingParts Sources::parts() {
 
 void Sources::refreshDue() {
     const auto at = now();
-    m_calendars.refreshDue(at);
+    m_calendars.refreshDue();
     if (m_habits)
         m_habits->refreshDue(at);
     if (m_chores)

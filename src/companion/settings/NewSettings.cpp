@@ -43,8 +43,6 @@ constexpr auto head = R"(# What lumora-service tells Lumora. It is read again wh
 )";
 
 constexpr auto tail = R"(
-# Where an hour behind midnight still belongs to the day before:
-# day_ends = 3
 # Calendars, each with one of url, file, dir and gnome:
 # [[calendar]]
 # name = "Team"
@@ -66,6 +64,7 @@ QByteArray newSettingsText(const NewSettings& settings) {
     QString text = QString::fromLatin1(head);
     text += line(u"token"_s, QString::fromLatin1(settings.token));
     text += u"port = %1\n"_s.arg(settings.port);
+    text += u"# day_ends = 3 # the first hours behind midnight belong to the day before\n"_s;
     for (const CalendarSettings& calendar : settings.calendars)
         text += u"\n[[calendar]]\n"_s + line(u"name"_s, calendar.name) + placeLine(calendar.place);
     QStringList ids;
