@@ -19,16 +19,21 @@ read_address() {
 }
 
 # configure_lumora: what a user does once: the address into the preferences, the token into a
-# keyring, which is unlocked as after a login.
+# keyring.
 configure_lumora() {
     mkdir -p "$XDG_CONFIG_HOME/lumora"
     printf '[General]\nendpointURL=%s\n' "$endpoint" >"$XDG_CONFIG_HOME/lumora/lumora.conf"
+    start_keyring
+    wait_until store_token || die "the keyring took no token, see $desktop_log/"
+}
+
+# start_keyring: a keyring, which is unlocked as after a login.
+start_keyring() {
     echo 'a password' >"$work/password"
     start keyring run_listening "$work/password" \
         gnome-keyring-daemon --unlock --foreground --components=secrets
     # Asked any sooner, the bus would start a second one, which asks for a password.
     wait_until keyring_runs || die "the keyring did not start, see $desktop_log/"
-    wait_until store_token || die "the keyring took no token, see $desktop_log/"
 }
 
 keyring_runs() {
