@@ -3,6 +3,8 @@
 #include "companion/agenda/FileZone.h"
 #include "companion/agenda/ZoneNames.h"
 
+#include <tuple>
+
 namespace lumora::companion {
 
 namespace {
@@ -38,26 +40,20 @@ SharedZone CalendarZones::named(const QByteArray& name) {
 SharedZone CalendarZones::found(const QByteArray& name) {
     if (const auto zone = systemZone(name))
         return sharedSystemZone(*zone);
-    if (!m_isCollected)
-        collectDefinitions(m_calendar);
-    m_isCollected = true;
-    if (icalcomponent* const definition = m_definitions.value(name)) {
-        if (auto zone = fileZone(*definition))
-            return std::make_shared<const OffsetAt>(std::move(*zone));
-    }
-    return nullptr;
+    if (!m_isRead)
+        readDefinitions();
+    m_isRead = true;
+    return m_defined.value(name);
 }
 
-void CalendarZones::collectDefinitions(icalcomponent& parent) {
-    forEachChild(parent, [this](icalcomponent& child) {
-        if (icalcomponent_isa(&child) == ICAL_VCALENDAR_COMPONENT)
-            collectDefinitions(child);
-        if (icalcomponent_isa(&child) != ICAL_VTIMEZONE_COMPONENT)
-            return true;
-        icalproperty* const id = icalcomponent_get_first_property(&child, ICAL_TZID_PROPERTY);
-        if (const char* const name = id ? icalproperty_get_tzid(id) : nullptr)
-            m_definitions.insert(name, &child);
-        return true;
+void CalendarZones::readDefinitions() {
+    std::ignore = m_calendar.forEach("VTIMEZONE", [this](icalcomponent& definition) {
+        icalproperty* const id = icalcomponent_get_first_property(&definition, ICAL_TZID_PROPERTY);
+        const char* const name = id ? icalproperty_get_tzid(id) : nullptr;
+        auto zone = name ? fileZone(definition) : std::nullopt;
+        if (zone)
+            m_defined.insert(name, std::make_shared<const OffsetAt>(std::move(*zone)));
+        return m_defined.size() < mostZones;
     });
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "companion/agenda/CalendarTime.h"
-#include "companion/agenda/IcalHandles.h"
+#include "companion/agenda/ComponentReader.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -12,8 +12,8 @@ namespace lumora::companion {
 /// programs write into calendars is out of date, shortened or wrong more often than not.
 class CalendarZones {
 public:
-    /// `calendar` is looked into for definitions; it outlives this.
-    explicit CalendarZones(icalcomponent& calendar)
+    /// `calendar` is looked into for definitions when one is needed; it outlives this.
+    explicit CalendarZones(const ComponentReader& calendar)
         : m_calendar(calendar) {}
 
     /// UTC.
@@ -24,11 +24,11 @@ public:
 
 private:
     SharedZone found(const QByteArray& name);
-    void collectDefinitions(icalcomponent& parent);
+    void readDefinitions();
 
-    icalcomponent& m_calendar;
-    bool m_isCollected = false;
-    QHash<QByteArray, icalcomponent*> m_definitions;
+    const ComponentReader& m_calendar;
+    bool m_isRead = false;
+    QHash<QByteArray, SharedZone> m_defined;
     QHash<QByteArray, SharedZone> m_named;
 };
 

@@ -40,11 +40,16 @@ CalendarTime movedTo(const CalendarTime& start, qint64 local) {
     return {.local = local, .isDate = start.isDate, .zone = start.zone};
 }
 
-// Local times at which an event may begin that takes place in the span.
-TimeSpan possibleStarts(const EventRecord& event, TimeSpan span) {
+// Local times at which what lasts so long may begin, to take place in the span.
+TimeSpan possibleStarts(const EventLength& length, TimeSpan span) {
     return {
-        .from = span.from - event.length.local - event.length.exact - zoneMargin,
-        .to = span.to + zoneMargin};
+        .from = span.from - length.local - length.exact - zoneMargin, .to = span.to + zoneMargin};
+}
+
+// Asked first, because to tell for certain takes a look at zones.
+bool mayTouch(const CalendarTime& start, const EventLength& length, TimeSpan span) {
+    const TimeSpan possible = possibleStarts(length, span);
+    return start.local >= possible.from && start.local < possible.to;
 }
 
 /// Every date of a series in the span with those that are left out, the first one included.
@@ -52,7 +57,7 @@ std::vector<ExtraStart>
 allStarts(const EventRecord& master, const Search& search, RuleBudget& budget) {
     std::vector<ExtraStart> starts = master.extras;
     starts.push_back({.start = master.start, .length = {}});
-    const TimeSpan possible = possibleStarts(master, search.span);
+    const TimeSpan possible = possibleStarts(master.length, search.span);
     for (const QByteArray& rule : master.rules) {
         for (const qint64 local : ruleStarts(rule, master.start, possible, search.here, budget))
             starts.push_back({.start = movedTo(master.start, local), .length = {}});
@@ -67,7 +72,7 @@ leftOut(const Series& series, const EventRecord& master, const Search& search, R
         dates.add(exception);
     for (const EventRecord* const moved : series.moved)
         dates.add(*moved->replaces);
-    const TimeSpan possible = possibleStarts(master, search.span);
+    const TimeSpan possible = possibleStarts(master.length, search.span);
     for (const QByteArray& rule : master.exceptRules) {
         for (const qint64 local : ruleStarts(rule, master.start, possible, search.here, budget))
             dates.add(movedTo(master.start, local));
@@ -81,10 +86,10 @@ void addRepeated(
     const LeftOutDates dates = leftOut(series, master, search, budget);
     std::vector<Occurrence> own;
     for (const ExtraStart& extra : allStarts(master, search, budget)) {
-        if (dates.contain(extra.start))
+        const EventLength& length = extra.length ? *extra.length : master.length;
+        if (!mayTouch(extra.start, length, search.span) || dates.contain(extra.start))
             continue;
-        const Occurrence made =
-            occurrence(master, extra.start, extra.length.value_or(master.length), search.here);
+        const Occurrence made = occurrence(master, extra.start, length, search.here);
         if (touches(made, search.span))
             own.push_back(made);
     }
@@ -105,6 +110,8 @@ std::vector<Occurrence> occurrencesIn(
         for (const EventRecord* const master : series.masters)
             addRepeated(found, series, *master, search, budget);
         for (const EventRecord* const moved : series.moved) {
+            if (!mayTouch(moved->start, moved->length, span))
+                continue;
             const Occurrence made = occurrence(*moved, moved->start, moved->length, here);
             if (touches(made, span))
                 found.push_back(made);

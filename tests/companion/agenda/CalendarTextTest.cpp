@@ -13,8 +13,9 @@ std::optional<std::vector<EventRecord>> read(const QByteArray& text) {
 }
 
 QByteArray nested(int depth) {
-    return QByteArray("BEGIN:VCALENDAR\r\n").repeated(depth) +
-           QByteArray("END:VCALENDAR\r\n").repeated(depth);
+    return calendarOf(
+        "DTSTART:20250304T090000Z\r\n" + QByteArray("BEGIN:VALARM\r\n").repeated(depth) +
+        QByteArray("END:VALARM\r\n").repeated(depth));
 }
 
 } // namespace
@@ -49,6 +50,28 @@ TEST(CalendarText, LosesEventsWithoutAStartAndNoOthers) {
     EXPECT_EQ(events->at(0).title, u"Good"_s);
 }
 
+TEST(CalendarText, ThatIsCutOffIsAbsent) {
+    const QByteArray text = calendarOf("DTSTART:20250304T090000Z\r\n");
+    EXPECT_TRUE(read(text.chopped(2)));
+    EXPECT_FALSE(read(text.chopped(4)));
+    EXPECT_FALSE(read(text.first(text.indexOf("END:VEVENT"))));
+}
+
+TEST(CalendarText, MayLackTheEndsOfEvents) {
+    const auto events = read("BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nDTSTART:20250304T090000Z\r\n"
+                             "BEGIN:VALARM\r\nBEGIN:VEVENT\r\nDTSTART:20250304T100000Z\r\n"
+                             "END:VCALENDAR\r\n");
+    ASSERT_TRUE(events);
+    EXPECT_EQ(events->size(), 2U);
+}
+
+TEST(CalendarText, IsUnfolded) {
+    const Agenda agenda =
+        readAgenda(calendarOf("DTSTART:20250304\r\n T090000Z\r\nSUMM\r\n\tARY:On\r\n e\r\n"));
+    ASSERT_EQ(agenda.size(), 1U);
+    EXPECT_EQ(agenda[0].title, u"One"_s);
+}
+
 TEST(CalendarText, IsTakenUpToABound) {
     QByteArray text = calendarOf("DTSTART:20250304T090000Z\r\n");
     text.append(longestCalendarText - text.size(), '\n');
@@ -57,8 +80,8 @@ TEST(CalendarText, IsTakenUpToABound) {
 }
 
 TEST(CalendarText, IsNotFollowedIntoTheDepth) {
-    EXPECT_TRUE(read(nested(8)));
-    EXPECT_FALSE(read(nested(9)));
+    EXPECT_TRUE(read(nested(7)));
+    EXPECT_FALSE(read(nested(8)));
     EXPECT_FALSE(read(nested(300'000)));
 }
 
