@@ -4,7 +4,9 @@
 #include "companion/agenda/IcalTimes.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <span>
 #include <utility>
 
 namespace lumora::companion {
@@ -32,6 +34,24 @@ qint64 lastLocal(const icaltimetype& until, const CalendarTime& start, const Off
 // The parts of a rule that clocks alone know do not move a whole day.
 void forgetTimesOfDay(icalrecurrencetype& rule) {
     rule.by_hour[0] = rule.by_minute[0] = rule.by_second[0] = ICAL_RECURRENCE_ARRAY_MAX;
+}
+
+// Whether a month that the rule names has a day that it names. Where none has, the library takes a
+// while to find out.
+bool hasSomeDay(const icalrecurrencetype& rule) {
+    static constexpr std::array<int, 12> longest{31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const auto end = [](const auto& values) {
+        return std::ranges::find(values, ICAL_RECURRENCE_ARRAY_MAX);
+    };
+    const std::span days(std::begin(rule.by_month_day), end(rule.by_month_day));
+    const std::span months(std::begin(rule.by_month), end(rule.by_month));
+    if (rule.rscale || days.empty() || months.empty())
+        return true;
+    return std::ranges::any_of(months, [days](short month) {
+        return month >= 1 && month <= 12 && std::ranges::any_of(days, [month](short day) {
+                   return std::abs(day) <= longest[static_cast<std::size_t>(month - 1)];
+               });
+    });
 }
 
 // The day of the week, counted from the one that weeks begin with. 1970 began on a Thursday.
@@ -88,6 +108,8 @@ std::vector<qint64> ruleStarts(
     if (parts.freq < ICAL_DAILY_RECURRENCE || parts.freq > ICAL_YEARLY_RECURRENCE)
         return {};
     if (budget.deadRules <= 0 || budget.dates <= 0)
+        return {};
+    if (!hasSomeDay(parts))
         return {};
     if (start.isDate)
         forgetTimesOfDay(parts);

@@ -13,7 +13,7 @@ namespace lumora::companion {
 struct RuleBudget {
     int dates = 1'000'000;   ///< that are looked at
     int eventDates = 20'000; ///< of one event that are looked at and shown
-    int deadRules = 10;      ///< that never come to a date, which takes half a second to find out
+    int deadRules = 3;      ///< that never come to a date, which takes up to half a second to find out
 };
 
 /// Part of the line of time, in seconds: from `from` on and before `to`.
