@@ -12,8 +12,9 @@ namespace lumora {
 
 namespace {
 
-/// The newest version of the layers that this program knows.
+/// The newest versions that this program knows.
 constexpr std::uint32_t newestLayerShell = 4;
+constexpr std::uint32_t newestCompositor = 3; // whose surfaces have a scale
 
 template <typename Object>
 WaylandPtr<Object> bound(
@@ -47,7 +48,8 @@ void WaylandGlobals::add(std::uint32_t name, std::string_view interface, std::ui
     if (interface == wl_seat_interface.name)
         m_input.addSeat(registry, name);
     else if (interface == wl_compositor_interface.name)
-        m_compositor = bound<wl_compositor>(registry, name, wl_compositor_interface, 1);
+        m_compositor = bound<wl_compositor>(
+            registry, name, wl_compositor_interface, std::min(version, newestCompositor));
     else if (interface == wl_shm_interface.name)
         m_memory = bound<wl_shm>(registry, name, wl_shm_interface, 1);
     else if (interface == wp_viewporter_interface.name)

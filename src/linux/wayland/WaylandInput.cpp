@@ -48,10 +48,13 @@ private:
     void listenToPointer() {
         static const wl_pointer_listener listener = [] {
             wl_pointer_listener made{};
-            made.enter = [](void* seat, wl_pointer*, std::uint32_t, wl_surface* surface,
-                            wl_fixed_t x, wl_fixed_t y) {
+            made.enter = [](void* seat, wl_pointer* pointer, std::uint32_t serial,
+                            wl_surface* surface, wl_fixed_t x, wl_fixed_t y) {
                 static_cast<Seat*>(seat)->onEntered(
-                    surface, {wl_fixed_to_double(x), wl_fixed_to_double(y)});
+                    {.pointer = pointer,
+                     .serial = serial,
+                     .surface = surface,
+                     .position = {wl_fixed_to_double(x), wl_fixed_to_double(y)}});
             };
             made.leave = [](void* seat, wl_pointer*, std::uint32_t, wl_surface*) {
                 static_cast<Seat*>(seat)->m_pointed = nullptr;
@@ -105,10 +108,10 @@ private:
         wl_touch_add_listener(m_touch.get(), &listener, this);
     }
 
-    void onEntered(wl_surface* surface, QPointF position) {
-        m_pointed = surface;
-        if (surface)
-            m_input.m_events.entered(surface, position);
+    void onEntered(const Entrance& entrance) {
+        m_pointed = entrance.surface;
+        if (entrance.surface)
+            m_input.m_events.entered(entrance);
     }
 
     /// `surface` is null where it is not known.

@@ -14,10 +14,17 @@ namespace lumora {
 /// toolkit knows nothing of included.
 class WaylandInput {
 public:
+    /// A pointer has come to be over a surface.
+    struct Entrance {
+        wl_pointer* pointer;
+        std::uint32_t serial; ///< of the event
+        const wl_surface* surface;
+        QPointF position; ///< in points from the surface's corner
+    };
+
     /// What is told of it.
     struct Events {
-        /// A pointer is over `surface`, at `position` in points from its corner.
-        std::function<void(const wl_surface* surface, QPointF position)> entered;
+        std::function<void(const Entrance& entrance)> entered;
         std::function<void(const wl_surface* surface)> pressed; ///< with a button or a finger
     };
 

@@ -3,6 +3,7 @@
 #include <layer-shell-client.h>
 #include <viewporter-client.h>
 #include <wayland-client.h>
+#include <wayland-cursor.h>
 #include <xdg-activation-client.h>
 
 namespace lumora {
@@ -13,6 +14,10 @@ void WaylandDeleter::operator()(wl_buffer* object) const {
 
 void WaylandDeleter::operator()(wl_compositor* object) const {
     wl_compositor_destroy(object);
+}
+
+void WaylandDeleter::operator()(wl_cursor_theme* object) const {
+    wl_cursor_theme_destroy(object);
 }
 
 void WaylandDeleter::operator()(wl_keyboard* object) const {

@@ -4,6 +4,7 @@
 
 struct wl_buffer;
 struct wl_compositor;
+struct wl_cursor_theme;
 struct wl_display;
 struct wl_keyboard;
 struct wl_output;
@@ -27,6 +28,7 @@ namespace lumora {
 struct WaylandDeleter {
     void operator()(wl_buffer* object) const;
     void operator()(wl_compositor* object) const;
+    void operator()(wl_cursor_theme* object) const;
     void operator()(wl_keyboard* object) const;
     void operator()(wl_pointer* object) const;
     void operator()(wl_region* object) const;

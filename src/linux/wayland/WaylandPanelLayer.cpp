@@ -7,7 +7,9 @@
 
 #include <wayland-client.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 
 namespace lumora {
 
@@ -31,7 +33,7 @@ QScreen* screenNear(std::optional<QPoint> point) {
 
 WaylandPanelLayer::WaylandPanelLayer(wl_display* display)
     : m_globals(
-          display, {.entered = [this](auto* surface, QPointF at) { onEntered(surface, at); },
+          display, {.entered = [this](const auto& entrance) { onEntered(entrance); },
                     .pressed = [this](auto* surface) { onPressed(surface); }}) {
     m_patience.setSingleShot(true);
     m_patience.setInterval(pointerPatience);
@@ -66,12 +68,16 @@ void WaylandPanelLayer::catchPointers() {
     }
 }
 
-void WaylandPanelLayer::onEntered(const wl_surface* surface, QPointF position) {
-    for (const auto& catcher : m_catchers) {
-        QScreen* const screen = catcher->screen();
-        if (m_patience.isActive() && screen && catcher->is(surface))
-            openPanel(screen, screen->geometry().topLeft() + position.toPoint());
-    }
+void WaylandPanelLayer::onEntered(const WaylandInput::Entrance& entrance) {
+    const auto entered = std::ranges::find_if(
+        m_catchers, [&](const auto& catcher) { return catcher->is(entrance.surface); });
+    QScreen* const screen = entered == m_catchers.end() ? nullptr : (*entered)->screen();
+    if (!screen)
+        return;
+    if (m_patience.isActive())
+        openPanel(screen, screen->geometry().topLeft() + entrance.position.toPoint());
+    else
+        m_arrow.show(entrance.pointer, entrance.serial, int(std::ceil(screen->devicePixelRatio())));
 }
 
 void WaylandPanelLayer::onPressed(const wl_surface* surface) {

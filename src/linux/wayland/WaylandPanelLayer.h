@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/wayland/ActivationRequest.h"
+#include "linux/wayland/ArrowPointer.h"
 #include "linux/wayland/LayerParts.h"
 #include "linux/wayland/LayerSurface.h"
 #include "linux/wayland/PointerCatcher.h"
@@ -34,13 +35,14 @@ public:
 
 private:
     void catchPointers();
-    void onEntered(const wl_surface* surface, QPointF position);
+    void onEntered(const WaylandInput::Entrance& entrance);
     void onPressed(const wl_surface* surface);
     void openPanel(QScreen* screen, std::optional<QPoint> pointer);
     void onConfigured(const QSize& usable);
     void onPartsChanged(const QRegion& covered);
 
     WaylandGlobals m_globals;
+    ArrowPointer m_arrow{m_globals};
     QPointer<QWindow> m_window;
     Wish m_wish;
     Answers m_answers;
