@@ -162,6 +162,14 @@ TEST_F(PanelInLayer, ALinkCarriesAnActivationToken) {
     EXPECT_TRUE(desktop->comesToBeDark());
 }
 
+TEST_F(PanelInLayer, ControlQEndsTheProgram) {
+    start();
+    pressItem({600, 10});
+    ASSERT_FALSE(desktop->comesToBeBright().isNull());
+    desktop->press(u"ctrl+q"_s);
+    EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
+}
+
 TEST_F(PanelInLayer, TheCommandTogglesIt) {
     start();
     EXPECT_EQ(lumora.run({u"toggle"_s}).exitCode, 0);

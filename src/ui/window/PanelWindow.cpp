@@ -62,6 +62,11 @@ PanelWindow::PanelWindow(QWidget* content, const Dependencies& dependencies)
     connect(qApp, &QGuiApplication::screenRemoved, this, &PanelWindow::refit);
 }
 
+PanelWindow::~PanelWindow() {
+    if (m_with.layer)
+        m_with.layer->close();
+}
+
 void PanelWindow::toggle(const AnchorEvidence& evidence, const QByteArray& activationToken) {
     if (!isVisible()) {
         if (!isRecent(m_deactivated, pressDelay))
@@ -193,11 +198,11 @@ QSize PanelWindow::wantedSize(int maximumWidth) const {
 }
 
 void PanelWindow::arrangeAtBar() {
-    const auto screens = this->screens();
-    const auto anchor = chooseAnchor({.lastGood = m_lastGoodAnchor}, screens);
+    const auto all = screens();
+    const auto anchor = chooseAnchor({.lastGood = m_lastGoodAnchor}, all);
     if (!anchor)
         return;
-    const PlacementScreen& screen = screens.at(anchor->screen);
+    const PlacementScreen& screen = all.at(anchor->screen);
     const int gap = hasShadow() ? floatingGap : 0;
     const QSize wanted = wantedSize(screen.available.width() - 2 * gap);
     const PanelPlacement placement = placePanel(anchor->point, screen, wanted, gap);

@@ -44,6 +44,7 @@ public:
     /// Takes `content`, which is shown at the height it asks for, or less where the screen is too
     /// low.
     PanelWindow(QWidget* content, const Dependencies& dependencies);
+    ~PanelWindow() override;
 
     /// What a press on the status item does: opens or closes the panel. A press that has just
     /// closed it, by taking the focus away, does not open it again, and the second press of a

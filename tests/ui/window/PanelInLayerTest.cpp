@@ -103,6 +103,13 @@ TEST_F(PanelInLayerTest, LeavesTheLayerBeforeItIsHidden) {
     EXPECT_TRUE(layer.wasVisibleAtClose);
 }
 
+TEST_F(PanelInLayerTest, LeavesTheLayerBeforeItEnds) {
+    open();
+    window.reset();
+    EXPECT_FALSE(layer.shown);
+    EXPECT_TRUE(layer.wasVisibleAtClose);
+}
+
 TEST_F(PanelInLayerTest, ClosesAtAPressOutside) {
     open();
     passDoubleClick();
