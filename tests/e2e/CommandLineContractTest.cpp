@@ -1,8 +1,6 @@
+#include "e2e/Complaints.h"
 #include "e2e/ConfiguredProgram.h"
-#include "e2e/XDesktop.h"
 #include "support/Patience.h"
-#include "support/PrivateDisplay.h"
-#include "support/ScriptedServer.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
@@ -12,8 +10,6 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include <utility>
-
 using namespace lumora::tests;
 using namespace Qt::Literals::StringLiterals;
 
@@ -22,28 +18,6 @@ namespace {
 using Outcome = ProgramHarness::Outcome;
 
 const QJsonObject answering{{u"state"_s, u"failed"_s}};
-
-void expectComplaint(const Outcome& outcome, int exitCode) {
-    EXPECT_EQ(outcome.exitCode, exitCode);
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_TRUE(outcome.err.startsWith("lumora: ")) << outcome.err.toStdString();
-    EXPECT_EQ(outcome.err.count('\n'), 1) << outcome.err.toStdString();
-    EXPECT_TRUE(outcome.err.endsWith('\n'));
-    EXPECT_FALSE(outcome.err.contains('\x1b'));
-}
-
-/// Has the place of the running program, and keeps what it is asked to do.
-class Asked : public QDBusVirtualObject {
-public:
-    QString introspect(const QString&) const override { return {}; }
-
-    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
-        calls += call.member() + u' ' + call.arguments().value(0).toString();
-        return bus.send(call.createReply());
-    }
-
-    QStringList calls;
-};
 
 /// Has the place of the running program, and is gone at the first call.
 class Vanishing : public QDBusVirtualObject {
@@ -77,55 +51,7 @@ protected:
     ProgramHarness lumora;
 };
 
-/// The same user at a screen.
-class CommandLineContractOnADisplay : public CommandLineContract {
-protected:
-    void SetUp() override {
-        lumora.setVariable(u"DISPLAY"_s, QString::fromLatin1(display.name()));
-        lumora.setVariable(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-        startAnswering();
-    }
-
-    void TearDown() override { lumora.end(); }
-
-    /// Runs a command, which has nothing to say.
-    void succeed(const QStringList& arguments) {
-        const auto outcome = lumora.run(arguments);
-        EXPECT_EQ(outcome.exitCode, 0);
-        EXPECT_EQ(outcome.out, "");
-        EXPECT_EQ(outcome.err, "");
-    }
-
-    const QString panel = u"Lumora"_s;
-    PrivateDisplay display;
-    XDesktop desktop{display.name()};
-};
-
 class CommandLineContractWithABriefing : public ConfiguredProgram {};
-
-/// A user whose service refuses, and does not say why.
-class CommandLineContractWithARefusal : public CommandLineContract {
-protected:
-    explicit CommandLineContractWithARefusal(const QByteArray& body = R"({"error":""})")
-        : server(ScriptedServer::always(ScriptedServer::answer("400 Bad Request", body))) {}
-
-    void SetUp() override {
-        keyring.startUnlocked();
-        ASSERT_TRUE(storeToken(keyring, "a token"));
-        lumora.writePreferences({{u"endpointURL"_s, server.url(u"/api/briefing"_s).toString()}});
-    }
-
-    RealKeyring keyring{lumora.sessionBus()};
-    ScriptedServer server;
-};
-
-/// A user whose service wants to steer the terminal.
-class CommandLineContractWithAHostileRefusal : public CommandLineContractWithARefusal {
-protected:
-    CommandLineContractWithAHostileRefusal()
-        : CommandLineContractWithARefusal(
-              R"({"error":"No\u001b]0;title\u0007\n\u009b2J such \u202ehabit"})") {}
-};
 
 } // namespace
 
@@ -143,8 +69,9 @@ TEST_F(CommandLineContract, ExplainsItself) {
     EXPECT_EQ(outcome.err, "");
     EXPECT_TRUE(outcome.out.startsWith("Usage: lumora "));
     for (const char* word :
-         {"status", "toggle", "show", "hide", "settings", "refresh", "quit", "--format", "--demo",
-          "--scenario"})
+         {"status",   "agenda",   "join",     "capture", "habit",  "chore",  "toggle",
+          "show",     "hide",     "settings", "refresh", "quit",   "check",  "doctor",
+          "--follow", "--format", "--now",    "--json",  "--list", "--demo", "--scenario"})
         EXPECT_TRUE(outcome.out.contains(word)) << word;
 }
 
@@ -180,30 +107,6 @@ TEST_F(CommandLineContract, SaysWhenNothingRuns) {
         expectComplaint(outcome, 3);
         EXPECT_EQ(outcome.err, "lumora: Lumora is not running\n");
     }
-}
-
-TEST_F(CommandLineContract, HandsOnWhatLetsAWindowComeToTheFront) {
-    Asked running;
-    QDBusConnection bus = lumora.sessionBus().connect();
-    ASSERT_TRUE(bus.registerVirtualObject(u"/com/lumora/app"_s, &running));
-    ASSERT_TRUE(bus.registerService(u"com.lumora.app"_s));
-    const auto askForAll = [this] {
-        for (const QStringList& arguments :
-             {QStringList(), {u"show"_s}, {u"toggle"_s}, {u"settings"_s}, {u"hide"_s}})
-            EXPECT_EQ(lumora.run(arguments).exitCode, 0);
-    };
-    lumora.setVariable(u"DESKTOP_STARTUP_ID"_s, u"old"_s);
-    askForAll();
-    EXPECT_EQ(
-        std::exchange(running.calls, {}),
-        QStringList(
-            {u"Open old"_s, u"Open old"_s, u"Toggle old"_s, u"OpenSettings old"_s, u"Hide "_s}));
-    lumora.setVariable(u"XDG_ACTIVATION_TOKEN"_s, u"new"_s);
-    askForAll();
-    EXPECT_EQ(
-        running.calls,
-        QStringList(
-            {u"Open new"_s, u"Open new"_s, u"Toggle new"_s, u"OpenSettings new"_s, u"Hide "_s}));
 }
 
 TEST_F(CommandLineContract, SaysInOneLineThatTheProgramEndedMeanwhile) {
@@ -268,37 +171,6 @@ TEST_F(CommandLineContract, ASecondStartLeavesTheFirstRunning) {
     EXPECT_TRUE(lumora.comesToShow(answering));
 }
 
-TEST_F(CommandLineContractOnADisplay, ASecondStartOpensThePanel) {
-    EXPECT_EQ(desktop.windows(panel), 0);
-    succeed({});
-    EXPECT_TRUE(desktop.focuses(panel));
-    succeed({});
-    EXPECT_TRUE(desktop.focuses(panel));
-    EXPECT_EQ(desktop.windows(panel), 1);
-}
-
-TEST_F(CommandLineContractOnADisplay, TogglesThePanel) {
-    succeed({u"toggle"_s});
-    EXPECT_TRUE(desktop.focuses(panel));
-    succeed({u"toggle"_s});
-    EXPECT_TRUE(desktop.hides(panel));
-    succeed({u"toggle"_s});
-    EXPECT_TRUE(desktop.focuses(panel));
-}
-
-TEST_F(CommandLineContractOnADisplay, ShowsAndHidesThePanel) {
-    succeed({u"hide"_s});
-    EXPECT_EQ(desktop.windows(panel), 0);
-    succeed({u"show"_s});
-    EXPECT_TRUE(desktop.focuses(panel));
-    succeed({u"show"_s});
-    EXPECT_TRUE(desktop.focuses(panel));
-    EXPECT_EQ(desktop.windows(panel), 1);
-    succeed({u"hide"_s});
-    EXPECT_TRUE(desktop.hides(panel));
-    succeed({u"hide"_s});
-}
-
 TEST_F(CommandLineContract, OfTwoStartsAtOnceOneStays) {
     lumora.start();
     const auto rival = lumora.makeProcess();
@@ -331,23 +203,6 @@ TEST_F(CommandLineContract, RunsWithoutASessionBus) {
     ASSERT_EQ(lumora.program().state(), QProcess::Running) << lumora.waitForEnd().err.toStdString();
     lumora.program().terminate();
     EXPECT_EQ(lumora.waitForEnd().exitCode, 0);
-}
-
-TEST_F(CommandLineContractWithARefusal, ARefreshFailsAndSaysSoAllTheSame) {
-    startAnswering();
-    const auto refreshed = lumora.run({u"refresh"_s});
-    expectComplaint(refreshed, 1);
-    EXPECT_EQ(refreshed.err, "lumora: The refresh failed, and no reason was given\n");
-    EXPECT_TRUE(lumora.comesToShow({{u"state"_s, u"failed"_s}, {u"message"_s, u""_s}}));
-}
-
-TEST_F(CommandLineContractWithAHostileRefusal, NothingOfItSteersTheTerminal) {
-    startAnswering();
-    const auto refreshed = lumora.run({u"refresh"_s});
-    expectComplaint(refreshed, 1);
-    EXPECT_EQ(refreshed.err, "lumora: No ]0;title 2J such habit\n");
-    const auto status = lumora.run({u"status"_s, u"--format"_s, u"json"_s});
-    EXPECT_TRUE(status.out.contains(R"(\u001b]0;title\u0007\n\u009b2J such \u202ehabit)"));
 }
 
 TEST_F(CommandLineContractWithABriefing, StatusIsOneLineOfJson) {
@@ -399,20 +254,4 @@ TEST_F(CommandLineContractWithABriefing, PrintsTheLabelForBars) {
     const QJsonObject status = QJsonDocument::fromJson(outcome.out).object();
     EXPECT_EQ(status.value(u"text"_s), u"1/5"_s);
     EXPECT_EQ(status.value(u"class"_s), QJsonArray{u"habits"_s});
-}
-
-TEST_F(CommandLineContractWithABriefing, RefreshReturnsWhenTheFetchHasEnded) {
-    lumora.start();
-    ASSERT_TRUE(lumora.comesToShow({{u"state"_s, u"loaded"_s}}));
-    leaveMeetingsBehind();
-    const auto refreshed = lumora.run({u"refresh"_s});
-    EXPECT_EQ(refreshed.exitCode, 0);
-    EXPECT_EQ(refreshed.out, "");
-    EXPECT_EQ(refreshed.err, "");
-    EXPECT_EQ(lumora.status().value(u"text"_s), u"1/5"_s);
-
-    service.control({{u"scenario"_s, u"html"_s}});
-    const auto failed = lumora.run({u"refresh"_s});
-    expectComplaint(failed, 1);
-    EXPECT_EQ(failed.err, "lumora: Invalid response from server\n");
 }
