@@ -39,7 +39,7 @@ void expectLink(const QUrl& url) {
         "a link over TLS, or to a host that was configured");
 }
 
-void expectEvent(const AgendaEvent& event) {
+void expectAgendaEvent(const AgendaEvent& event) {
     const qint64 start = event.start.time_since_epoch().count();
     const qint64 end = event.end.time_since_epoch().count();
     expect(start <= end, "an end that is not before the start");
@@ -67,7 +67,7 @@ void agenda(QByteArrayView input) {
     const Agenda shown =
         mergedAgenda({{.name = u"Fuzz"_s, .showTransparent = true, .occurrences = occurrences}});
     expect(shown.size() <= occurrences.size(), "no event out of nothing");
-    std::ranges::for_each(shown, expectEvent);
+    std::ranges::for_each(shown, expectAgendaEvent);
     const bool isSorted = std::ranges::is_sorted(
         shown, {}, [](const AgendaEvent& event) { return std::pair(!event.allDay, event.start); });
     expect(isSorted, "events in order");

@@ -17,9 +17,9 @@ namespace {
 
 using namespace companion;
 
-const SettingsPlaces& places() {
-    static const SettingsPlaces somewhere{u"/home/a"_s, u"/home/a/data"_s, u"/home/a/cache"_s};
-    return somewhere;
+const SettingsPlaces& somewhere() {
+    static const SettingsPlaces places{u"/home/a"_s, u"/home/a/data"_s, u"/home/a/cache"_s};
+    return places;
 }
 
 /// Something that goes on one line of a text file.
@@ -79,7 +79,7 @@ void expectUsable(const ServiceSettings& settings) {
 } // namespace
 
 void configuration(QByteArrayView input) {
-    const auto settings = readSettings(input, places());
+    const auto settings = readSettings(input, somewhere());
     if (settings)
         return expectUsable(*settings);
     expect(!settings.error().isEmpty(), "a reason");

@@ -14,7 +14,12 @@ namespace lumora::fuzz {
 
 namespace {
 
-using namespace companion;
+using companion::Admission;
+using companion::HttpAnswer;
+using companion::HttpRequest;
+using companion::RequestReading;
+using companion::RequestRefused;
+using companion::RequestUnfinished;
 
 constexpr auto token = "0123456789abcdef";
 
@@ -45,11 +50,13 @@ qsizetype sizeOf(const HttpRequest& request, QByteArrayView input) {
 } // namespace
 
 void requests(QByteArrayView input) {
-    if (const auto action = parseAction(input); !action)
+    if (const auto action = companion::parseAction(input); !action)
         expectWhole(action.error());
-    const RequestReading reading = readRequest(input);
+    const RequestReading reading = companion::readRequest(input);
     if (std::holds_alternative<RequestUnfinished>(reading)) {
-        expect(input.size() < largestHead + 4 + largestBody, "no endless request");
+        expect(
+            input.size() < companion::largestHead + 4 + companion::largestBody,
+            "no endless request");
         return;
     }
     if (const auto* refused = std::get_if<RequestRefused>(&reading)) {
@@ -58,11 +65,11 @@ void requests(QByteArrayView input) {
     }
     const auto& request = std::get<HttpRequest>(reading);
     const qsizetype size = sizeOf(request, input);
-    expect(readRequest(input.first(size)) == reading, "the same without what follows");
+    expect(companion::readRequest(input.first(size)) == reading, "the same without what follows");
     expect(
-        readRequest(input.first(size - 1)) == RequestReading(RequestUnfinished{}),
+        companion::readRequest(input.first(size - 1)) == RequestReading(RequestUnfinished{}),
         "not whole without its last byte");
-    const Admission admission = admit(request, token);
+    const Admission admission = companion::admit(request, token);
     if (const auto* answer = std::get_if<HttpAnswer>(&admission))
         expectAnswer(*answer);
     else
