@@ -1,6 +1,7 @@
 #include "platform/Background.h"
 
 #include "platform/Spawn.h"
+#include "support/Patience.h"
 
 #include <QTest>
 #include <QThread>
@@ -9,11 +10,11 @@
 
 #include <atomic>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <vector>
 
 using namespace lumora;
+using namespace lumora::tests;
 
 namespace {
 
@@ -27,17 +28,17 @@ void keep(Background& background, std::function<Result()> work, std::optional<Re
 } // namespace
 
 TEST(Background, WorksOnAThreadOfItsOwn) {
-    Background background;
     std::optional<QThread*> worker;
+    Background background;
     keep<QThread*>(background, [] { return QThread::currentThread(); }, worker);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return worker.has_value(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return worker.has_value(); }, patience));
     EXPECT_NE(*worker, QThread::currentThread());
 }
 
 TEST(Background, TellsInTheEventLoop) {
-    Background background;
     std::atomic<bool> isDone = false;
     std::optional<int> result;
+    Background background;
     keep<int>(
         background,
         [&isDone] {
@@ -48,43 +49,45 @@ TEST(Background, TellsInTheEventLoop) {
     while (!isDone)
         QThread::yieldCurrentThread();
     EXPECT_FALSE(result);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return result == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return result == 1; }, patience));
 }
 
 TEST(Background, DoesOneThingAfterAnother) {
-    Background background;
     std::atomic<int> atOnce = 0;
     std::atomic<int> most = 0;
     const auto work = [&] {
         most = std::max<int>(most, ++atOnce);
-        for (int turn = 0; turn < 1000; ++turn)
+        for (int turn = 0; turn < 10; ++turn)
             QThread::yieldCurrentThread();
         return --atOnce;
     };
     std::vector<std::optional<int>> ends(20);
+    Background background;
     for (auto& end : ends)
         keep<int>(background, work, end);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return ends.back().has_value(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ends.back().has_value(); }, patience));
     EXPECT_EQ(most, 1);
 }
 
 TEST(Background, ItsEndIsTheEndOfAllWork) {
-    auto background = std::make_unique<Background>();
     std::vector<std::optional<int>> ends(3);
-    for (auto& end : ends)
-        keep<int>(*background, [] { return 7; }, end);
-    background.reset();
+    {
+        Background background;
+        for (auto& end : ends)
+            keep<int>(background, [] { return 7; }, end);
+    }
     for (const auto& end : ends)
         EXPECT_EQ(end, 7);
 }
 
 TEST(Background, WhatFollowsFromItsLastWorkIsDoneToo) {
-    auto background = std::make_unique<Background>();
     std::optional<int> second;
-    static const QObject owner;
-    spawn<int>(&owner, background->run<int>([] { return 1; }), [&](int first) {
-        keep<int>(*background, [first] { return first + 1; }, second);
-    });
-    background.reset();
+    {
+        Background background;
+        static const QObject owner;
+        spawn<int>(&owner, background.run<int>([] { return 1; }), [&](int first) {
+            keep<int>(background, [first] { return first + 1; }, second);
+        });
+    }
     EXPECT_EQ(second, 2);
 }
