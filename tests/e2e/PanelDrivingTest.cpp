@@ -3,6 +3,7 @@
 #include "e2e/XDesktop.h"
 #include "support/Patience.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QTest>
 
@@ -67,6 +68,14 @@ protected:
 // The desktop entry and the rules in docs/DESKTOPS.md go by it.
 TEST_F(PanelDriving, TheWindowHasTheClassOfTheProgram) {
     EXPECT_EQ(desktop.windowClass(panelTitle), QStringList({u"lumora"_s, u"lumora"_s}));
+}
+
+TEST_F(PanelDriving, NothingForWaylandIsLoaded) {
+    QFile maps(u"/proc/%1/maps"_s.arg(lumora.program().processId()));
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const QByteArray loaded = maps.readAll();
+    EXPECT_TRUE(loaded.contains("libQt6XcbQpa"));
+    EXPECT_FALSE(loaded.contains("wayland"));
 }
 
 TEST_F(PanelDriving, AClickTogglesAHabit) {

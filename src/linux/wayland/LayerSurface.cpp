@@ -76,6 +76,15 @@ void LayerSurface::awaitConfiguration(wl_display* display) {
     wl_event_queue_destroy(ours);
 }
 
+void LayerSurface::setWelcomesKeyboard(bool welcome) {
+    if (zwlr_layer_surface_v1_get_version(m_layer.get()) <
+        ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND_SINCE_VERSION)
+        return;
+    zwlr_layer_surface_v1_set_keyboard_interactivity(
+        m_layer.get(), welcome ? ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND
+                               : ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
+}
+
 // Giving them to whoever is in front is in all versions. The gentler way of the fourth leaves them,
 // with some compositors, to the window below until the first click.
 void LayerSurface::takeKeyboard() {

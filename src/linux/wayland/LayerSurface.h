@@ -40,6 +40,11 @@ public:
     /// Nothing else is handed out meanwhile.
     void awaitConfiguration(wl_display* display);
 
+    /// Whether the surface would take the keys if the user turned to it. Compositors that look
+    /// where the user is when somebody may have the keyboard find the pointer over the surface by
+    /// that.
+    void setWelcomesKeyboard(bool welcome);
+
     /// All keys go to the surface while it is shown.
     void takeKeyboard();
 

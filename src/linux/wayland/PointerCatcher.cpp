@@ -39,6 +39,7 @@ PointerCatcher::PointerCatcher(const WaylandGlobals& globals, QScreen* screen, w
           globals.layerShell(), m_surface.get(), output, LayerSurface::Extent::WholeScreen,
           // Without its screen it is of no use, and the panel goes with that as well.
           {.configured = [this](const QSize& size) { appear(size); }, .closed = [] {}}) {
+    m_layer.setWelcomesKeyboard(true);
     wl_surface_commit(m_surface.get());
 }
 
@@ -55,6 +56,7 @@ void PointerCatcher::spare(const QRegion& area) {
     for (const QRect& part : caught)
         wl_region_add(region.get(), part.x(), part.y(), part.width(), part.height());
     wl_surface_set_input_region(m_surface.get(), region.get());
+    m_layer.setWelcomesKeyboard(false); // the panel has it from now on
     wl_surface_commit(m_surface.get());
 }
 
