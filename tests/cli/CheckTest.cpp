@@ -64,8 +64,7 @@ TEST_F(Check, PrintsWhatWouldBeShown) {
 }
 
 TEST_F(Check, NamesTheFirstFault) {
-    expectFault(
-        QByteArray(full).replace("\"chores\"", "\"tasks\""), "chores: Missing");
+    expectFault(QByteArray(full).replace("\"chores\"", "\"tasks\""), "chores: Missing");
     expectFault(
         "<!doctype HTML><p>Log in", "It is an HTML page, such as for logging in, and no JSON");
     EXPECT_EQ(check(write("{")).exitCode, 1);
