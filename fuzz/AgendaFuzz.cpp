@@ -51,7 +51,7 @@ void expectAgendaEvent(const AgendaEvent& event) {
         !event.location || (!event.location->isEmpty() && event.location->size() <= 1'000),
         "a place that can be shown");
     if (event.allDay)
-        expect(end - start >= 22 * 3'600, "days that last");
+        expect(end - start >= qint64{22} * 3'600, "days that last");
     if (event.meetingUrl)
         expectLink(*event.meetingUrl);
 }

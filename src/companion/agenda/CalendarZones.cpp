@@ -47,10 +47,12 @@ SharedZone CalendarZones::found(const QByteArray& name) {
 }
 
 void CalendarZones::readDefinitions() {
-    std::ignore = m_calendar.forEach("VTIMEZONE", [this](icalcomponent& definition) {
+    RuleBudget budget{
+        .dates = 200'000, .eventDates = 2'000, .time = std::chrono::milliseconds(500)};
+    std::ignore = m_calendar.forEach("VTIMEZONE", [&](icalcomponent& definition) {
         icalproperty* const id = icalcomponent_get_first_property(&definition, ICAL_TZID_PROPERTY);
         const char* const name = id ? icalproperty_get_tzid(id) : nullptr;
-        auto zone = name ? fileZone(definition) : std::nullopt;
+        auto zone = name ? fileZone(definition, budget) : std::nullopt;
         if (zone)
             m_defined.insert(name, std::make_shared<const OffsetAt>(std::move(*zone)));
         return m_defined.size() < mostZones;

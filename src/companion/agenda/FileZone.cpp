@@ -71,9 +71,8 @@ void addChanges(std::vector<Change>& changes, icalcomponent& part, RuleBudget& b
 
 } // namespace
 
-std::optional<OffsetAt> fileZone(icalcomponent& zone) {
+std::optional<OffsetAt> fileZone(icalcomponent& zone, RuleBudget& budget) {
     std::vector<Change> changes;
-    RuleBudget budget{.dates = 20'000, .eventDates = 2'000, .deadRules = 2};
     int parts = 0;
     forEachChild(zone, [&](icalcomponent& part) {
         addChanges(changes, part, budget);

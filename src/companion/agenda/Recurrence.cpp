@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <ctime>
 #include <span>
+#include <type_traits>
 #include <utility>
 
 namespace lumora::companion {
@@ -35,6 +37,34 @@ qint64 lastLocal(const icaltimetype& until, const CalendarTime& start, const Off
 void forgetTimesOfDay(icalrecurrencetype& rule) {
     rule.by_hour[0] = rule.by_minute[0] = rule.by_second[0] = ICAL_RECURRENCE_ARRAY_MAX;
 }
+
+/// Takes the time that it exists for off a budget.
+class Spending {
+public:
+    explicit Spending(RuleBudget& budget)
+        : m_budget(budget)
+        , m_left(budget.time)
+        , m_begin(processorTime()) {}
+
+    ~Spending() { m_budget.time = m_left - (processorTime() - m_begin); }
+
+    Spending(const Spending&) = delete;
+    Spending& operator=(const Spending&) = delete;
+
+    bool isOver() const { return processorTime() - m_begin >= m_left; }
+
+private:
+    // Of this thread alone: a busy computer takes no dates away.
+    static std::chrono::nanoseconds processorTime() {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    }
+
+    RuleBudget& m_budget;
+    const std::chrono::nanoseconds m_left;
+    const std::chrono::nanoseconds m_begin;
+};
 
 // Whether a month that the rule names has a day that it names. Where none has, the library takes a
 // while to find out.
@@ -87,14 +117,25 @@ bool isOnListedDay(const icalrecurrencetype& rule, qint64 local) {
     });
 }
 
-// The last of the library's beginnings that is not after `from`; `begin` where there is none.
-qint64 beginningBefore(const icalrecurrencetype& rule, qint64 begin, qint64 from) {
-    if (from <= begin)
-        return begin;
-    if (rule.freq != ICAL_WEEKLY_RECURRENCE)
-        return from;
-    const qint64 step = qint64{rule.interval} * 7 * secondsOfDay;
-    return begin + (from - begin) / step * step;
+using MonthDays = std::array<short, std::extent_v<decltype(icalrecurrencetype::by_month_day)>>;
+
+// Days of a month that are counted from its end and filter the days of a daily rule, which the
+// library cannot do. Taken out of the rule; empty (only ends): it has none.
+MonthDays takeDaysFromTheEnd(icalrecurrencetype& rule) {
+    MonthDays taken;
+    taken.fill(ICAL_RECURRENCE_ARRAY_MAX);
+    const bool hasSome = std::ranges::any_of(rule.by_month_day, [](short day) { return day < 0; });
+    if (rule.freq != ICAL_DAILY_RECURRENCE || !hasSome)
+        return taken;
+    std::ranges::swap_ranges(rule.by_month_day, taken);
+    return taken;
+}
+
+bool isOnDayOfMonth(const MonthDays& days, const icaltimetype& time) {
+    if (days[0] == ICAL_RECURRENCE_ARRAY_MAX)
+        return true;
+    const int fromEnd = time.day - icaltime_days_in_month(time.month, time.year) - 1;
+    return std::ranges::any_of(days, [&](short day) { return day == time.day || day == fromEnd; });
 }
 
 } // namespace
@@ -107,12 +148,14 @@ std::vector<qint64> ruleStarts(
     // Finer ones are never meant, and some of them would keep the library busy for ever.
     if (parts.freq < ICAL_DAILY_RECURRENCE || parts.freq > ICAL_YEARLY_RECURRENCE)
         return {};
-    if (budget.deadRules <= 0 || budget.dates <= 0)
+    const Spending spending(budget);
+    if (spending.isOver() || budget.dates <= 0)
         return {};
     if (!hasSomeDay(parts))
         return {};
     if (start.isDate)
         forgetTimesOfDay(parts);
+    const MonthDays monthDays = takeDaysFromTheEnd(parts);
 
     qint64 last = span.to - 1;
     if (!icaltime_is_null_time(parts.until))
@@ -125,20 +168,21 @@ std::vector<qint64> ruleStarts(
     const qint64 begin =
         parts.freq == ICAL_WEEKLY_RECURRENCE ? firstOfWeek(parts, start.local) : start.local;
     const IcalIterator iterator(icalrecur_iterator_new(parts, icalTime(begin, start.isDate)));
-    if (!iterator) {
-        --budget.deadRules;
-        return {};
-    }
-    if (const qint64 later = beginningBefore(parts, begin, span.from); count == 0 && later > begin)
-        icalrecur_iterator_set_start(iterator.get(), icalTime(later, start.isDate));
+    if (!iterator)
+        return {}; // it never comes to a date
+    if (count == 0 && span.from > begin)
+        icalrecur_iterator_set_start(iterator.get(), icalTime(span.from, start.isDate));
 
     std::vector<qint64> starts;
     int counted = 0;
-    for (int left = budget.eventDates; left > 0 && budget.dates > 0; --left, --budget.dates) {
-        const auto local = writtenSeconds(icalrecur_iterator_next(iterator.get()));
+    for (int left = budget.eventDates; left > 0 && budget.dates > 0 && !spending.isOver();
+         --left, --budget.dates) {
+        const icaltimetype next = icalrecur_iterator_next(iterator.get());
+        const auto local = writtenSeconds(next);
         if (!local)
             break; // the rule is at its end
-        if (*local < start.local || !isOnListedDay(parts, *local))
+        if (*local < start.local || !isOnListedDay(parts, *local) ||
+            !isOnDayOfMonth(monthDays, next))
             continue;
         if (*local >= span.from && *local < span.to)
             starts.push_back(*local);

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 
+#include <chrono>
 #include <vector>
 
 namespace lumora::companion {
@@ -13,7 +14,9 @@ namespace lumora::companion {
 struct RuleBudget {
     int dates = 1'000'000;   ///< that are looked at
     int eventDates = 20'000; ///< of one event that are looked at and shown
-    int deadRules = 3;      ///< that never come to a date, which takes up to half a second to find out
+    /// That the library may take, of the processor's time: a rule that never comes to a date keeps
+    /// it busy for up to a second.
+    std::chrono::nanoseconds time = std::chrono::seconds(2);
 };
 
 /// Part of the line of time, in seconds: from `from` on and before `to`.

@@ -20,15 +20,16 @@ void CalendarSource::confirm() {
 }
 
 void CalendarSource::complain(const QString& error) {
-    m_error = error;
-    Q_EMIT changed();
+    if (m_error != error) {
+        m_error = error;
+        Q_EMIT changed();
+    }
 }
 
 void CalendarSource::fail(const QString& error) {
-    m_error = error;
     if (!m_failingSince)
         m_failingSince = now();
-    Q_EMIT changed();
+    complain(error);
 }
 
 } // namespace lumora::companion

@@ -16,7 +16,7 @@ namespace lumora::companion {
 namespace {
 
 constexpr QByteArrayView firstLine = "lumora-service calendar 1";
-constexpr qint64 largestKept = longestCalendarText + 64 * 1024;
+constexpr qint64 largestKept = longestCalendarText + qint64{64} * 1024;
 const QString ending = u".calendar"_s;
 
 // The next line of `text`, which it is taken off; absent when there is none.

@@ -26,15 +26,13 @@ struct Transfer {
     std::unique_ptr<CURL, EasyDeleter> easy{curl_easy_init()};
     std::unique_ptr<curl_slist, LinesDeleter> head{};
     WebAnswer answer{};
-    bool isTooLarge = false;
 };
 
 size_t takeBody(const char* data, size_t, size_t count, void* taker) {
     auto& transfer = *static_cast<Transfer*>(taker);
     const auto size = static_cast<qsizetype>(count);
-    transfer.isTooLarge = transfer.answer.body.size() + size > transfer.request.largest;
-    if (transfer.isTooLarge)
-        return 0;
+    if (transfer.answer.body.size() + size > transfer.request.largest)
+        return 0; // which ends it
     transfer.answer.body.append(data, size);
     return count;
 }
@@ -109,6 +107,8 @@ QString inWords(CURLcode result) {
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_CONNECT_ERROR:
         return u"The server could not prove who it is"_s;
+    case CURLE_WRITE_ERROR:
+        return u"The answer is too large"_s;
     case CURLE_TOO_MANY_REDIRECTS:
     case CURLE_UNSUPPORTED_PROTOCOL:
         return u"The server sends on to where nobody may go"_s;
@@ -134,8 +134,6 @@ WebOutcome perform(const WebRequest& request, const std::atomic<bool>& isEnding)
     setWay(transfer, *url);
     setAnswer(transfer);
     const CURLcode result = curl_easy_perform(transfer.easy.get());
-    if (transfer.isTooLarge)
-        return tl::unexpected(u"The answer is too large"_s);
     if (result != CURLE_OK)
         return tl::unexpected(inWords(result));
     long status = 0;

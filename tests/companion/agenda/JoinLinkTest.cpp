@@ -168,8 +168,8 @@ TEST(JoinLink, OfAnEventComesFromItsProperties) {
 TEST(JoinLink, OfConferencesIsThatWithAPicture) {
     EXPECT_EQ(
         linkOfEvent("CONFERENCE;VALUE=URI;FEATURE=PHONE:tel:+49301234\r\n"
-                    "CONFERENCE;VALUE=URI;FEATURE=AUDIO:https://example.org/audio\r\n"
-                    "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO:https://example.org/video\r\n"),
+                    "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO:https://example.org/video\r\n"
+                    "CONFERENCE;VALUE=URI;FEATURE=AUDIO:https://example.org/audio\r\n"),
         "https://example.org/video");
     EXPECT_EQ(
         linkOfEvent("CONFERENCE;VALUE=URI;FEATURE=AUDIO;LABEL=Dial:https://example.org/audio\r\n"),

@@ -105,7 +105,7 @@ class Series:
         if kind < 0.3:
             return ["BYMONTH=" + self.some(list(range(1, 13)))]
         if kind < 0.4:
-            return ["BYMONTHDAY=" + self.some(list(range(1, 32)))]
+            return ["BYMONTHDAY=" + self.some(list(range(1, 32)) + [-1, -2])]
         if kind < 0.5 and not self.is_date:
             return ["BYHOUR=" + self.some(list(range(24)), 2)]
         return []
