@@ -6,9 +6,6 @@ namespace lumora::companion {
 
 namespace {
 
-/// How soon after another a click is the same one, sent again.
-constexpr std::chrono::seconds repeatTime{2};
-
 using DayCounts = QHash<QDate, qint64>;
 
 qint64 countOn(const DayCounts& counts, QDate day) {

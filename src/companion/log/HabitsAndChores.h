@@ -6,6 +6,9 @@
 
 namespace lumora::companion {
 
+/// How soon after another a click is the same one, sent again because its answer got lost.
+inline constexpr std::chrono::seconds repeatTime{2};
+
 /// The habits as they stand on `day`. A streak counts the days in a row on which a habit was done
 /// up to that day, or up to the day before while there is still time.
 [[nodiscard]] HabitsPart
@@ -22,11 +25,11 @@ struct LogMoment {
 };
 
 /// What is written when a habit is toggled on `day`: once more, or, where it is done, none at all.
-/// Absent within two seconds of the last time: that was the same click, whose answer got lost.
+/// Absent for a repeated click.
 [[nodiscard]] std::optional<LogEntry>
 toggleEntry(const HabitSettings& habit, QDate day, const LogTotals& totals, LogMoment at);
 
-/// What is written when a chore is done. Absent for a repeated click, as above.
+/// What is written when a chore is done. Absent for a repeated click.
 [[nodiscard]] std::optional<LogEntry>
 doneEntry(const ChoreSettings& chore, const LogTotals& totals, LogMoment at);
 

@@ -53,9 +53,13 @@ void tellCommand(
         return answer(errorAnswer(noSuchThing, u"There is no \"%1\""_s.arg(id)));
     if (act.isEmpty())
         return answer(errorAnswer(notNow, u"The command behind this list takes no clicks"_s));
+    if (sources.repeatsClick(act.first() + u' ' + id))
+        return answer(okAnswer());
     sources.commands().run(
         {act + QStringList(id), {}, longestAct},
         [&sources, &list, answer = std::move(answer)](const CommandOutcome& outcome) {
+            if (!outcome)
+                sources.forgetClick();
             if (!outcome)
                 return answer(errorAnswer(notNow, outcome.error()));
             list.refresh(sources.now(), [answer] { answer(okAnswer()); });

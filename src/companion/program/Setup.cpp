@@ -1,5 +1,6 @@
 #include "companion/program/Setup.h"
 
+#include "companion/fetching/Web.h"
 #include "linux/files/WholeFile.h"
 
 #include <QDir>
@@ -23,8 +24,7 @@ bool isAddress(const QString& place) {
 
 Calendar calendarAtAddress(const QString& place) {
     const QUrl url(place, QUrl::StrictMode);
-    const QStringList schemes{u"https"_s, u"webcal"_s, u"http"_s};
-    if (!url.isValid() || url.host().isEmpty() || !schemes.contains(url.scheme()))
+    if (!fetchableUrl(url))
         return tl::unexpected(u"that is no https:// or webcal:// address"_s);
     return CalendarSettings{u"Calendar"_s, IcsAddress{url}, false};
 }

@@ -140,6 +140,11 @@ bool Sources::isAsking() const {
            isUnderWay(m_focus) || isUnderWay(m_spending);
 }
 
+bool Sources::repeatsClick(const QString& id) {
+    const auto last = std::exchange(m_lastClick, std::pair(id, now()));
+    return last && last->first == id && std::chrono::abs(now() - last->second) < repeatTime;
+}
+
 std::vector<NamedState> Sources::states() const {
     std::vector<NamedState> states;
     addState(states, u"Habits"_s, m_habits);

@@ -65,6 +65,13 @@ public:
 
     [[nodiscard]] Commands& commands() { return m_commands; }
 
+    /// Whether a command was told of the same click less than two seconds ago: the same one, whose
+    /// answer got lost. If not, this is the last one from now on.
+    [[nodiscard]] bool repeatsClick(const QString& id);
+
+    /// The last click came to nothing, and may be repeated at once.
+    void forgetClick() { m_lastClick.reset(); }
+
     /// Those that a command or a server is asked for; null: the configuration has none.
     [[nodiscard]] KeptPart<HabitsPart>* askedHabits() { return m_habits.get(); }
 
@@ -103,6 +110,7 @@ private:
     std::unique_ptr<KeptPart<FocusPart>> m_focus;
     std::unique_ptr<KeptPart<SpendingPart>> m_spending;
     std::unique_ptr<FileWatch> m_journal;
+    std::optional<std::pair<QString, std::chrono::sys_seconds>> m_lastClick; ///< told to a command
     QDate m_lastDay; ///< on which something was due the last time
 };
 

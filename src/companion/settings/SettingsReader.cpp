@@ -1,5 +1,6 @@
 #include "companion/settings/SettingsReader.h"
 
+#include "companion/fetching/Web.h"
 #include "companion/settings/SettingsTable.h"
 
 #include <QDir>
@@ -60,8 +61,7 @@ std::optional<CalendarPlace> readPlace(SettingsTable& table, Reading& reading) {
     if (table.has("url")) {
         const auto text = table.text("url");
         const QUrl url(text.value_or(QString()), QUrl::StrictMode);
-        const QStringList schemes{u"https"_s, u"http"_s, u"webcal"_s};
-        if (text && url.isValid() && schemes.contains(url.scheme()) && !url.host().isEmpty())
+        if (text && fetchableUrl(url))
             return IcsAddress{url};
         if (text)
             table.complain("url", u"must be an address that begins with https:// or webcal://"_s);

@@ -133,7 +133,7 @@ TEST(ServiceProgram, TakesItsPartsFromCommands) {
     home.configure(R"(
 [habits]
 command = ["cat", "habits.json"]
-act = ["sh", "-c", "sed -i s/false/true/ habits.json; echo \"$0\" >acted"]
+act = ["sh", "-c", "sed -i s/false/true/ habits.json; echo \"$0\" >>acted"]
 [chores]
 command = ["printf", "%s", '{"count":1,"top":[{"id":"c","name":"C","room":""}]}']
 [focus]

@@ -214,6 +214,8 @@ TEST(SettingsReader, RefusesValuesOfTheWrongKind) {
          u"my_addresses: must be a list of texts, such as [\"a\", \"b\"]"_s},
         {"habit = 3", u"habit: must be tables, each written [[habit]]"_s},
         {"capture = 3", u"capture: must be a table, written [capture]"_s},
+        {"[[calendar]]\nname = \"a\"\nurl = \"http://example.org/a.ics\"",
+         u"[[calendar]] url: must be an address that begins with https:// or webcal://"_s},
         {"[[calendar]]\ngnome = false", u"[[calendar]] gnome: must be true, or not be there"_s},
         {"[[calendar]]\ngnome = 1", u"[[calendar]] gnome: must be true or false"_s},
         {"[habits]\ncommand = []",
