@@ -87,10 +87,15 @@ private:
     int m_depth = 0;
 };
 
+// However it goes on: some programs misspell it.
+bool endsCalendar(QByteArrayView line) {
+    return beginsWith(line, "END:VCALENDAR");
+}
+
 // Between components, or where one should have ended.
 bool isBoundary(QByteArrayView line) {
-    return isLine(line, "BEGIN:VCALENDAR") || isLine(line, "END:VCALENDAR") ||
-           isLine(line, "BEGIN:VEVENT") || isLine(line, "BEGIN:VTIMEZONE");
+    return isLine(line, "BEGIN:VCALENDAR") || endsCalendar(line) || isLine(line, "BEGIN:VEVENT") ||
+           isLine(line, "BEGIN:VTIMEZONE");
 }
 
 } // namespace
@@ -109,7 +114,7 @@ bool ComponentReader::forEach(
             complete = builder.close();
             isCalendar = isCalendar || isLine(line, "BEGIN:VCALENDAR");
             openCalendars += isLine(line, "BEGIN:VCALENDAR") ? 1 : 0;
-            openCalendars -= isLine(line, "END:VCALENDAR") ? 1 : 0;
+            openCalendars -= endsCalendar(line) ? 1 : 0;
         }
         if (complete)
             goesOn = visit(*complete);
@@ -119,8 +124,10 @@ bool ComponentReader::forEach(
             complete.reset();
         if (builder.isTooDeep())
             return false;
-        if (complete)
+        if (complete) {
+            isCalendar = true; // even if nothing says so
             goesOn = visit(*complete);
+        }
     }
     return isCalendar && (!goesOn || (openCalendars <= 0 && !builder.isOpen()));
 }

@@ -65,6 +65,12 @@ TEST(CalendarText, MayLackTheEndsOfEvents) {
     EXPECT_EQ(events->size(), 2U);
 }
 
+TEST(CalendarText, MayBeMisspeltOrMissAround) {
+    EXPECT_TRUE(read(calendarOf("DTSTART:20250304T090000Z\r\n").chopped(2) + "D\r\n"));
+    EXPECT_TRUE(read("BEGIN:VEVENT\r\nDTSTART:20250304T090000Z\r\nEND:VEVENT\r\n"));
+    EXPECT_FALSE(read("BEGIN:VEVENT\r\nDTSTART:20250304T090000Z\r\n"));
+}
+
 TEST(CalendarText, IsUnfolded) {
     const Agenda agenda =
         readAgenda(calendarOf("DTSTART:20250304\r\n T090000Z\r\nSUMM\r\n\tARY:On\r\n e\r\n"));
