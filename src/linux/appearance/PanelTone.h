@@ -16,7 +16,7 @@ struct PanelEvidence {
     QString wish = {};                     ///< the user's: "dark" or "light"; anything else: none
     QString desktop = {};                  ///< as in XDG_CURRENT_DESKTOP, e.g. "ubuntu:GNOME"
     std::optional<bool> themeIsDark = {};  ///< the panel's own theme; absent: it says nothing
-    std::optional<Preference> portal = {}; ///< the desktop's stated preference; absent: none
+    std::optional<Preference> portal = {}; ///< the desktop's, for windows; absent: none
     std::optional<bool> xfcePanelIsDark = {}; ///< Xfce's setting; absent: not known
     bool paletteIsDark = false;               ///< the program's own windows
 

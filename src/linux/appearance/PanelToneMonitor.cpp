@@ -35,7 +35,7 @@ QString wishIn(const Preferences& preferences) {
 } // namespace
 
 PanelToneMonitor::PanelToneMonitor(
-    const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& portal,
+    const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& windows,
     const Preferences& preferences, XdgFolders folders)
     : m_bus(bus)
     , m_theme(desktop, std::move(folders))
@@ -43,7 +43,7 @@ PanelToneMonitor::PanelToneMonitor(
           .wish = wishIn(preferences),
           .desktop = desktop,
           .themeIsDark = m_theme.isDark(paletteIsDark()),
-          .portal = portal.colorScheme(),
+          .portal = windows.colorScheme(),
           .xfcePanelIsDark = {},
           .paletteIsDark = paletteIsDark()} {
     qApp->installEventFilter(this);
@@ -51,8 +51,8 @@ PanelToneMonitor::PanelToneMonitor(
         apply([&](PanelEvidence& evidence) { evidence.wish = wishIn(preferences); });
     });
     connect(&m_theme, &BarTheme::changed, this, &PanelToneMonitor::readTheme);
-    connect(&portal, &DesktopAppearance::changed, this, [this, &portal] {
-        apply([&](PanelEvidence& evidence) { evidence.portal = portal.colorScheme(); });
+    connect(&windows, &DesktopAppearance::changed, this, [this, &windows] {
+        apply([&](PanelEvidence& evidence) { evidence.portal = windows.colorScheme(); });
     });
     if (m_bus.isConnected() && namesDesktop(desktop, "XFCE"_L1))
         watchXfce();

@@ -19,10 +19,10 @@ class PanelToneMonitor final : public BarAppearance {
     Q_OBJECT
 
 public:
-    /// `desktop` is the session's XDG_CURRENT_DESKTOP. `portal` says which colours the user has
-    /// chosen for windows, `preferences` what they say of the bar; both outlive the monitor.
+    /// `desktop` is the session's XDG_CURRENT_DESKTOP. `windows` says which colours the user has
+    /// chosen for them, `preferences` what they say of the bar; both outlive the monitor.
     PanelToneMonitor(
-        const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& portal,
+        const QDBusConnection& bus, const QString& desktop, const DesktopAppearance& windows,
         const Preferences& preferences, XdgFolders folders = XdgFolders::ofSession());
 
     SymbolTone tone() const override { return toneFor(m_evidence); }

@@ -42,17 +42,17 @@ public:
 void makeAppearances(PlatformFamily& family) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
-    auto portal = std::make_unique<PortalAppearance>(bus);
-    // The family lets go of the status item, and with it of the bar, before the appearance.
-    auto bar = std::make_unique<PanelToneMonitor>(bus, desktop, *portal, *family.preferences);
-
     // The portal states what the user has chosen; the window system's settings only hint at dark
     // colours, but know the font.
     std::vector<std::unique_ptr<DesktopAppearance>> sources;
-    sources.push_back(std::move(portal));
+    sources.push_back(std::make_unique<PortalAppearance>(bus));
     if (auto windowSystem = makeWindowSystemAppearance())
         sources.push_back(std::move(windowSystem));
     family.appearance = std::make_unique<JoinedAppearance>(std::move(sources));
+    // The family lets go of the status item, and with it of the bar, before the appearance. Bars of
+    // desktops without a portal go by the window system's theme as well.
+    auto bar =
+        std::make_unique<PanelToneMonitor>(bus, desktop, *family.appearance, *family.preferences);
     family.statusItem = std::make_unique<LinuxStatusItem>(
         bus, *family.preferences, std::move(bar), LinuxStatusItem::Options{.desktop = desktop});
 }
