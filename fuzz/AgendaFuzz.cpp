@@ -23,13 +23,13 @@ using namespace lumora::companion;
 // Two days in Berlin, between which clocks are put forward.
 constexpr TimeSpan days{.from = 1'743'202'800, .to = 1'743'372'000};
 
-const ReaderSettings& reader() {
+const ReaderSettings& fuzzedReader() {
     static const ReaderSettings settings{
         .myAddresses = {u"me@example.org"_s}, .meetingHosts = {u"talk.example.org"_s}};
     return settings;
 }
 
-void expectLink(const QUrl& url) {
+void expectJoinLink(const QUrl& url) {
     expect(url.isValid() && !url.host().isEmpty(), "a link to some host");
     expect(url.userInfo().isEmpty(), "a link that does not pretend");
     const bool isConfigured =
@@ -53,14 +53,14 @@ void expectAgendaEvent(const AgendaEvent& event) {
     if (event.allDay)
         expect(end - start >= qint64{22} * 3'600, "days that last");
     if (event.meetingUrl)
-        expectLink(*event.meetingUrl);
+        expectJoinLink(*event.meetingUrl);
 }
 
 } // namespace
 
 void agenda(QByteArrayView input) {
     static const OffsetAt berlin = offsetsOf(QTimeZone("Europe/Berlin"));
-    const auto events = readCalendar(input.toByteArray(), reader());
+    const auto events = readCalendar(input.toByteArray(), fuzzedReader());
     if (!events)
         return;
     const auto occurrences = occurrencesIn(*events, days, berlin);
