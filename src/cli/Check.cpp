@@ -24,7 +24,7 @@ namespace {
 
 using Bytes = tl::expected<QByteArray, QString>;
 
-constexpr qint64 largestBriefing = 16 * 1024 * 1024;
+constexpr qint64 largestBriefing = 16'777'216;
 constexpr std::chrono::seconds patienceWithService{30};
 
 bool isAddress(const QString& source) {
@@ -72,7 +72,7 @@ Bytes readFrom(const QString& path) {
     QFile file(path);
     if (!file.open(QFile::ReadOnly))
         return tl::unexpected(file.errorString());
-    const QByteArray bytes = file.read(largestBriefing + 1);
+    QByteArray bytes = file.read(largestBriefing + 1);
     if (bytes.size() > largestBriefing)
         return tl::unexpected(u"The file is larger than is taken"_s);
     return bytes;

@@ -90,7 +90,7 @@ void read(const QJsonObject& object, Chore& chore) {
 template <typename Item>
 std::vector<Item> readAll(const QJsonValue& values) {
     std::vector<Item> items;
-    for (const QJsonValue& value : values.toArray())
+    for (const QJsonValue value : values.toArray())
         read(value.toObject(), items.emplace_back());
     return items;
 }

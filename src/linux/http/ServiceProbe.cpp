@@ -80,8 +80,8 @@ Stage stageOf(CURLcode result, CURL* transfer, bool overTls) {
     }
 }
 
-constexpr qsizetype largestBody = 16 * 1024 * 1024;
-constexpr qsizetype largestHead = 256 * 1024;
+constexpr qsizetype largestBody = 16'777'216;
+constexpr qsizetype largestHead = 262'144;
 
 /// What comes, up to a bound.
 struct Received {
