@@ -30,15 +30,12 @@ namespace lumora::tests {
 /// The program over fakes, on the session bus that this test program has to itself.
 class LumobarAppFixture : public testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        bus = std::make_unique<PrivateBus>();
-        environment = std::make_unique<ScopedEnvironment>(
-            "DBUS_SESSION_BUS_ADDRESS", bus->address().toUtf8());
-    }
-
-    static void TearDownTestSuite() {
-        environment.reset();
-        bus.reset();
+    /// One for all, since the process stays on the session bus that it has once joined.
+    static PrivateBus& bus() {
+        static PrivateBus instance;
+        static const ScopedEnvironment environment(
+            "DBUS_SESSION_BUS_ADDRESS", instance.address().toUtf8());
+        return instance;
     }
 
     void SetUp() override {
@@ -93,9 +90,7 @@ protected:
             QDBusMessage::createMethodCall(commandService, commandPath, commandInterface, method));
     }
 
-    static inline std::unique_ptr<PrivateBus> bus;
-    static inline std::unique_ptr<ScopedEnvironment> environment;
-    QDBusConnection client = bus->connect();
+    QDBusConnection client = bus().connect();
     FakeClock* clock = nullptr;
     FakeHttpTransport* transport = nullptr;
     FakeStatusItem* item = nullptr;
