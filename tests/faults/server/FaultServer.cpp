@@ -65,17 +65,11 @@ void openTunnel(QTcpSocket& connection) {
     static_cast<QSslSocket&>(connection).startServerEncryption();
 }
 
-quint16 closedPort() {
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
-}
-
 } // namespace
 
 FaultServer::FaultServer(const Fault& fault) {
     if (fault.door == Door::Closed) {
-        m_closedPort = closedPort();
+        m_closed.bind(QHostAddress::LocalHost);
         return;
     }
     const Fault well = isWell();
@@ -92,7 +86,7 @@ FaultServer::FaultServer(const Fault& fault) {
 }
 
 quint16 FaultServer::port() const {
-    return m_server ? m_server->port() : m_closedPort;
+    return m_server ? m_server->port() : m_closed.localPort();
 }
 
 int FaultServer::connectionCount() const {

@@ -4,6 +4,7 @@
 #include "support/ScriptedServer.h"
 
 #include <QTcpServer>
+#include <QTcpSocket>
 
 #include <memory>
 
@@ -32,7 +33,7 @@ private:
     std::unique_ptr<QTcpServer> makeListener(const Fault& fault);
 
     QString m_authorityFile;
-    quint16 m_closedPort = 0; ///< in place of a server that nobody would reach
+    QTcpSocket m_closed; ///< keeps a port from others, without listening there
     bool m_isWell = false;
     QTcpServer* m_listener = nullptr;
     std::unique_ptr<ScriptedServer> m_server;
