@@ -57,7 +57,8 @@ class CommandLineContractWithABriefing : public ConfiguredProgram {};
 
 TEST_F(CommandLineContract, TellsItsVersion) {
     const auto outcome = lumora.run({u"--version"_s});
-    static const QRegularExpression line(u"^lumora \\d+\\.\\d+\\.\\d+( \\([0-9a-f]{7,40}\\))?\\n$"_s);
+    static const QRegularExpression line(
+        u"^lumora \\d+\\.\\d+\\.\\d+( \\([0-9a-f]{7,40}\\))?\\n$"_s);
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_TRUE(line.match(QString::fromUtf8(outcome.out)).hasMatch());
     EXPECT_EQ(outcome.err, "");

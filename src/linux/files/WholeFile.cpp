@@ -84,8 +84,7 @@ tl::expected<QByteArray, ReadFailure> readFile(const QString& path, qint64 large
     return bytes;
 }
 
-tl::expected<void, QString>
-replaceFile(
+tl::expected<void, QString> replaceFile(
     const QString& path, const QByteArray& bytes, QFile::Permissions permissions, qint64 largest) {
     if (bytes.size() > largest)
         return failure(path, systemMessage(EFBIG)); // nobody could read it again

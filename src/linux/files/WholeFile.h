@@ -8,8 +8,8 @@
 
 namespace lumora {
 
-/// The largest file that is read or written as a whole, in bytes, unless more is asked for. Those that
-/// people and programs keep their settings in are a thousand times smaller.
+/// The largest file that is read or written as a whole, in bytes, unless more is asked for. Those
+/// that people and programs keep their settings in are a thousand times smaller.
 inline constexpr qint64 largestWholeFile = 1'048'576;
 
 /// Why a file was not read.
@@ -32,8 +32,7 @@ readFile(const QString& path, qint64 largest = largestWholeFile);
 /// included. Whatever happens meanwhile, a full disk, a crash or a power cut, what stands there is
 /// the old or the new, whole. The folder must exist. The error is the place and the system's own
 /// message; everything is as it was then.
-[[nodiscard]] tl::expected<void, QString>
-replaceFile(
+[[nodiscard]] tl::expected<void, QString> replaceFile(
     const QString& path, const QByteArray& bytes, QFile::Permissions permissions,
     qint64 largest = largestWholeFile);
 

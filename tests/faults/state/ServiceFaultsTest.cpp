@@ -5,8 +5,8 @@
 #include "faults/FaultService.h"
 #include "faults/FaultTable.h"
 #include "faults/state/FetchingClient.h"
-#include "support/Heartbeat.h"
 #include "linux/session/SpareMemory.h"
+#include "support/Heartbeat.h"
 #include "support/PrivateMemory.h"
 #include "support/ScopedEnvironment.h"
 
