@@ -48,10 +48,10 @@ constexpr qsizetype largeAnswer = qsizetype{256} * 1024;
 /// What `read` makes of an answer of `size` bytes, without holding up the event loop.
 template <typename Result>
 QCoro::Task<Result>
-readAnswer(Background& background, qsizetype size, std::function<Result()> read) {
+readAnswer(Background* background, qsizetype size, std::function<Result()> read) {
     if (size < largeAnswer)
         co_return read();
-    co_return co_await background.run(std::move(read));
+    co_return co_await background->run(std::move(read));
 }
 
 } // namespace
@@ -64,7 +64,7 @@ LumoService::LumoService(
     , m_background(background) {}
 
 QCoro::Task<tl::expected<Briefing, LumoError>> LumoService::fetchBriefing(QString endpoint) {
-    Background& background = m_background; // this object may be gone after the next line
+    Background* const background = &m_background; // this object may be gone after the next line
     const Bytes bytes = co_await send(std::move(endpoint), "GET", std::nullopt, maximumTries);
     if (!bytes)
         co_return tl::unexpected(bytes.error());
@@ -77,7 +77,7 @@ QCoro::Task<tl::expected<Briefing, LumoError>> LumoService::fetchBriefing(QStrin
 
 QCoro::Task<tl::expected<ActionResult, LumoError>>
 LumoService::perform(LumoAction action, QString endpoint) {
-    Background& background = m_background; // as above
+    Background* const background = &m_background; // as above
     const Bytes reply =
         co_await send(actionEndpoint(endpoint), "POST", toJson(action), maximumTries);
     if (!reply)
@@ -113,7 +113,7 @@ LumoService::sendOnce(QString endpoint, QByteArray method, std::optional<QByteAr
     if (const auto allowed = checkTokenMayGoTo(*url); !allowed)
         co_return tl::unexpected(allowed.error());
 
-    Background& background = m_background; // as above
+    Background* const background = &m_background; // as above
     const HttpOutcome outcome =
         co_await m_transport.exchange(authenticatedRequest(*url, *token, method, std::move(body)));
     const std::function classify = [outcome] { return classifyOutcome(outcome); };
