@@ -26,7 +26,7 @@ std::optional<QString> thoughtLine(const QString& text) {
 }
 
 QByteArray capturedLine(const QString& thought, CaptureFormat format, QDate day) {
-    const QByteArray text = thought.toUtf8() + '\n';
+    QByteArray text = thought.toUtf8() + '\n';
     switch (format) {
     case CaptureFormat::Markdown:
         return "- [ ] " + text;

@@ -37,7 +37,7 @@ AskForPart<FocusPart> activityFocus(
     ActivitySettings settings, Web& web,
     std::function<std::chrono::sys_seconds(std::chrono::sys_seconds now)> dayStart) {
     return [settings = std::move(settings), &web,
-            dayStart = std::move(dayStart)](std::chrono::sys_seconds now, Done done) {
+            dayStart = std::move(dayStart)](std::chrono::sys_seconds now, const Done& done) {
         WebRequest rules;
         rules.url = below(settings.url, u"/api/0/settings/classes"_s);
         rules.longest = longestAnswer;

@@ -17,7 +17,7 @@ namespace {
 
 QStringList pathFrom(const QJsonValue& value) {
     QStringList path;
-    for (const QJsonValue& part : value.toArray())
+    for (const QJsonValue part : value.toArray())
         path += part.toString();
     return path;
 }
@@ -78,7 +78,7 @@ tl::expected<std::vector<ActivityCategory>, QString> categoriesIn(QByteArrayView
     if (!document.isArray())
         return tl::unexpected(u"ActivityWatch has no categories"_s);
     std::vector<ActivityCategory> categories;
-    for (const QJsonValue& value : document.array()) {
+    for (const QJsonValue value : document.array()) {
         ActivityCategory category;
         category.path = pathFrom(value[u"name"_s]);
         const QJsonValue rule = value[u"rule"_s];
@@ -114,7 +114,7 @@ tl::expected<std::vector<ActivityTime>, QString> timesIn(QByteArrayView json) {
     if (!document.isArray() || !document[0].isArray())
         return tl::unexpected(u"ActivityWatch answered something else than times"_s);
     std::vector<ActivityTime> times;
-    for (const QJsonValue& event : document[0].toArray()) {
+    for (const QJsonValue event : document[0].toArray()) {
         const double seconds = event[u"duration"_s].toDouble(-1);
         if (!std::isfinite(seconds) || seconds < 0)
             return tl::unexpected(u"ActivityWatch answered something else than times"_s);

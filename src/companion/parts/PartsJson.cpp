@@ -4,6 +4,8 @@
 
 #include <QJsonArray>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora::companion {
@@ -97,14 +99,16 @@ tl::expected<HabitsPart, QString> readHabits(QByteArrayView json) {
     return readPart<HabitsPart>(json, [](JsonMembers members, HabitsPart& part) {
         part.done = members.integer("done");
         part.total = members.integer("total");
-        members.each("items", [&](JsonMembers item) { part.items.push_back(habitFrom(item)); });
+        members.each(
+            "items", [&](JsonMembers item) { part.items.push_back(habitFrom(std::move(item))); });
     });
 }
 
 tl::expected<ChoresPart, QString> readChores(QByteArrayView json) {
     return readPart<ChoresPart>(json, [](JsonMembers members, ChoresPart& part) {
         part.count = members.integer("count");
-        members.each("top", [&](JsonMembers item) { part.top.push_back(choreFrom(item)); });
+        members.each(
+            "top", [&](JsonMembers item) { part.top.push_back(choreFrom(std::move(item))); });
     });
 }
 
@@ -119,7 +123,8 @@ tl::expected<SpendingPart, QString> readSpending(QByteArrayView json) {
         part.mtd = members.number("mtd");
         part.sameDayLastMonth = members.number("sameDayLastMonth");
         part.deltaFraction = members.optionalNumber("deltaFraction");
-        members.each("top", [&](JsonMembers item) { part.top.push_back(bucketFrom(item)); });
+        members.each(
+            "top", [&](JsonMembers item) { part.top.push_back(bucketFrom(std::move(item))); });
         part.asOf = members.text("asOf");
         part.generatedAt = members.number("generatedAt");
         part.stale = members.flag("stale");

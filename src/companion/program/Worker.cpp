@@ -85,7 +85,7 @@ Worker::~Worker() {
 void Worker::withBriefing(std::function<void(std::shared_ptr<const QByteArray>)> then) {
     const Made ready = made();
     const auto age = systemNow() - ready.at;
-    if (ready.briefing && age >= age.zero() && age < longestAge)
+    if (ready.briefing && age >= std::chrono::seconds::zero() && age < longestAge)
         return then(ready.briefing);
     QMetaObject::invokeMethod(m_inside, [this, then = std::move(then)] {
         m_inside->refresh();

@@ -11,8 +11,8 @@
 namespace lumora::companion {
 
 /// The largest head and body of a request that are taken, in bytes.
-inline constexpr qsizetype largestHead = 16 * 1024;
-inline constexpr qsizetype largestBody = 64 * 1024;
+inline constexpr qsizetype largestHead = qsizetype{16} * 1024;
+inline constexpr qsizetype largestBody = qsizetype{64} * 1024;
 
 /// One request as it came over the wire.
 struct HttpRequest {

@@ -15,7 +15,7 @@ namespace lumora::companion {
 
 namespace {
 
-constexpr std::size_t pieceSize = 16 * 1024;
+constexpr std::size_t pieceSize = std::size_t{16} * 1024;
 
 bool mayPass(int error) {
     return error == EAGAIN || error == EINTR;

@@ -14,7 +14,7 @@ namespace lumora::companion {
 
 namespace {
 
-constexpr qint64 longestInterval = 10 * 366; // days
+constexpr qint64 longestInterval = qint64{10} * 366; // days
 
 /// What the readers of the single tables share.
 struct Reading {
@@ -266,8 +266,9 @@ void readGeneral(SettingsTable& file, ServiceSettings& settings, Reading& readin
     settings.agenda.cacheFolder = reading.places.cacheFolder;
     settings.agenda.myAddresses = file.texts("my_addresses");
     settings.agenda.meetingHosts = file.texts("meeting_hosts");
-    settings.agenda.refresh = std::chrono::minutes(
-        file.number("refresh_minutes", 1, 24 * 60).value_or(settings.agenda.refresh.count()));
+    settings.agenda.refresh =
+        std::chrono::minutes(file.number("refresh_minutes", 1, qint64{24} * 60)
+                                 .value_or(settings.agenda.refresh.count()));
 }
 
 /// A list comes from the file or from a command.

@@ -132,7 +132,7 @@ const toml::node* SettingsTable::take(std::string_view key) {
 
 std::optional<QString> SettingsTable::textOf(const toml::node& node, std::string_view key) {
     const auto value = node.value_exact<std::string>();
-    const QString text = value ? QString::fromStdString(*value) : QString();
+    QString text = value ? QString::fromStdString(*value) : QString();
     if (!value)
         complain(key, u"must be a text in quotation marks"_s);
     else if (text.trimmed().isEmpty())

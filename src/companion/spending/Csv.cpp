@@ -16,14 +16,12 @@ std::optional<QList<QStringList>> csvRows(QByteArrayView csv) {
             ++i;
         } else if (next == u'"') {
             isQuoted = !isQuoted;
-        } else if (isQuoted) {
-            field += next;
-        } else if (next == u',') {
+        } else if (!isQuoted && next == u',') {
             endField();
-        } else if (next == u'\n') {
+        } else if (!isQuoted && next == u'\n') {
             endField();
             rows += std::exchange(row, {});
-        } else if (next != u'\r') {
+        } else if (isQuoted || next != u'\r') {
             field += next;
         }
     }

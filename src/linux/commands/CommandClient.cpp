@@ -59,7 +59,7 @@ CommandClient::Outcome CommandClient::finishChore(const QString& idOrName) {
 tl::expected<tl::expected<QString, QString>, CommandClient::Failure> CommandClient::agenda() {
     using Agenda = tl::expected<QString, QString>;
     return call(u"Agenda"_s, {}, answerLimit).map([](const QVariantList& values) -> Agenda {
-        const QString text = values.value(1).toString();
+        QString text = values.value(1).toString();
         if (values.value(0).toBool())
             return text;
         return tl::unexpected(text);

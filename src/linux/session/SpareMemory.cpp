@@ -5,7 +5,7 @@
 namespace lumora {
 
 void shareMemoryAmongThreads() {
-    mallopt(M_ARENA_MAX, 1);
+    mallopt(M_ARENA_MAX, 1); // NOLINT(concurrency-mt-unsafe): before there are threads
 }
 
 void returnSpareMemory() {
