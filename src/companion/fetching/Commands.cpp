@@ -128,13 +128,16 @@ private:
 
 Commands::~Commands() {
     qDeleteAll(m_runs);
+    qDeleteAll(m_over);
 }
 
 void Commands::run(CommandRequest request, std::function<void(CommandOutcome)> done) {
     m_runs += new Run(
         std::move(request), [this, done = std::move(done)](Run* run, CommandOutcome outcome) {
             m_runs -= run;
-            QTimer::singleShot(0, this, [run] { delete run; }); // not from within its own signal
+            m_over += run;
+            // Not from within its own signal.
+            QTimer::singleShot(0, this, [this] { qDeleteAll(std::exchange(m_over, {})); });
             done(std::move(outcome));
         });
 }

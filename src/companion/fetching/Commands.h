@@ -40,6 +40,7 @@ public:
 private:
     class Run;
     QSet<Run*> m_runs;
+    QSet<Run*> m_over; ///< to be deleted
 };
 
 } // namespace lumora::companion
