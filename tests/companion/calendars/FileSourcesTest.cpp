@@ -91,9 +91,9 @@ TEST_F(FileSources, FollowAFolderOfEvents) {
 }
 
 TEST_F(FileSources, FindTheCalendarsOfAnAccount) {
-    world.put(u"calendars/work/1.ics"_s, calendarWith({"One"}));
-    world.put(u"calendars/work/displayname"_s, " Day job\n");
-    world.put(u"calendars/work/color"_s, "#ff0000");
+    world.put(u"calendars/office/1.ics"_s, calendarWith({"One"}));
+    world.put(u"calendars/office/displayname"_s, " Day job\n");
+    world.put(u"calendars/office/color"_s, "#ff0000");
     world.put(u"calendars/private/2.ics"_s, calendarWith({"Two"}, 11));
     world.put(u"calendars/.cache/3.ics"_s, calendarWith({"Hidden"}, 12));
     useFolder();
