@@ -300,10 +300,25 @@ ServiceSettings readFile(const toml::table& source, Reading& reading) {
     return settings;
 }
 
+/// The first line with something that is no text, which the library does not expect everywhere;
+/// absent without such a line.
+std::optional<int> lineWithoutText(QByteArrayView toml) {
+    const auto isText = [](char c) { return c == '\t' || c == '\r' || uchar(c) >= 0x20; };
+    int number = 0;
+    for (const QByteArray& line : toml.toByteArray().split('\n')) {
+        ++number;
+        if (!line.isValidUtf8() || !std::ranges::all_of(line, isText))
+            return number;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 tl::expected<ServiceSettings, QList<SettingsFault>>
 readSettings(QByteArrayView toml, const SettingsPlaces& places) {
+    if (const auto line = lineWithoutText(toml))
+        return tl::unexpected(QList<SettingsFault>{{*line, u"has bytes that are no text"_s}});
     const toml::parse_result parsed =
         toml::parse(std::string_view(toml.data(), size_t(toml.size())));
     if (!parsed) {

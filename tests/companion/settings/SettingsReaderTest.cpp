@@ -250,5 +250,6 @@ TEST(SettingsReader, SaysWhereTheTextIsNoToml) {
     const QStringList faults = faultsIn("[[habit]]\nname = \n");
     ASSERT_EQ(faults.size(), 1);
     EXPECT_TRUE(faults.first().startsWith(u"line 2: is no TOML: "_s)) << qPrintable(faults.first());
-    EXPECT_FALSE(readSettings("token = \"\xff\xfe\"", places));
+    for (const char* const text : {"[[habit]]\nname = \"\xff\xfe\"", "[[habit]]\n[\1"})
+        EXPECT_EQ(faultsIn(text), QStringList{u"line 2: has bytes that are no text"_s});
 }
