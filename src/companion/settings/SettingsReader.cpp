@@ -300,15 +300,29 @@ ServiceSettings readFile(const toml::table& source, Reading& reading) {
     return settings;
 }
 
-/// The first line with something that is no text, which the library does not expect everywhere;
-/// absent without such a line.
-std::optional<int> lineWithoutText(QByteArrayView toml) {
+/// Whether a bracket opens `line` and no name follows, which the library takes for granted.
+bool isNamelessSection(QByteArray line) {
+    line = line.trimmed();
+    if (!line.startsWith('['))
+        return false;
+    const QByteArray name = line.mid(line.startsWith("[[") ? 2 : 1).trimmed();
+    const auto beginsName = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               QByteArrayView("_-\"'").contains(c);
+    };
+    return name.isEmpty() || !beginsName(name.front());
+}
+
+/// What the library does not expect everywhere, the first of it; absent where there is none.
+std::optional<SettingsFault> faultOfText(QByteArrayView toml) {
     const auto isText = [](char c) { return c == '\t' || c == '\r' || uchar(c) >= 0x20; };
     int number = 0;
     for (const QByteArray& line : toml.toByteArray().split('\n')) {
         ++number;
         if (!line.isValidUtf8() || !std::ranges::all_of(line, isText))
-            return number;
+            return SettingsFault{number, u"has bytes that are no text"_s};
+        if (isNamelessSection(line))
+            return SettingsFault{number, u"has a bracket without a name"_s};
     }
     return std::nullopt;
 }
@@ -317,8 +331,8 @@ std::optional<int> lineWithoutText(QByteArrayView toml) {
 
 tl::expected<ServiceSettings, QList<SettingsFault>>
 readSettings(QByteArrayView toml, const SettingsPlaces& places) {
-    if (const auto line = lineWithoutText(toml))
-        return tl::unexpected(QList<SettingsFault>{{*line, u"has bytes that are no text"_s}});
+    if (const auto fault = faultOfText(toml))
+        return tl::unexpected(QList<SettingsFault>{*fault});
     const toml::parse_result parsed =
         toml::parse(std::string_view(toml.data(), size_t(toml.size())));
     if (!parsed) {

@@ -252,4 +252,6 @@ TEST(SettingsReader, SaysWhereTheTextIsNoToml) {
     EXPECT_TRUE(faults.first().startsWith(u"line 2: is no TOML: "_s)) << qPrintable(faults.first());
     for (const char* const text : {"[[habit]]\nname = \"\xff\xfe\"", "[[habit]]\n[\1"})
         EXPECT_EQ(faultsIn(text), QStringList{u"line 2: has bytes that are no text"_s});
+    for (const char* const text : {"\n[", "\n[[ \n", "\n [ é ]", "\n[]"})
+        EXPECT_EQ(faultsIn(text), QStringList{u"line 2: has a bracket without a name"_s});
 }
