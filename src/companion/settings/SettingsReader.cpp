@@ -313,6 +313,28 @@ bool isNamelessSection(QByteArray line) {
     return name.isEmpty() || !beginsName(name.front());
 }
 
+/// Whether something else than ASCII stands outside of quotation marks and comments, where nothing
+/// may and the library relies on that.
+bool hasLettersOutsideOfTexts(const QByteArray& line) {
+    char quote = '\0';
+    for (qsizetype index = 0; index < line.size(); ++index) {
+        const char c = line[index];
+        if (quote != '\0') {
+            if (c == '\\' && quote == '"')
+                ++index;
+            else if (c == quote)
+                quote = '\0';
+        } else if (c == '#') {
+            return false;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (uchar(c) >= 0x80) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// What the library does not expect everywhere, the first of it; absent where there is none.
 std::optional<SettingsFault> faultOfText(QByteArrayView toml) {
     const auto isText = [](char c) { return c == '\t' || c == '\r' || uchar(c) >= 0x20; };
@@ -323,6 +345,8 @@ std::optional<SettingsFault> faultOfText(QByteArrayView toml) {
             return SettingsFault{number, u"has bytes that are no text"_s};
         if (isNamelessSection(line))
             return SettingsFault{number, u"has a bracket without a name"_s};
+        if (hasLettersOutsideOfTexts(line))
+            return SettingsFault{number, u"has letters that belong into quotation marks"_s};
     }
     return std::nullopt;
 }

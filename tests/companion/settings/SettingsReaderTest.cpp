@@ -254,4 +254,7 @@ TEST(SettingsReader, SaysWhereTheTextIsNoToml) {
         EXPECT_EQ(faultsIn(text), QStringList{u"line 2: has bytes that are no text"_s});
     for (const char* const text : {"\n[", "\n[[ \n", "\n [ é ]", "\n[]"})
         EXPECT_EQ(faultsIn(text), QStringList{u"line 2: has a bracket without a name"_s});
+    for (const char* const text : {"# é\nnamé = 1", "x = \"é\" # é\nx = \"\\\"\" é"})
+        EXPECT_EQ(
+            faultsIn(text), QStringList{u"line 2: has letters that belong into quotation marks"_s});
 }
