@@ -115,10 +115,10 @@ void LumobarApp::begin() {
     m_session.emplace(*this);
     connect(
         &m_session->controller, &StatusItemController::labelChanged, &m_commands,
-        &CommandServer::LabelChanged);
+        &CommandServer::announceLabel);
     connect(
         &m_session->controller, &StatusItemController::detailsChanged, &m_commands,
-        &CommandServer::DetailsChanged);
+        &CommandServer::announceDetails);
     // A fetch, because only the newest briefing says what is to be reminded of.
     connect(
         m_platform.notifications.get(), &NotificationCenter::authorizable, &m_session->state,

@@ -6,6 +6,8 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
+#include <utility>
+
 namespace lumora {
 
 CommandServer::CommandServer(CommandHandlers handlers, QDBusConnection bus)
@@ -40,7 +42,19 @@ bool CommandServer::claim() {
     return false;
 }
 
+void CommandServer::announceLabel() {
+    if (std::exchange(m_labelIsFollowed, false))
+        Q_EMIT LabelChanged();
+}
+
+void CommandServer::announceDetails() {
+    if (std::exchange(m_detailsAreFollowed, false))
+        Q_EMIT DetailsChanged();
+}
+
 QString CommandServer::Status() {
+    m_labelIsFollowed = true;
+    m_detailsAreFollowed = true;
     return m_handlers.status();
 }
 

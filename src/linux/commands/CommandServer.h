@@ -62,6 +62,13 @@ public:
     /// Without a bus nobody can ask and nobody can be in the way, so that counts as taken.
     [[nodiscard]] bool claim();
 
+    /// Says on the bus that the label has changed, once until somebody asks for the status again:
+    /// where nobody follows it, nobody is woken.
+    void announceLabel();
+
+    /// The same of the details.
+    void announceDetails();
+
     // The methods of the D-Bus interface.
     QString Status();
     bool Refresh(QString& message);
@@ -86,6 +93,8 @@ private:
 
     QDBusConnection m_bus;
     CommandHandlers m_handlers;
+    bool m_labelIsFollowed = false; ///< the status was asked for since the label was announced
+    bool m_detailsAreFollowed = false;
 };
 
 } // namespace lumora

@@ -114,10 +114,31 @@ TEST_F(CommandServerTest, SaysOnTheBusThatSomethingChangedAndNotWhat) {
     ASSERT_TRUE(server.claim());
     BusProbe probe(client, commandService);
     probe.listen(commandPath, commandInterface);
-    Q_EMIT server.LabelChanged();
-    Q_EMIT server.DetailsChanged();
+    answer(call(u"Status"_s));
+    server.announceLabel();
+    server.announceDetails();
     EXPECT_EQ(probe.signalsNamed(u"LabelChanged"_s), QList<QVariantList>{QVariantList()});
     EXPECT_EQ(probe.signalsNamed(u"DetailsChanged"_s), QList<QVariantList>{QVariantList()});
+}
+
+TEST_F(CommandServerTest, SaysSoOnlyToThoseWhoAskedSince) {
+    CommandServer server(handlers(), bus.connect());
+    ASSERT_TRUE(server.claim());
+    BusProbe probe(client, commandService);
+    probe.listen(commandPath, commandInterface);
+    server.announceLabel();
+    server.announceDetails();
+    answer(call(u"Status"_s));
+    // Whoever follows the label alone does not ask again here.
+    for (int time = 0; time < 3; ++time)
+        server.announceDetails();
+    server.announceLabel();
+    server.announceLabel();
+    EXPECT_EQ(probe.signalsNamed(u"LabelChanged"_s).size(), 1);
+    EXPECT_EQ(probe.signalsNamed(u"DetailsChanged"_s).size(), 1);
+    answer(call(u"Status"_s));
+    server.announceLabel();
+    EXPECT_EQ(probe.signalsNamed(u"LabelChanged"_s).size(), 2);
 }
 
 TEST_F(CommandServerTest, PassesOnWhatConcernsTheDay) {
