@@ -301,20 +301,27 @@ ServiceSettings readFile(const toml::table& source, Reading& reading) {
     return settings;
 }
 
+toml::parse_result parse(QByteArrayView toml) {
+    const QByteArray ascii = asciiFromToml(toml);
+    try {
+        return toml::parse(std::string_view(ascii.data(), size_t(ascii.size())));
+    } catch (const TomlSurprise&) {
+        return toml::parse_result(toml::parse_error("it cannot be read", toml::source_position()));
+    }
+}
+
 } // namespace
 
 tl::expected<ServiceSettings, QList<SettingsFault>>
 readSettings(QByteArrayView toml, const SettingsPlaces& places) {
     if (const auto fault = faultOfText(toml))
         return tl::unexpected(QList<SettingsFault>{*fault});
-    const toml::parse_result parsed =
-        toml::parse(std::string_view(toml.data(), size_t(toml.size())));
+    const toml::parse_result parsed = parse(toml);
     if (!parsed) {
         const auto& error = parsed.error();
-        const auto what = error.description();
         return tl::unexpected(QList<SettingsFault>{
             {int(error.source().begin.line),
-             u"is no TOML: "_s + QString::fromUtf8(what.data(), qsizetype(what.size()))}});
+             u"is no TOML: "_s + textFromAscii(error.description())}});
     }
     Reading reading{places, {}};
     ServiceSettings settings = readFile(parsed.table(), reading);

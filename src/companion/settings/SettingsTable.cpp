@@ -8,10 +8,6 @@ namespace lumora::companion {
 
 namespace {
 
-QString fromView(std::string_view text) {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
 bool isControl(QChar character) {
     return character.category() == QChar::Other_Control;
 }
@@ -92,7 +88,7 @@ QStringList SettingsTable::texts(std::string_view key) {
 const toml::table* SettingsTable::table(std::string_view key) {
     const toml::node* const node = take(key);
     if (node && !node->is_table())
-        complain(key, u"must be a table, written [%1]"_s.arg(fromView(key)));
+        complain(key, u"must be a table, written [%1]"_s.arg(textFromAscii(key)));
     return node ? node->as_table() : nullptr;
 }
 
@@ -106,7 +102,7 @@ std::vector<const toml::table*> SettingsTable::tables(std::string_view key) {
                                 return item.is_table();
                             });
     if (!isOfTables) {
-        complain(key, u"must be tables, each written [[%1]]"_s.arg(fromView(key)));
+        complain(key, u"must be tables, each written [[%1]]"_s.arg(textFromAscii(key)));
         return result;
     }
     for (const toml::node& item : *array)
@@ -118,7 +114,7 @@ void SettingsTable::complain(std::string_view key, const QString& what) {
     const toml::node* const node = m_table.get(key);
     const auto& source = node ? node->source() : m_table.source();
     const QString place = m_name.isEmpty() ? QString() : m_name + u' ';
-    m_faults += {int(source.begin.line), place + fromView(key) + u": "_s + what};
+    m_faults += {int(source.begin.line), place + textFromAscii(key) + u": "_s + what};
 }
 
 void SettingsTable::complain(const QString& what) {
@@ -132,7 +128,7 @@ const toml::node* SettingsTable::take(std::string_view key) {
 
 std::optional<QString> SettingsTable::textOf(const toml::node& node, std::string_view key) {
     const auto value = node.value_exact<std::string>();
-    QString text = value ? QString::fromStdString(*value) : QString();
+    QString text = value ? textFromAscii(*value) : QString();
     if (!value)
         complain(key, u"must be a text in quotation marks"_s);
     else if (text.trimmed().isEmpty())

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "companion/settings/SettingsFault.h"
+#include "companion/settings/TomlLibrary.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
-
-#include <toml++/toml.h>
 
 #include <optional>
 #include <set>

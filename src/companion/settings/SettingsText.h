@@ -8,9 +8,9 @@
 
 namespace lumora::companion {
 
-/// The first fault of a text that the TOML library must not be given, because it takes the opposite
-/// for granted: bytes that are no text, brackets without a name, and anything but ASCII outside of
-/// texts and comments. Absent where there is none; the library finds all others.
+/// The first fault of a text that can be told better than the TOML library tells it: bytes that are
+/// no text, and letters beyond ASCII without quotation marks. Absent where there is none; the
+/// library finds all others.
 [[nodiscard]] std::optional<SettingsFault> faultOfText(QByteArrayView toml);
 
 } // namespace lumora::companion

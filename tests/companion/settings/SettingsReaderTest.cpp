@@ -250,11 +250,35 @@ TEST(SettingsReader, SaysWhereTheTextIsNoToml) {
     const QStringList faults = faultsIn("[[habit]]\nname = \n");
     ASSERT_EQ(faults.size(), 1);
     EXPECT_TRUE(faults.first().startsWith(u"line 2: is no TOML: "_s)) << qPrintable(faults.first());
-    for (const char* const text : {"[[habit]]\nname = \"\xff\xfe\"", "[[habit]]\n[\1"})
-        EXPECT_EQ(faultsIn(text), QStringList{u"line 2: has bytes that are no text"_s});
-    for (const char* const text : {"\n[", "\n[[ \n", "\n [ é ]", "\n[]"})
-        EXPECT_EQ(faultsIn(text), QStringList{u"line 2: has a bracket without a name"_s});
-    for (const char* const text : {"# é\nnamé = 1", "x = \"é\" # é\nx = \"\\\"\" é"})
+    for (const char* const text : {"[[habit]]\n[\1", "\n[", "\n[[ \n", "\n[]", "\r\n[\rx"}) {
+        ASSERT_EQ(faultsIn(text).size(), 1) << text;
+        EXPECT_TRUE(faultsIn(text).first().contains(u"is no TOML: "_s)) << text;
+    }
+    EXPECT_EQ(
+        faultsIn("[[habit]]\nname = \"\xff\xfe\""),
+        QStringList{u"line 2: has bytes that are no text"_s});
+    for (const char* const text : {"# é\nnamé = 1", "x = \"é\" # é\nx = \"\\\"\" é", "\n [ é ]"})
         EXPECT_EQ(
             faultsIn(text), QStringList{u"line 2: has letters that belong into quotation marks"_s});
+}
+
+// Each of these leaves the library without an answer of its own, if it is given them as they are.
+TEST(SettingsReader, RefusesWhatTheLibraryDoesNotExpect) {
+    for (const char* const text :
+         {"x = [[}\n{y = \"a", "x = 0[\"a/bќ", "\"\"= \"\\ﻟ", "x = 32\"6Ǟ[[h'", "[\n0=\"é"}) {
+        ASSERT_EQ(faultsIn(text).size(), 1) << text;
+        EXPECT_TRUE(faultsIn(text).first().contains(u"is no TOML: "_s)) << text;
+    }
+}
+
+TEST(SettingsReader, KeepsEveryLetterOfATextAndAName) {
+    for (const char* const text : {"Müll ~20 ~ %20", "日程 🔥", "~é~"}) {
+        const QByteArray toml =
+            QByteArray("token = \"0123456789abcdef\"\n[[habit]]\nid = \"a\"\nname = '") + text +
+            "'\n";
+        const auto settings = readSettings(toml, places);
+        ASSERT_TRUE(settings);
+        EXPECT_EQ(settings->habits.front().name, QString::fromUtf8(text));
+    }
+    EXPECT_EQ(faultsIn("\"größe ~\" = 1"), QStringList{u"line 1: größe ~: is not known here"_s});
 }

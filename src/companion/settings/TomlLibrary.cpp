@@ -1,0 +1,32 @@
+#include "companion/settings/TomlLibrary.h"
+
+#include <QByteArray>
+
+namespace lumora::companion {
+
+namespace {
+
+/// Stands, with two digits behind it, for a byte of a letter beyond ASCII, or for itself.
+constexpr char mark = '~';
+
+QByteArray asciiButTheMark() {
+    QByteArray characters;
+    for (int c = 0; c < 0x80; ++c) {
+        if (c != mark)
+            characters += char(c);
+    }
+    return characters;
+}
+
+} // namespace
+
+QByteArray asciiFromToml(QByteArrayView toml) {
+    return toml.toByteArray().toPercentEncoding(asciiButTheMark(), QByteArray(1, mark), mark);
+}
+
+QString textFromAscii(std::string_view ascii) {
+    const QByteArray bytes(ascii.data(), qsizetype(ascii.size()));
+    return QString::fromUtf8(QByteArray::fromPercentEncoding(bytes, mark));
+}
+
+} // namespace lumora::companion
