@@ -75,12 +75,14 @@ tl::expected<QByteArray, ReadFailure> readFile(const QString& path, qint64 large
     QFile file;
     if (descriptor < 0 || !file.open(descriptor, QFile::ReadOnly, QFile::AutoCloseHandle))
         return notRead(path, errno);
-    QByteArray bytes = file.read(largest + 1); // it may have grown since
+    // Room for what is there and one byte: where that comes too, the file has grown since.
+    QByteArray bytes = file.read(status.st_size + 1);
+    if (bytes.size() > status.st_size)
+        bytes += file.read(largest + 1 - bytes.size());
     if (file.error() != QFile::NoError)
         return notRead(path, file.errorString());
     if (bytes.size() > largest)
         return notRead(path, EFBIG);
-    bytes.squeeze();
     return bytes;
 }
 

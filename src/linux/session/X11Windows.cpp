@@ -41,19 +41,20 @@ void broadcast(
 } // namespace
 
 void keepOffTaskBar(xcb_connection_t* connection, std::uint32_t window) {
-    const std::array states{
-        internAtom(connection, "_NET_WM_STATE_SKIP_TASKBAR"),
-        internAtom(connection, "_NET_WM_STATE_SKIP_PAGER")};
+    // At once: the panel waits for the answers each time it opens.
+    const auto [state, noTaskBar, noPager] = internAtoms<3>(
+        connection, {"_NET_WM_STATE", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"});
+    const std::array states{noTaskBar, noPager};
     xcb_change_property(
-        connection, XCB_PROP_MODE_REPLACE, window, internAtom(connection, "_NET_WM_STATE"),
-        XCB_ATOM_ATOM, 32, std::uint32_t(states.size()), states.data());
+        connection, XCB_PROP_MODE_REPLACE, window, state, XCB_ATOM_ATOM, 32,
+        std::uint32_t(states.size()), states.data());
     xcb_flush(connection);
 }
 
 void completeStartup(xcb_connection_t* connection, const QByteArray& activationToken) {
     const QByteArray message = "remove: ID=" + quoted(activationToken);
-    const auto first = internAtom(connection, "_NET_STARTUP_INFO_BEGIN");
-    const auto further = internAtom(connection, "_NET_STARTUP_INFO");
+    const auto [first, further] =
+        internAtoms<2>(connection, {"_NET_STARTUP_INFO_BEGIN", "_NET_STARTUP_INFO"});
     auto roots = xcb_setup_roots_iterator(xcb_get_setup(connection));
     for (; roots.rem > 0; xcb_screen_next(&roots))
         broadcast(connection, roots.data->root, message, first, further);

@@ -1,7 +1,5 @@
 #include "ui/rows/RowLayout.h"
 
-#include "ui/rows/TextDrawing.h"
-
 #include <QFontInfo>
 #include <QFontMetricsF>
 
@@ -155,6 +153,39 @@ double heightOf(const RowContent& content, const std::vector<Measured>& sizes, c
     return height;
 }
 
+/// The lines of a text that stands in `rect`.
+void placeTexts(
+    RowGeometry& geometry, const QRectF& rect, const RowItem& item, const Theme& theme) {
+    const bool fromRight = geometry.direction == Qt::RightToLeft;
+    double top = rect.top();
+    for (const TextLine& line : item.lines) {
+        const LineHeight height = lineHeight(line, theme);
+        const TextLine shown = elidedLine(line, theme, rect.width());
+        const double left = fromRight ? rect.right() - textWidth(shown, theme) : rect.left();
+        geometry.lines.push_back({{left, top + height.ascent}, ShapedLine(shown, theme)});
+        top += height.whole;
+    }
+}
+
+/// A badge's number, in the middle of its capsule.
+void placeNumber(
+    RowGeometry& geometry, const QRectF& rect, const RowItem& item, const Theme& theme) {
+    const TextLine& line = item.lines.front();
+    const QFontMetricsF metrics(theme.font(line.style.role, line.style.weight));
+    const double left = rect.center().x() - textWidth(line, theme) / 2;
+    const double top = rect.center().y() - metrics.height() / 2;
+    geometry.lines.push_back({{left, top + metrics.ascent()}, ShapedLine(line, theme)});
+}
+
+void placeLines(RowGeometry& geometry, const RowContent& content, const Theme& theme) {
+    for (std::size_t i = 0; i < content.items.size(); ++i) {
+        if (content.items[i].kind == RowItem::Kind::Text)
+            placeTexts(geometry, geometry.items[i], content.items[i], theme);
+        else if (content.items[i].kind == RowItem::Kind::Badge)
+            placeNumber(geometry, geometry.items[i], content.items[i], theme);
+    }
+}
+
 } // namespace
 
 double symbolEdge(TextRole role, const Theme& theme) {
@@ -186,6 +217,7 @@ RowGeometry layOutRow(
     const std::vector<double> itemWidths = widths(content, sizes, theme, width);
     RowGeometry geometry{
         .items = {},
+        .lines = {},
         .baseline = baselineOf(sizes),
         .height = heightOf(content, sizes, theme),
         .direction = direction,
@@ -201,6 +233,7 @@ RowGeometry layOutRow(
             fromLeft ? x : width - x - itemWidths[i], y, itemWidths[i], height);
         x += itemWidths[i] + gapAfter(content, theme, i);
     }
+    placeLines(geometry, content, theme);
     return geometry;
 }
 

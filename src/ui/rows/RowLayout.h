@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/rows/RowItem.h"
+#include "ui/rows/TextDrawing.h"
 
 #include <QRectF>
 #include <QStringList>
@@ -9,10 +10,19 @@
 
 namespace lumora {
 
+/// A line of text in a row.
+struct PlacedLine {
+    QPointF baseline; ///< where it begins, from the row's top left corner
+    ShapedLine text;  ///< cut to its room
+
+    bool operator==(const PlacedLine&) const = default;
+};
+
 /// Where a row's items stand, in device-independent pixels from the row's top left corner.
 struct RowGeometry {
-    std::vector<QRectF> items; ///< one per item, in order
-    double baseline = 0;       ///< of the first text line
+    std::vector<QRectF> items;     ///< one per item, in order
+    std::vector<PlacedLine> lines; ///< of all items
+    double baseline = 0;           ///< of the first text line
     double height = 0;
     Qt::LayoutDirection direction = Qt::LeftToRight; ///< in which the items follow each other
 

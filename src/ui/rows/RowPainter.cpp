@@ -1,9 +1,7 @@
 #include "ui/rows/RowPainter.h"
 
 #include "symbols/SymbolRenderer.h"
-#include "ui/rows/TextDrawing.h"
 
-#include <QFontMetricsF>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPixmapCache>
@@ -37,37 +35,16 @@ QPixmap symbolPixmap(const QString& name, int pixels, const SymbolStyle& style) 
     return pixmap;
 }
 
-void paintTexts(
-    QPainter& painter, const QRectF& rect, const RowItem& item, const Theme& theme,
-    Qt::LayoutDirection direction) {
-    const bool fromRight = direction == Qt::RightToLeft;
-    double top = rect.top();
-    for (const TextLine& line : item.lines) {
-        const LineHeight height = lineHeight(line, theme);
-        const TextLine shown = elidedLine(line, theme, rect.width());
-        // Whole points keep the letters sharp.
-        const double left = fromRight ? rect.right() - textWidth(shown, theme) : rect.left();
-        const QPointF baseline(left, std::round(top + height.ascent));
-        drawText(painter, baseline, shown, theme);
-        top += height.whole;
-    }
-}
-
 void paintBar(QPainter& painter, const QRectF& rect, const QColor& color) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawRoundedRect(rect, rect.width() / 2, rect.width() / 2);
 }
 
-void paintBadge(QPainter& painter, const QRectF& rect, const RowItem& item, const Theme& theme) {
+void paintCapsule(QPainter& painter, const QRectF& rect, const QColor& color) {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(theme.color(ColorRole::Quaternary));
+    painter.setBrush(color);
     painter.drawRoundedRect(rect, rect.height() / 2, rect.height() / 2);
-    const TextLine& line = item.lines.front();
-    const QFontMetricsF metrics(theme.font(line.style.role, line.style.weight));
-    const double left = rect.center().x() - textWidth(line, theme) / 2;
-    const double top = rect.center().y() - metrics.height() / 2;
-    drawText(painter, {left, std::round(top + metrics.ascent())}, line, theme);
 }
 
 } // namespace
@@ -132,9 +109,6 @@ void paintRow(
         const RowItem& item = content.items[i];
         const QRectF rect = geometry.items[i].translated(origin);
         switch (item.kind) {
-        case RowItem::Kind::Text:
-            paintTexts(painter, rect, item, theme, geometry.direction);
-            break;
         case RowItem::Kind::Symbol:
             paintSymbolItem(painter, rect, item, theme);
             break;
@@ -142,14 +116,20 @@ void paintRow(
             paintBar(painter, rect, item.barColor);
             break;
         case RowItem::Kind::Badge:
-            paintBadge(painter, rect, item, theme);
+            paintCapsule(painter, rect, theme.color(ColorRole::Quaternary));
             break;
         case RowItem::Kind::Spinner:
             paintSpinner(painter, rect, theme.color(item.style.color), item.rotation);
             break;
+        case RowItem::Kind::Text:
         case RowItem::Kind::Space:
             break;
         }
+    }
+    for (const PlacedLine& line : geometry.lines) {
+        // Whole points keep the letters sharp.
+        const QPointF baseline = origin + line.baseline;
+        line.text.draw(painter, {baseline.x(), std::round(baseline.y())});
     }
 }
 

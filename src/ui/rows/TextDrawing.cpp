@@ -33,8 +33,8 @@ bool hasPictures(const QString& text) {
         text.cbegin(), text.cend(), [](QChar character) { return character.isSurrogate(); });
 }
 
-/// A mark as the fonts shape it, with its width.
-struct PictureRun {
+/// A text as the fonts shape it, with its width.
+struct ShapedText {
     double width = 0;
     QList<QGlyphRun> glyphs;
 };
@@ -52,12 +52,17 @@ QFont withPictures(const QFont& font) {
     return withFamily(font, family);
 }
 
-PictureRun shape(const QString& text, const QFont& font) {
-    QTextLayout layout(text, withPictures(font));
+/// `text` with its baseline at 0, each part of it running the way it is written, whatever is
+/// around.
+ShapedText shape(const QString& text, const QFont& font) {
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setTextDirection(Qt::LayoutDirectionAuto);
+    QTextLayout layout(text, font);
+    layout.setTextOption(option);
     layout.beginLayout();
     QTextLine line = layout.createLine();
     layout.endLayout();
-    // Where the glyphs stand is counted from the line's top, and here from its baseline.
+    // Where the glyphs stand is counted from the line's top.
     line.setPosition({0, -line.ascent()});
     return {line.naturalTextWidth(), layout.glyphRuns()};
 }
@@ -65,13 +70,13 @@ PictureRun shape(const QString& text, const QFont& font) {
 /// Fonts of colour pictures keep nothing: each time a text is measured or drawn they unpack the
 /// pictures in it, which takes longer than all else in a row. Only marks are kept here: what a
 /// person may want hidden, words and plain figures, is not.
-const PictureRun& pictureRun(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
+const ShapedText& pictureRun(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
     constexpr qsizetype maximumRuns = 64;
-    static QCache<QString, PictureRun> runs(maximumRuns);
+    static QCache<QString, ShapedText> runs(maximumRuns);
     const QString key = font.key() + u' ' + QString::number(metrics.height()) + u'\n' + text;
-    if (PictureRun* known = runs.object(key))
+    if (ShapedText* known = runs.object(key))
         return *known;
-    auto* made = new PictureRun(shape(text, font));
+    auto* made = new ShapedText(shape(text, withPictures(font)));
     runs.insert(key, made); // one alone always fits
     return *made;
 }
@@ -195,15 +200,19 @@ bool fits(const TextLine& drawn, const Theme& theme, double width) {
     return widthOfDrawn(drawn, theme) <= width + hair;
 }
 
-void drawPiece(
-    QPainter& painter, const QPointF& baseline, const QString& text, const QFont& font,
-    const QFontMetricsF& metrics) {
-    if (font.strikeOut() || !isPictorial(text)) {
-        painter.drawText(baseline, text);
-        return;
+QList<QGlyphRun> glyphsOf(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
+    const bool isKept = !font.strikeOut() && isPictorial(text);
+    return isKept ? pictureRun(text, font, metrics).glyphs : shape(text, font).glyphs;
+}
+
+QList<QGlyphRun> movedRight(QList<QGlyphRun> glyphs, double distance) {
+    for (QGlyphRun& run : glyphs) {
+        QList<QPointF> positions = run.positions();
+        for (QPointF& position : positions)
+            position.rx() += distance;
+        run.setPositions(positions);
     }
-    for (const QGlyphRun& glyphs : pictureRun(text, font, metrics).glyphs)
-        painter.drawGlyphRun(baseline, glyphs);
+    return glyphs;
 }
 
 } // namespace
@@ -252,27 +261,32 @@ TextLine elidedLine(const TextLine& line, const Theme& theme, double width) {
     return {metrics.elidedText(drawn.text, Qt::ElideRight, std::max(0.0, width)), drawn.style};
 }
 
-void drawText(
-    QPainter& painter, const QPointF& baseline, const TextLine& line, const Theme& theme) {
-    const TextLine drawn = drawnPart(line);
-    const QFont font = fontOf(drawn, theme);
+ShapedLine::ShapedLine(const TextLine& line, const Theme& theme)
+    : m_color(theme.color(line.style.color)) {
+    const QFont font = fontOf(line, theme);
     const QFontMetricsF metrics(font);
-    painter.save();
-    // Each text runs the way it is written, whatever is around it.
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
-    painter.setFont(font);
-    painter.setPen(theme.color(drawn.style.color));
-    QPointF position = baseline;
-    if (!isInCells(drawn.text, drawn.style))
-        drawPiece(painter, position, drawn.text, font, metrics);
-    else
-        forEachPiece(
-            drawn.text, font, metrics, [&](const QString& piece, double width, bool isDigit) {
-                const double inset = isDigit ? (width - metrics.horizontalAdvance(piece)) / 2 : 0;
-                drawPiece(painter, position + QPointF(inset, 0), piece, font, metrics);
-                position.rx() += width;
-            });
-    painter.restore();
+    if (line.style.struckThrough)
+        m_strike.emplace(
+            0, -metrics.strikeOutPos() - metrics.lineWidth() / 2, widthOfDrawn(line, theme),
+            metrics.lineWidth());
+    if (!isInCells(line.text, line.style)) {
+        m_glyphs = glyphsOf(line.text, font, metrics);
+        return;
+    }
+    double left = 0;
+    forEachPiece(line.text, font, metrics, [&](const QString& piece, double width, bool isDigit) {
+        const double inset = isDigit ? (width - metrics.horizontalAdvance(piece)) / 2 : 0;
+        m_glyphs += movedRight(glyphsOf(piece, font, metrics), left + inset);
+        left += width;
+    });
+}
+
+void ShapedLine::draw(QPainter& painter, const QPointF& baseline) const {
+    painter.setPen(m_color);
+    for (const QGlyphRun& run : m_glyphs)
+        painter.drawGlyphRun(baseline, run);
+    if (m_strike)
+        painter.fillRect(m_strike->translated(baseline), m_color);
 }
 
 } // namespace lumora

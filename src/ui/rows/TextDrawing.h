@@ -2,6 +2,12 @@
 
 #include "ui/rows/RowItem.h"
 
+#include <QGlyphRun>
+#include <QList>
+#include <QRectF>
+
+#include <optional>
+
 class QPainter;
 
 namespace lumora {
@@ -34,7 +40,21 @@ struct LineHeight {
 /// `line` cut to `width` with "…" at its end, or as it is when it fits.
 [[nodiscard]] TextLine elidedLine(const TextLine& line, const Theme& theme, double width);
 
-/// Draws `line` from `baseline` on, in one go, with the strike in the text's own colour.
-void drawText(QPainter& painter, const QPointF& baseline, const TextLine& line, const Theme& theme);
+/// A line as its fonts shape it. That takes most of the time of drawing it, so it is done once.
+class ShapedLine {
+public:
+    /// Takes `line` as it is, however long.
+    ShapedLine(const TextLine& line, const Theme& theme);
+
+    /// Draws it from `baseline` on, in one go, with the strike in the text's own colour.
+    void draw(QPainter& painter, const QPointF& baseline) const;
+
+    bool operator==(const ShapedLine&) const = default;
+
+private:
+    QColor m_color;
+    QList<QGlyphRun> m_glyphs; // which are drawn without their strike
+    std::optional<QRectF> m_strike;
+};
 
 } // namespace lumora

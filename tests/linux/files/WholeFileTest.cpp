@@ -249,3 +249,11 @@ TEST_F(WholeFileTest, IsReadUpToWhatTheCallerTakes) {
     EXPECT_EQ(readFile(path, 10), "0123456789");
     EXPECT_FALSE(readFile(path, 9));
 }
+
+TEST(WholeFile, AFileIsReadToItsEndHoweverLongItWasBefore) {
+    // The system says of its own files that they are empty, as of one that grows while it is read.
+    const auto bytes = readFile(u"/proc/self/status"_s);
+    ASSERT_TRUE(bytes);
+    EXPECT_TRUE(bytes->startsWith("Name:"));
+    EXPECT_TRUE(bytes->contains("voluntary_ctxt_switches"));
+}
