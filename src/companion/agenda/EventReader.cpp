@@ -49,6 +49,7 @@ public:
 private:
     std::optional<CalendarTime> time(icalproperty& property);
     void takeExtra(icalproperty& property);
+    void takeReplaced(icalproperty& property);
     void takeAttendee(icalproperty& property);
     void takeOwn(icalproperty& property);
 
@@ -86,6 +87,12 @@ void EventProperties::takeExtra(icalproperty& property) {
     if (icalvalue_isa(value) == ICAL_PERIOD_VALUE)
         extra.length = lengthOfPeriod(icalvalue_get_period(value));
     m_event.extras.push_back(std::move(extra));
+}
+
+void EventProperties::takeReplaced(icalproperty& property) {
+    m_event.replaces = time(property);
+    icalparameter* const range = icalproperty_get_first_parameter(&property, ICAL_RANGE_PARAMETER);
+    m_event.replacesFollowing = range && icalparameter_get_range(range) == ICAL_RANGE_THISANDFUTURE;
 }
 
 void EventProperties::takeAttendee(icalproperty& property) {
@@ -175,7 +182,7 @@ void EventProperties::take(icalproperty& property) {
         }
         break;
     case ICAL_RECURRENCEID_PROPERTY:
-        m_event.replaces = time(property);
+        takeReplaced(property);
         break;
     case ICAL_X_PROPERTY:
         takeOwn(property);

@@ -42,6 +42,7 @@ struct EventRecord {
     std::vector<ExtraStart> extras;
     std::vector<CalendarTime> exceptions;
     std::optional<CalendarTime> replaces; ///< the date of a series in whose place this one is
+    bool replacesFollowing = false;       ///< and so it is with all dates behind that one
 };
 
 } // namespace lumora::companion

@@ -1,5 +1,6 @@
 #include "companion/agenda/Occurrences.h"
 
+#include "companion/agenda/FollowingChanges.h"
 #include "companion/agenda/LeftOutDates.h"
 #include "companion/agenda/Series.h"
 
@@ -52,29 +53,53 @@ bool mayTouch(const CalendarTime& start, const EventLength& length, TimeSpan spa
     return start.local >= possible.from && start.local < possible.to;
 }
 
+/// One event of a series that repeats, with what becomes of it later.
+struct Repeated {
+    const Series& series;
+    const EventRecord& master;
+    std::vector<FollowingChange> changes;
+    /// Local times: whatever takes place in the span was planned for one of these.
+    TimeSpan planned;
+};
+
+Repeated repeated(const Series& series, const EventRecord& master, const Search& search) {
+    Repeated made{
+        .series = series,
+        .master = master,
+        .changes = followingChanges(series, master, search.here),
+        .planned = possibleStarts(master.length, search.span)};
+    for (const FollowingChange& change : made.changes) {
+        const TimeSpan moved = possibleStarts(change.event->length, search.span);
+        made.planned.from = std::min(made.planned.from, moved.from - change.shift);
+        made.planned.to = std::max(made.planned.to, moved.to - change.shift);
+    }
+    return made;
+}
+
 /// Every date of a series in the span with those that are left out, the first one included.
 std::vector<ExtraStart>
-allStarts(const EventRecord& master, const Search& search, RuleBudget& budget) {
+allStarts(const Repeated& repeated, const Search& search, RuleBudget& budget) {
+    const EventRecord& master = repeated.master;
     std::vector<ExtraStart> starts = master.extras;
     starts.push_back({.start = master.start, .length = {}});
-    const TimeSpan possible = possibleStarts(master.length, search.span);
     for (const QByteArray& rule : master.rules) {
-        for (const qint64 local : ruleStarts(rule, master.start, possible, search.here, budget))
+        for (const qint64 local :
+             ruleStarts(rule, master.start, repeated.planned, search.here, budget))
             starts.push_back({.start = movedTo(master.start, local), .length = {}});
     }
     return starts;
 }
 
-LeftOutDates
-leftOut(const Series& series, const EventRecord& master, const Search& search, RuleBudget& budget) {
+LeftOutDates leftOut(const Repeated& repeated, const Search& search, RuleBudget& budget) {
+    const EventRecord& master = repeated.master;
     LeftOutDates dates(search.here);
     for (const CalendarTime& exception : master.exceptions)
         dates.add(exception);
-    for (const EventRecord* const moved : series.moved)
+    for (const EventRecord* const moved : repeated.series.moved)
         dates.add(*moved->replaces);
-    const TimeSpan possible = possibleStarts(master.length, search.span);
     for (const QByteArray& rule : master.exceptRules) {
-        for (const qint64 local : ruleStarts(rule, master.start, possible, search.here, budget))
+        for (const qint64 local :
+             ruleStarts(rule, master.start, repeated.planned, search.here, budget))
             dates.add(movedTo(master.start, local));
     }
     return dates;
@@ -83,13 +108,17 @@ leftOut(const Series& series, const EventRecord& master, const Search& search, R
 void addRepeated(
     std::vector<Occurrence>& found, const Series& series, const EventRecord& master,
     const Search& search, RuleBudget& budget) {
-    const LeftOutDates dates = leftOut(series, master, search, budget);
+    const Repeated all = repeated(series, master, search);
+    const LeftOutDates dates = leftOut(all, search, budget);
     std::vector<Occurrence> own;
-    for (const ExtraStart& extra : allStarts(master, search, budget)) {
-        const EventLength& length = extra.length ? *extra.length : master.length;
-        if (!mayTouch(extra.start, length, search.span) || dates.contain(extra.start))
+    for (const ExtraStart& extra : allStarts(all, search, budget)) {
+        const FollowingChange* const change = changeFor(all.changes, extra.start, search.here);
+        const EventRecord& event = change ? *change->event : master;
+        const CalendarTime start = change ? change->movedFrom(extra.start) : extra.start;
+        const EventLength& length = extra.length ? *extra.length : event.length;
+        if (!mayTouch(start, length, search.span) || dates.contain(extra.start))
             continue;
-        const Occurrence made = occurrence(master, extra.start, length, search.here);
+        const Occurrence made = occurrence(event, start, length, search.here);
         if (touches(made, search.span))
             own.push_back(made);
     }
