@@ -13,15 +13,14 @@ FileSource::FileSource(QString name, const QString& path, ReaderSettings reader,
     : CalendarSource(std::move(now))
     , m_name(std::move(name))
     , m_path(fullPath(path))
-    , m_reader(std::move(reader)) {
-    connect(&m_watch, &PathWatch::happened, this, &FileSource::read);
+    , m_reader(std::move(reader))
+    , m_watch(m_path) {
+    connect(&m_watch, &FileWatch::changed, this, &FileSource::read);
     read();
 }
 
 void FileSource::read() {
-    // First, so that nothing happens between reading and watching. With the folder, because most
-    // programs put a new file in the place of the old one.
-    m_watch.watch({m_path, QFileInfo(m_path).path()});
+    m_watch.acknowledge();
     const auto text = readFile(m_path, longestCalendarText);
     if (!text)
         return fail(text.error().message);

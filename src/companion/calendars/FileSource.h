@@ -2,7 +2,7 @@
 
 #include "companion/agenda/CalendarText.h"
 #include "companion/calendars/CalendarSource.h"
-#include "companion/calendars/PathWatch.h"
+#include "companion/watching/FileWatch.h"
 
 namespace lumora::companion {
 
@@ -21,7 +21,7 @@ private:
     const QString m_name;
     const QString m_path;
     const ReaderSettings m_reader;
-    PathWatch m_watch;
+    FileWatch m_watch;
 };
 
 /// A path as people write it in a configuration, where "~/" is their home.

@@ -16,6 +16,8 @@ namespace {
 
 constexpr qsizetype mostFiles = 50'000;
 const QStringList calendarFiles{u"*.ics"_s};
+// Programs that synchronise calendars write many files at once.
+constexpr std::chrono::milliseconds settlingTime{300};
 
 QString displayName(const QString& folder) {
     const auto text = readFile(folder + u"/displayname"_s);
@@ -42,7 +44,8 @@ FolderSource::FolderSource(QString name, const QString& path, ReaderSettings rea
     : CalendarSource(std::move(now))
     , m_name(std::move(name))
     , m_path(fullPath(path))
-    , m_reader(std::move(reader)) {
+    , m_reader(std::move(reader))
+    , m_watch(settlingTime) {
     connect(&m_watch, &PathWatch::happened, this, &FolderSource::read);
     read();
 }
@@ -51,7 +54,7 @@ void FolderSource::read() {
     const QStringList within = foldersWithin(m_path);
     const bool isOne = within.isEmpty() || holdsCalendarFiles(m_path);
     // First, so that nothing happens between watching and reading.
-    m_watch.watch(isOne ? QStringList(m_path) : QStringList(m_path) + within);
+    m_watch.watch({}, isOne ? QStringList(m_path) : QStringList(m_path) + within);
     const QFileInfo folder(m_path);
     if (!folder.isDir() || !folder.isReadable())
         return fail(u"%1: There is no such folder"_s.arg(pathForPeople(m_path)));
@@ -75,15 +78,14 @@ void FolderSource::read() {
 NamedEvents
 FolderSource::readFolder(const QString& folder, const QString& name, KnownFiles& known) const {
     NamedEvents all{.name = name, .events = {}};
-    const QFileInfoList files = QDir(folder).entryInfoList(calendarFiles, QDir::Files, QDir::Name);
-    for (const QFileInfo& file : files.first(std::min(files.size(), mostFiles))) {
-        const QString path = file.filePath();
+    const QStringList files = QDir(folder).entryList(calendarFiles, QDir::Files, QDir::Name);
+    for (const QString& file : files.first(std::min(files.size(), mostFiles))) {
+        const QString path = folder + u'/' + file;
+        const FileStamp stamp = fileStamp(path); // first: what is written meanwhile differs from it
         const auto before = m_known.find(path);
-        const bool isKnown = before != m_known.end() && before->second.size == file.size() &&
-                             before->second.modified == file.lastModified();
+        const bool isKnown = before != m_known.end() && before->second.stamp == stamp;
         KnownFile read = isKnown ? before->second : readCalendarFile(path);
-        read.modified = file.lastModified();
-        read.size = file.size();
+        read.stamp = stamp;
         if (read.events)
             all.events.insert(all.events.end(), read.events->begin(), read.events->end());
         known.emplace(path, std::move(read));

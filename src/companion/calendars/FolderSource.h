@@ -2,17 +2,16 @@
 
 #include "companion/agenda/CalendarText.h"
 #include "companion/calendars/CalendarSource.h"
-#include "companion/calendars/PathWatch.h"
-
-#include <QDateTime>
+#include "companion/watching/FileStamp.h"
+#include "companion/watching/PathWatch.h"
 
 #include <map>
 
 namespace lumora::companion {
 
-/// A folder of .ics files, read when one is put there, replaced or taken away. A folder that holds
-/// no such file but folders of them is several calendars, each with the name that its file
-/// "displayname" gives it, or its folder's.
+/// A folder of .ics files, read when one is put there, replaced, written into or taken away: only
+/// that one is. A folder that holds no such file but folders of them is several calendars, each
+/// with the name that its file "displayname" gives it, or its folder's.
 class FolderSource final : public CalendarSource {
 public:
     /// Reads `path`, which may begin with "~/".
@@ -24,8 +23,7 @@ public:
 private:
     /// A file as it was read.
     struct KnownFile {
-        QDateTime modified;
-        qint64 size = 0;
+        FileStamp stamp;
         std::optional<std::vector<EventRecord>> events; ///< absent: it is no calendar
     };
 

@@ -1,73 +1,36 @@
 #include "companion/watching/FileWatch.h"
 
-#include "linux/files/WatchedPaths.h"
-
-#include <QFile>
 #include <QFileInfo>
-
-#include <sys/stat.h>
 
 #include <utility>
 
 namespace lumora::companion {
 
-namespace {
-
-QString nearestFolderOf(QString path) {
-    do
-        path = QFileInfo(path).path();
-    while (!QFileInfo(path).isDir() && QFileInfo(path).path() != path);
-    return path;
-}
-
-} // namespace
-
 FileWatch::FileWatch(QString path)
     : m_path(std::move(path))
-    , m_known(look()) {
-    m_settling.setSingleShot(true);
-    m_settling.setInterval(settlingTime);
-    connect(&m_settling, &QTimer::timeout, this, &FileWatch::settle);
-    // Started once per burst, not anew by each event, so that constant traffic cannot hold it off.
-    const auto gather = [this] {
-        if (!m_settling.isActive())
-            m_settling.start();
-    };
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, gather);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, gather);
+    , m_known(fileStamp(m_path))
+    , m_watch(settlingTime) {
+    connect(&m_watch, &PathWatch::happened, this, &FileWatch::settle);
     watch();
 }
 
 void FileWatch::acknowledge() {
-    m_known = look();
+    // First, so that nothing happens between looking and watching.
     watch();
+    m_known = fileStamp(m_path);
 }
 
 bool FileWatch::hasChanged() const {
-    return look() != m_known;
-}
-
-FileWatch::State FileWatch::look() const {
-    struct stat status{};
-
-    if (stat(QFile::encodeName(m_path).constData(), &status) != 0)
-        return {};
-    return {
-        status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
-        status.st_mtim.tv_nsec};
+    return fileStamp(m_path) != m_known;
 }
 
 void FileWatch::watch() {
-    const QFileInfo info(m_path);
-    QStringList wanted{nearestFolderOf(m_path)};
-    if (info.isSymLink())
-        wanted += nearestFolderOf(info.symLinkTarget());
-    wanted.removeDuplicates();
-    // What the path names may be another file by now: it is watched anew each time.
-    m_watcher.removePath(m_path);
-    if (info.exists())
-        wanted += m_path;
-    watchOnly(m_watcher, wanted);
+    // With the folder, because most programs put a new file in the place of the old one.
+    const QFileInfo file(m_path);
+    QStringList paths{m_path, file.path()};
+    if (file.isSymLink())
+        paths += QFileInfo(file.symLinkTarget()).path();
+    m_watch.watch(paths);
 }
 
 void FileWatch::settle() {

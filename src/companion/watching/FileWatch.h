@@ -1,11 +1,7 @@
 #pragma once
 
-#include <QFileSystemWatcher>
-#include <QObject>
-#include <QString>
-#include <QTimer>
-
-#include <chrono>
+#include "companion/watching/FileStamp.h"
+#include "companion/watching/PathWatch.h"
 
 namespace lumora::companion {
 
@@ -33,25 +29,12 @@ Q_SIGNALS:
     void changed();
 
 private:
-    /// By what two contents of a file are told apart.
-    struct State {
-        quint64 device = 0;
-        quint64 node = 0;
-        qint64 size = -1; ///< negative: there is no file
-        qint64 seconds = 0;
-        qint64 nanoseconds = 0;
-
-        bool operator==(const State&) const = default;
-    };
-
-    State look() const;
     void watch();
     void settle();
 
     const QString m_path;
-    State m_known;
-    QFileSystemWatcher m_watcher;
-    QTimer m_settling;
+    FileStamp m_known;
+    PathWatch m_watch;
 };
 
 } // namespace lumora::companion

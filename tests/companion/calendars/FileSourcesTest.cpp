@@ -90,6 +90,35 @@ TEST_F(FileSources, FollowAFolderOfEvents) {
     awaitShown({u"Home: Two, later"_s, u"Home: Three"_s});
 }
 
+TEST_F(FileSources, FollowWhatIsWrittenIntoTheFilesOfAFolder) {
+    world.put(u"calendars/1.ics"_s, calendarWith({"One"}));
+    world.put(u"calendars/2.ics"_s, calendarWith({"Two"}, 11));
+    useFolder();
+    // As editors do it that are told to keep the file, to the same length as before.
+    QFile file(world.path(u"calendars/2.ics"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Truncate));
+    file.write(calendarWith({"Six"}, 11));
+    file.close();
+    awaitShown({u"Home: One"_s, u"Home: Six"_s});
+    // And as programs do it that hand times on with what they copy.
+    const QDateTime then = QFileInfo(file).lastModified();
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.write(calendarWith({"Ten"}, 11));
+    ASSERT_TRUE(file.setFileTime(then, QFile::FileModificationTime));
+    file.close();
+    awaitShown({u"Home: One"_s, u"Home: Ten"_s});
+}
+
+TEST_F(FileSources, FollowWhatIsWrittenIntoTheFilesOfAnAccount) {
+    world.put(u"calendars/office/1.ics"_s, calendarWith({"One"}));
+    useFolder();
+    QFile file(world.path(u"calendars/office/1.ics"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(calendarWith({"Another"}));
+    file.close();
+    awaitShown({u"office: Another"_s});
+}
+
 TEST_F(FileSources, FindTheCalendarsOfAnAccount) {
     world.put(u"calendars/office/1.ics"_s, calendarWith({"One"}));
     world.put(u"calendars/office/displayname"_s, " Day job\n");

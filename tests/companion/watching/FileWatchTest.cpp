@@ -53,6 +53,12 @@ TEST_F(FileWatches, TellWhenAFileComesChangesAndGoes) {
     EXPECT_TRUE(tellsOf(watch, [&] { QFile::remove(path(u"a"_s)); }));
 }
 
+TEST_F(FileWatches, TellWhenSomebodyElseMayReadAFile) {
+    write(u"a"_s, "1");
+    FileWatch watch(path(u"a"_s));
+    EXPECT_TRUE(tellsOf(watch, [&] { QFile::setPermissions(path(u"a"_s), QFile::ReadOwner); }));
+}
+
 TEST_F(FileWatches, WaitForFoldersThatAreNotThereYet) {
     FileWatch watch(path(u"x/y/a"_s));
     EXPECT_FALSE(watch.hasChanged());
