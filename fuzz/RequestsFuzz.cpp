@@ -15,6 +15,7 @@ namespace lumora::fuzz {
 namespace {
 
 using companion::Admission;
+using companion::GreetingWanted;
 using companion::HttpAnswer;
 using companion::HttpRequest;
 using companion::RequestReading;
@@ -33,13 +34,18 @@ void expectAnswer(const HttpAnswer& answer) {
     expect(!body[u"error"_s].toString().isEmpty(), "words for the user");
 }
 
-void expectOwner(const HttpRequest& request) {
-    expect(request.header("x-api-key") == token, "the token");
+void expectVisitor(const HttpRequest& request) {
     expect(!request.header("origin"), "no web page");
     const QByteArray host = request.header("host").value_or(QByteArray()).toLower();
     expect(
         host.startsWith("localhost") || host.startsWith("127.") || host.startsWith("[::1]"),
         "a name of this computer");
+}
+
+void expectOwner(const HttpRequest& request) {
+    expect(request.header("x-api-key") == token, "the token");
+    expect(!request.header("sec-fetch-site"), "no browser");
+    expectVisitor(request);
 }
 
 /// Where the request ends in `input`.
@@ -72,6 +78,8 @@ void requests(QByteArrayView input) {
     const Admission admission = companion::admit(request, token);
     if (const auto* answer = std::get_if<HttpAnswer>(&admission))
         expectAnswer(*answer);
+    else if (std::holds_alternative<GreetingWanted>(admission))
+        expectVisitor(request);
     else
         expectOwner(request);
 }

@@ -38,6 +38,14 @@ bool namesThisComputer(QByteArrayView host) {
            isLoopbackNumber(host);
 }
 
+/// Whether a page in a browser asks. Browsers alone say where a request comes from; where it is
+/// their user who has opened the address, they say so.
+bool isFromPage(const HttpRequest& request, bool mayBeOpened) {
+    const auto site = request.header("sec-fetch-site");
+    const bool isOpened = mayBeOpened && site == QByteArray("none");
+    return request.header("origin") || (site && !isOpened);
+}
+
 HttpAnswer wrongMethod(const QByteArray& allowed) {
     HttpAnswer answer = errorAnswer(405, u"This takes %1"_s.arg(QString::fromLatin1(allowed)));
     answer.allow = allowed;
@@ -49,15 +57,18 @@ HttpAnswer wrongMethod(const QByteArray& allowed) {
 Admission admit(const HttpRequest& request, QByteArrayView token) {
     if (!namesThisComputer(request.header("host").value_or(QByteArray())))
         return errorAnswer(403, u"This service is for this computer alone"_s);
-    if (request.header("origin") || request.header("sec-fetch-site"))
-        return errorAnswer(403, u"This service is not for web pages"_s);
     const QByteArray path = request.target.split('?').first();
+    const bool isGreeting = path == "/";
+    if (isFromPage(request, isGreeting))
+        return errorAnswer(403, u"This service is not for web pages"_s);
     const bool isAction = path == "/api/briefing/action";
-    if (!isAction && path != "/api/briefing")
+    if (!isAction && !isGreeting && path != "/api/briefing")
         return errorAnswer(404, u"There is nothing here"_s);
     const bool isHead = request.method == "HEAD";
     if (isAction ? request.method != "POST" : request.method != "GET" && !isHead)
         return wrongMethod(isAction ? "POST" : "GET, HEAD");
+    if (isGreeting)
+        return GreetingWanted{isHead};
     if (!areEqualInConstantTime(request.header("x-api-key").value_or(QByteArray()), token))
         return errorAnswer(401, u"The token is not the one asked for"_s);
     if (!isAction)

@@ -50,11 +50,12 @@ HttpAnswer errorAnswer(int status, const QString& message) {
 }
 
 QByteArray answerBytes(const HttpAnswer& answer) {
-    QByteArray bytes =
-        "HTTP/1.1 " + QByteArray::number(answer.status) + ' ' + reasonFor(answer.status) +
-        "\r\nContent-Type: application/json\r\nContent-Length: " +
-        QByteArray::number(answer.body.size()) +
-        "\r\nCache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\nConnection: close\r\n";
+    QByteArray bytes = "HTTP/1.1 " + QByteArray::number(answer.status) + ' ' +
+                       reasonFor(answer.status) + "\r\nContent-Type: " + answer.type +
+                       "\r\nContent-Length: " + QByteArray::number(answer.body.size()) +
+                       "\r\nCache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\n"
+                       "Content-Security-Policy: default-src 'none'; frame-ancestors 'none'\r\n"
+                       "Connection: close\r\n";
     if (!answer.allow.isEmpty())
         bytes += "Allow: " + answer.allow + "\r\n";
     bytes += "\r\n";

@@ -8,9 +8,10 @@ namespace lumora::companion {
 /// What a request gets.
 struct HttpAnswer {
     int status = 200;
-    QByteArray body;  ///< JSON
+    QByteArray body;  ///< JSON, unless `type` says otherwise
     QByteArray allow; ///< the methods that there are; empty: not said
     bool headOnly = false;
+    QByteArray type{"application/json"}; ///< of the body, as its header says it
 
     bool operator==(const HttpAnswer&) const = default;
 };
@@ -18,7 +19,8 @@ struct HttpAnswer {
 /// A refusal, in words that Lumora shows as they stand.
 [[nodiscard]] HttpAnswer errorAnswer(int status, const QString& message);
 
-/// What is sent. The connection closes behind it, and nobody may keep or reinterpret it.
+/// What is sent. The connection closes behind it, and nobody may keep it, reinterpret it, or have
+/// it load or run anything.
 [[nodiscard]] QByteArray answerBytes(const HttpAnswer& answer);
 
 } // namespace lumora::companion

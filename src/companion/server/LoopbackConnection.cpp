@@ -1,5 +1,7 @@
 #include "companion/server/LoopbackConnection.h"
 
+#include "companion/server/Greeting.h"
+
 #include <QPointer>
 
 #include <sys/socket.h>
@@ -82,6 +84,8 @@ void LoopbackConnection::handle(const HttpRequest& request) {
     const Admission admission = m_server.admitted(request);
     if (const auto* refusal = std::get_if<HttpAnswer>(&admission))
         return answer(*refusal);
+    if (const auto* greeted = std::get_if<GreetingWanted>(&admission))
+        return answer(greeting(greeted->headOnly));
     if (const auto* wanted = std::get_if<BriefingWanted>(&admission)) {
         m_server.m_handlers.briefing([connection = QPointer(this), headOnly = wanted->headOnly](
                                          const std::shared_ptr<const QByteArray>& briefing) {

@@ -66,10 +66,31 @@ TEST(Admission, IsForNoWebPage) {
     }
 }
 
+TEST(Admission, GreetsWhoOpensTheAddress) {
+    HttpRequest opened{"GET", "/", {{"host", "127.0.0.1:8764"}}, {}};
+    EXPECT_EQ(admit(opened, token), Admission(GreetingWanted{false}));
+    opened.method = "HEAD";
+    EXPECT_EQ(admit(opened, token), Admission(GreetingWanted{true}));
+    opened.headers.emplaceBack("sec-fetch-site", "none");
+    EXPECT_EQ(admit(opened, token), Admission(GreetingWanted{true}));
+    opened.method = "POST";
+    EXPECT_EQ(statusOf(opened), 405);
+    for (const QByteArray from : {"cross-site", "same-site", "same-origin", ""}) {
+        opened.headers.last().second = from;
+        EXPECT_EQ(statusOf(opened), 403) << from.constData();
+    }
+    opened.headers.last() = {"origin", "null"};
+    EXPECT_EQ(statusOf(opened), 403);
+    // To whatever is behind the token, nobody comes in a browser.
+    HttpRequest behind = request("GET", "/api/briefing");
+    behind.headers.emplaceBack("sec-fetch-site", "none");
+    EXPECT_EQ(statusOf(behind), 403);
+}
+
 TEST(Admission, KnowsItsPathsAndMethods) {
     for (const QByteArray target :
-         {"/", "/api/briefing/", "/api/briefing/actions", "*", "http://localhost/api/briefing",
-          "/API/briefing"})
+         {"", "//", "/api", "/favicon.ico", "/api/briefing/", "/api/briefing/actions", "*",
+          "http://localhost/api/briefing", "/API/briefing"})
         EXPECT_EQ(statusOf(request("GET", target)), 404) << target.constData();
     const Admission refused = admit(request("GET", "/api/briefing/action"), token);
     ASSERT_TRUE(std::holds_alternative<HttpAnswer>(refused));

@@ -55,15 +55,29 @@ TEST_F(Servers, HandOutTheBriefing) {
     EXPECT_EQ(
         get("/api/briefing"),
         "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: 7\r\n"
-        "Cache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\nConnection: close\r\n\r\n"
+        "Cache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\n"
+        "Content-Security-Policy: default-src 'none'; frame-ancestors 'none'\r\n"
+        "Connection: close\r\n\r\n"
         "{\"a\":1}");
     const QByteArray headOnly = answerTo("HEAD /api/briefing HTTP/1.1\r\n" + head + "\r\n");
     EXPECT_TRUE(headOnly.contains("Content-Length: 7\r\n"));
     EXPECT_TRUE(headOnly.endsWith("\r\n\r\n"));
-    EXPECT_TRUE(get("/").startsWith("HTTP/1.1 404 Not Found\r\n"));
-    EXPECT_FALSE(get("/").contains("Access-Control"));
+    EXPECT_TRUE(get("/api").startsWith("HTTP/1.1 404 Not Found\r\n"));
+    EXPECT_FALSE(get("/api").contains("Access-Control"));
     briefing.reset();
     EXPECT_TRUE(get("/api/briefing").startsWith("HTTP/1.1 503 "));
+}
+
+TEST_F(Servers, GreetWhoOpensTheirAddress) {
+    const QByteArray browser = "Host: localhost\r\nSec-Fetch-Site: none\r\n\r\n";
+    const QByteArray page = answerTo("GET / HTTP/1.1\r\n" + browser);
+    EXPECT_TRUE(page.startsWith(
+        "HTTP/1.1 200 OK\r\nContent-Type: text/html; charset=utf-8\r\nContent-Length: "));
+    EXPECT_TRUE(page.contains("\r\n\r\n<!DOCTYPE html>\n"));
+    EXPECT_TRUE(page.endsWith("</html>\n"));
+    EXPECT_FALSE(page.contains("secret")) << "the token";
+    EXPECT_FALSE(page.contains("Access-Control"));
+    EXPECT_TRUE(answerTo("HEAD / HTTP/1.1\r\n" + browser).endsWith("\r\n\r\n"));
 }
 
 TEST_F(Servers, HandOutALargeBriefingWhole) {
