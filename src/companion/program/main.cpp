@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFileInfo>
 
 #include <cstdio>
@@ -50,6 +51,12 @@ bool hasSystemd() {
     return QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/systemd"_s);
 }
 
+/// Where the program's files are, wherever it is installed.
+QString dataFolder() {
+    return QDir::cleanPath(
+        QCoreApplication::applicationDirPath() + QStringLiteral("/../" LUMORA_DATA_FOLDER));
+}
+
 int connectClient(const Places& places, quint16 port, const QByteArray& token) {
     const auto endpoint = storeEndpoint(places.preferencesFile, endpointOf(port).toUtf8());
     if (!endpoint)
@@ -77,7 +84,7 @@ int runInit(const InitCommand& init) {
         code = std::max(
             code, print(u"Paste both into Lumora's settings, or have it done with\n"
                         "  lumora-service connect\n"_s));
-    return std::max(code, print(nextSteps(hasSystemd(), QStringLiteral(LUMORA_DATA_FOLDER))));
+    return std::max(code, print(nextSteps(hasSystemd(), dataFolder())));
 }
 
 int runConnect() {
