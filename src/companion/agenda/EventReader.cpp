@@ -116,6 +116,8 @@ void EventProperties::takeOwn(icalproperty& property) {
         m_links.google = textValue(property);
     } else if (is == "X-MICROSOFT-SKYPETEAMSMEETINGURL") {
         m_links.teams = textValue(property);
+    } else if (is == "X-MICROSOFT-ONLINEMEETINGEXTERNALLINK") {
+        m_links.outlook = textValue(property);
     } else if (is == "X-ALT-DESC") {
         m_links.html = textValue(property);
     } else if (is.compare("X-CONFERENCE", Qt::CaseInsensitive) == 0) {

@@ -89,7 +89,7 @@ std::optional<QUrl> joinLink(const LinkTexts& texts, const QStringList& hosts) {
         if (const auto url = openable(conference, hosts))
             return url;
     }
-    for (const QString& made : {texts.google, texts.teams}) {
+    for (const QString& made : {texts.google, texts.teams, texts.outlook}) {
         if (const auto url = openable(made, hosts))
             return url;
     }

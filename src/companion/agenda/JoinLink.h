@@ -13,6 +13,7 @@ struct LinkTexts {
     QStringList conferences{}; ///< those of conferences with a picture come first
     QString google{};
     QString teams{};
+    QString outlook{}; ///< to a meeting of another service
     QString url{};
     QString location{};
     QString description{};

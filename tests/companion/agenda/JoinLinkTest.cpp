@@ -41,10 +41,11 @@ TEST(JoinLink, IsTheFirstInTheOrderOfPlaces) {
         .conferences = {of(1)},
         .google = of(2),
         .teams = of(3),
-        .url = of(4),
-        .location = of(5),
-        .description = of(6),
-        .html = of(7)};
+        .outlook = of(4),
+        .url = of(5),
+        .location = of(6),
+        .description = of(7),
+        .html = of(8)};
     const auto expect = [&texts](const char* link) { EXPECT_EQ(linkOf(texts), link); };
     expect("https://zoom.us/j/1");
     texts.conferences.clear();
@@ -53,18 +54,21 @@ TEST(JoinLink, IsTheFirstInTheOrderOfPlaces) {
     expect("https://zoom.us/j/3");
     texts.teams.clear();
     expect("https://zoom.us/j/4");
-    texts.url.clear();
+    texts.outlook.clear();
     expect("https://zoom.us/j/5");
-    texts.location.clear();
+    texts.url.clear();
     expect("https://zoom.us/j/6");
-    texts.description.clear();
+    texts.location.clear();
     expect("https://zoom.us/j/7");
+    texts.description.clear();
+    expect("https://zoom.us/j/8");
 }
 
 TEST(JoinLink, ThatAProgramPutThereMayLeadAnywhere) {
     EXPECT_EQ(linkOf({.conferences = {u"https://example.org/x"_s}}), "https://example.org/x");
     EXPECT_EQ(linkOf({.google = u"https://example.org/x"_s}), "https://example.org/x");
     EXPECT_EQ(linkOf({.teams = u"https://example.org/x"_s}), "https://example.org/x");
+    EXPECT_EQ(linkOf({.outlook = u"https://example.org/x"_s}), "https://example.org/x");
     EXPECT_EQ(linkOf({.url = u"https://example.org/x"_s}), "");
     EXPECT_EQ(linkOf({.description = u"https://example.org/x"_s}), "");
     EXPECT_EQ(linkOf({.html = u"https://example.org/x"_s}), "");
@@ -156,6 +160,9 @@ TEST(JoinLink, OfAnEventComesFromItsProperties) {
     EXPECT_EQ(
         linkOfEvent("X-MICROSOFT-SKYPETEAMSMEETINGURL:https://teams.example/x\r\n"),
         "https://teams.example/x");
+    EXPECT_EQ(
+        linkOfEvent("X-MICROSOFT-ONLINEMEETINGEXTERNALLINK:https://meet.example/x\r\n"),
+        "https://meet.example/x");
     EXPECT_EQ(linkOfEvent("LOCATION:Room\\, https://zoom.us/j/5\r\n"), "https://zoom.us/j/5");
     EXPECT_EQ(
         linkOfEvent("DESCRIPTION:Join\\nhttps://zoom.us/j/6\\nsoon\r\n"), "https://zoom.us/j/6");
