@@ -54,6 +54,10 @@ MeasuredProgram::Memory MeasuredProgram::memory() const {
     return {valueOf("Private_Dirty", rollup), valueOf("Pss", rollup)};
 }
 
+double MeasuredProgram::peakMemory() const {
+    return valueOf("VmHWM", read(u"status"_s));
+}
+
 MeasuredProgram::Activity MeasuredProgram::activity() const {
     Activity sum;
     const QDir tasks(u"/proc/%1/task"_s.arg(m_process.processId()));

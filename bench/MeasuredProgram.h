@@ -27,6 +27,10 @@ public:
     MeasuredProgram& operator=(const MeasuredProgram&) = delete;
 
     Memory memory() const;
+
+    /// The most that was ever in memory at once, with what it shares, in KiB.
+    double peakMemory() const;
+
     Activity activity() const;
 
     /// Whether a file whose name contains `name` is mapped into its memory.
