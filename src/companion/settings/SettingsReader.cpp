@@ -89,6 +89,10 @@ void readCalendar(const toml::table& source, ServiceSettings& settings, Reading&
         calendar.name = table.neededText("name");
     else
         calendar.name = table.text("name").value_or(u"GNOME"_s);
+    // By their names people and the report of the check tell them apart.
+    const auto& before = settings.agenda.calendars;
+    if (std::ranges::find(before, calendar.name, &CalendarSettings::name) != before.end())
+        table.complain("name", u"is the name of another one too"_s);
     calendar.showTransparent = table.flag("transparent").value_or(false);
     // Each is taken, so that of several none counts as unknown.
     const bool isOne = hasOneOf(table, {"url", "file", "dir", "gnome"});

@@ -216,6 +216,8 @@ TEST(SettingsReader, RefusesValuesOfTheWrongKind) {
         {"capture = 3", u"capture: must be a table, written [capture]"_s},
         {"[[calendar]]\nname = \"a\"\nurl = \"http://example.org/a.ics\"",
          u"[[calendar]] url: must be an address that begins with https:// or webcal://"_s},
+        {"[[calendar]]\nname = \"a\"\nfile = \"/a\"\n[[calendar]]\nname = \"a\"\nfile = \"/b\"",
+         u"[[calendar]] name: is the name of another one too"_s},
         {"[[calendar]]\ngnome = false", u"[[calendar]] gnome: must be true, or not be there"_s},
         {"[[calendar]]\ngnome = 1", u"[[calendar]] gnome: must be true or false"_s},
         {"[habits]\ncommand = []",
