@@ -1,6 +1,15 @@
 #include "companion/calendars/CalendarSource.h"
 
+#include <algorithm>
+
 namespace lumora::companion {
+
+namespace {
+
+// After a login it is not there at once, which is no news to anybody.
+constexpr std::chrono::minutes startOfNetwork{10};
+
+} // namespace
 
 void CalendarSource::take(std::vector<NamedEvents> content) {
     m_content = std::move(content);
@@ -9,10 +18,12 @@ void CalendarSource::take(std::vector<NamedEvents> content) {
 
 void CalendarSource::takeOld(std::vector<NamedEvents> content, std::chrono::sys_seconds readAt) {
     m_content = std::move(content);
+    m_isOld = true;
     m_readAt = readAt;
 }
 
 void CalendarSource::confirm() {
+    m_isOld = false;
     m_readAt = now();
     m_error.reset();
     m_failingSince.reset();
@@ -29,6 +40,8 @@ void CalendarSource::complain(const QString& error) {
 void CalendarSource::fail(const QString& error) {
     if (!m_failingSince)
         m_failingSince = now();
+    if (m_isOld && now() - *m_failingSince >= startOfNetwork)
+        m_failingSince = std::min(*m_failingSince, *m_readAt);
     complain(error);
 }
 

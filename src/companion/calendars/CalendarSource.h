@@ -42,7 +42,8 @@ public:
     /// Why it is not, in words for people; absent: it is.
     [[nodiscard]] const std::optional<QString>& error() const { return m_error; }
 
-    /// Since when each attempt has failed; absent: the last one did not.
+    /// Since when each attempt has failed; absent: the last one did not. Content of before this
+    /// start counts from when it was read, unless the network has only just begun to fail.
     [[nodiscard]] std::optional<std::chrono::sys_seconds> failingSince() const {
         return m_failingSince;
     }
@@ -72,6 +73,7 @@ protected:
 private:
     Now m_now;
     std::vector<NamedEvents> m_content;
+    bool m_isOld = false; ///< the content is of before this start
     std::optional<std::chrono::sys_seconds> m_readAt;
     std::optional<QString> m_error;
     std::optional<std::chrono::sys_seconds> m_failingSince;

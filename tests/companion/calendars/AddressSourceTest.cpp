@@ -160,6 +160,35 @@ TEST_F(AddressSources, AreThereAtOnceAfterAStart) {
     EXPECT_EQ(sent("If-None-Match"), "\"1\"");
 }
 
+TEST_F(AddressSources, TellHowOldTheyAreAfterAStartWithoutNetwork) {
+    requests();
+    web->answer(good(calendarWith({"Standup"})));
+    world.now += minutes(5 * 60);
+    world.start();
+    for (const int wait : {1, 2, 4, 8}) {
+        requests();
+        web->answer(tl::unexpected(u"No"_s));
+        EXPECT_EQ(world.shown(), QStringList(u"Work: Standup"_s)) << "there may be one soon";
+        world.now += minutes(wait);
+    }
+    requests();
+    web->answer(tl::unexpected(u"No"_s));
+    const QStringList shown{u"Work: Work: not updated for 5 hours"_s, u"Work: Standup"_s};
+    EXPECT_EQ(world.shown(), shown);
+    world.now += minutes(15);
+    requests();
+    web->answer(good(calendarWith({"Standup"})));
+    EXPECT_EQ(world.shown(), shown.mid(1));
+    // From now on it fails from when it fails.
+    world.now += minutes(15);
+    requests();
+    web->answer(tl::unexpected(u"No"_s));
+    world.now += minutes(170);
+    requests();
+    web->answer(tl::unexpected(u"No"_s));
+    EXPECT_EQ(world.shown(), shown.mid(1));
+}
+
 TEST_F(AddressSources, LeaveNothingOfAnAddressThatIsGivenUp) {
     requests();
     web->answer(good(calendarWith({"Standup"})));
