@@ -8,6 +8,7 @@ import time
 from pathlib import Path
 
 PATIENCE = 60  # seconds; only what fails waits so long
+GROUND = "#336699"  # the empty desktop's colour: panels and their shadows are told from it
 NOBODY = 65534  # sway and some shells refuse root
 
 
@@ -50,6 +51,7 @@ class Session:
             "LIBGL_ALWAYS_SOFTWARE": "1",
             "DISPLAY": self.start_x_server(),
         }
+        self.run("hsetroot", "-solid", GROUND)
         if desktop:
             self.environment["XDG_CURRENT_DESKTOP"] = desktop
 
@@ -70,6 +72,16 @@ class Session:
         path = self.config / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text)
+
+    def use_theme(self, name):
+        """Has programs with windows take the toolkit's light or dark colours, by its name."""
+        # The toolkit has a dark theme of its own, but no name for it.
+        dark = self.folder / "home/.local/share/themes/Adwaita-dark/gtk-3.0"
+        dark.mkdir(parents=True, exist_ok=True)
+        sheet = "resource:///org/gtk/libgtk/theme/Adwaita/gtk-contained-dark.css"
+        (dark / "gtk.css").write_text(f'@import url("{sheet}");\n')
+        self.write("xsettings", f'Net/ThemeName "{name}"\n')
+        self.start("settings", "xsettingsd", "-c", str(self.config / "xsettings"))
 
     def become_ordinary_user(self):
         """What is started from now on belongs to nobody, and so does the home."""

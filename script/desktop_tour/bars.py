@@ -1,9 +1,9 @@
-"""The bars that are tried: how each is started, and where it is on the screen."""
+"""Bars that start in a second or two. None has a clock that moves: only the label shall."""
 import json
-from dataclasses import dataclass
+from dataclasses import replace
 from pathlib import Path
-from typing import Callable
 
+from .host import Host
 from .session import wait_until
 
 XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
@@ -11,6 +11,7 @@ XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array">
     <value type="int" value="1"/>
+    <property name="dark-mode" type="bool" value="{dark}"/>
     <property name="panel-1" type="empty">
       <property name="position" type="string" value="p=6;x=0;y=0"/>
       <property name="length" type="uint" value="100"/>
@@ -22,12 +23,17 @@ XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
     </property>
   </property>
   <property name="plugins" type="empty">
-    <property name="plugin-1" type="string" value="separator">
+    <property name="plugin-1" type="string" value="clock">
+      <property name="mode" type="uint" value="2"/>
+      <property name="digital-layout" type="uint" value="3"/>
+      <property name="digital-time-format" type="string" value="%a"/>
+      <property name="digital-format" type="string" value="%a"/>
+    </property>
+    <property name="plugin-2" type="string" value="separator">
       <property name="expand" type="bool" value="true"/>
       <property name="style" type="uint" value="0"/>
     </property>
-    <property name="plugin-2" type="string" value="systray"/>
-    <property name="plugin-3" type="string" value="clock"/>
+    <property name="plugin-3" type="string" value="systray"/>
   </property>
 </channel>
 """
@@ -47,12 +53,15 @@ width-percent=true
 [spacer]
 type=spacer
 expandable=true
+spaceType=invisible
 [statusnotifier]
 type=statusnotifier
 alignment=Right
 [worldclock]
 type=worldclock
 alignment=Right
+formatType=custom
+customFormat="'<b>'ddd'</b>'"
 """
 
 MATE_PANEL = """[org/mate/panel/general]
@@ -72,6 +81,12 @@ position=0
 relative-to-edge='end'
 locked=true
 
+[org/mate/panel/objects/clock/prefs]
+format='custom'
+custom-format='%a'
+show-weather=false
+show-temperature=false
+
 [org/mate/panel/objects/status-area]
 object-type='applet'
 applet-iid='NotificationAreaAppletFactory::NotificationArea'
@@ -86,7 +101,6 @@ font pango:DejaVu Sans 10
 bindsym Mod4+Return exec true
 bar {
   position top
-  status_command while :; do date +%H:%M; sleep 60; done
 }
 """
 
@@ -95,18 +109,17 @@ width = 100%
 height = 24
 background = #222222
 foreground = #dfdfdf
-modules-right = date
+modules-left = date
 tray-position = right
 font-0 = DejaVu Sans:size=10
 [module/date]
 type = internal/date
-date = %H:%M
+date = %a
 """
 
 SWAY_CONFIG = """output X11-1 resolution {screen} scale {scale}
 output X11-1 bg #336699 solid_color
 exec env > {config}/session-environment
-exec waybar -c {config}/waybar.json -s {config}/waybar.css
 """
 
 WAYBAR_CONFIG = {
@@ -115,6 +128,7 @@ WAYBAR_CONFIG = {
     "height": 30,
     "modules-right": ["tray", "clock"],
     "tray": {"icon-size": 22, "spacing": 8},
+    "clock": {"format": "{:%a}"},
 }
 
 WAYBAR_STYLE = """* { font-family: sans-serif; font-size: 13px; }
@@ -123,79 +137,61 @@ window#waybar { background-color: #2b303b; color: #ffffff; }
 """
 
 
-@dataclass(frozen=True)
-class Host:
-    """A bar."""
-
-    desktop: str  # as in XDG_CURRENT_DESKTOP
-    thickness: int  # of the bar, in pixels
-    start: Callable  # starts it in a session; its process
-    at_bottom: bool = False
-    expects: str = "text"  # what is seen: "text" or "short text"
-    beside_bar: bool = True  # whether the panel can be where the item was pressed
-    restarts: bool = True  # whether it can be restarted by itself
-    stands_alone: bool = True  # whether there is anything of it before it has an item
-    from_right: int = 0  # the item's middle, where more than it moves; 0: only it appears
-    scale: float = 1  # pixels a point
-    layered: bool = False  # whether the panel is in front of all windows until it is closed
-
-    @property
-    def screen(self):
-        """The size of the screen, in pixels."""
-        return int(1280 * self.scale), int(800 * self.scale)
-
-
-def start_xfce(session):
-    session.write("xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", XFCE_PANEL)
+def prepare_xfce(session, dark):
+    panel = XFCE_PANEL.replace("{dark}", "true" if dark else "false")
+    session.write("xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", panel)
     xfconfd = next(Path("/usr/lib").glob("*/xfce4/xfconf/xfconfd"))
     session.start("xfconfd", str(xfconfd))
     session.start("window-manager", "xfwm4", "--compositor=off")
-    return session.start("host", "xfce4-panel")
 
 
-def start_lxqt(session):
+def prepare_lxqt(session, theme):
     session.write("lxqt/panel.conf", LXQT_PANEL)
-    session.write("lxqt/lxqt.conf", "[General]\ntheme=debian\nicon_theme=Adwaita\n")
+    session.write("lxqt/lxqt.conf", f"[General]\ntheme={theme}\nicon_theme=Adwaita\n")
     session.start("window-manager", "openbox")
-    return session.start("host", "lxqt-panel")
 
 
-def start_mate(session):
+def prepare_mate(session, theme):
     session.write("glib-2.0/settings/keyfile", MATE_PANEL)
+    session.use_theme(theme)
     session.start("window-manager", "openbox")
-    return session.start("host", "mate-panel")
 
 
-def on_openbox(*command, **files):
-    """Starts a bar that needs nothing but a window manager."""
+def on_openbox(**files):
+    """Prepares a bar that needs nothing but a window manager."""
 
-    def start(session):
+    def prepare(session):
         for name, text in files.items():
             session.write(name, text)
         session.start("window-manager", "openbox")
-        return session.start("host", *(part.format(config=session.config) for part in command))
 
-    return start
+    return prepare
 
 
-def start_i3(session):
-    session.write("i3/config", I3_CONFIG)
-    return session.start("host", "i3")
+def prepare_tint2(session):
+    stock = Path("/etc/xdg/tint2/tint2rc").read_text()
+    session.write("tint2/tint2rc", stock.replace("time1_format = %H:%M", "time1_format = %a"))
+    session.start("window-manager", "openbox")
+
+
+def restart_i3(_, session, bar):
+    session.run("i3-msg", "restart")
+    return bar
 
 
 def on_sway(scale):
-    """Starts waybar in a compositor with so many pixels a point."""
-    return lambda session: start_sway(session, scale)
+    """Prepares a compositor with so many pixels a point."""
+    return lambda session: prepare_sway(session, scale)
 
 
-def start_sway(session, scale):
+def prepare_sway(session, scale):
     config = SWAY_CONFIG.format(config=session.config, screen=session.screen, scale=scale)
     session.write("sway/config", config)
     session.write("waybar.json", json.dumps(WAYBAR_CONFIG))
     session.write("waybar.css", WAYBAR_STYLE)
-    process = session.start(
-        "host", "sway", WLR_BACKENDS="x11", WLR_RENDERER="pixman", WLR_LIBINPUT_NO_DEVICES="1",
-        XDG_SESSION_TYPE="wayland",
+    session.start(
+        "compositor", "sway", WLR_BACKENDS="x11", WLR_RENDERER="pixman",
+        WLR_LIBINPUT_NO_DEVICES="1", XDG_SESSION_TYPE="wayland",
     )
     told = session.config / "session-environment"
 
@@ -208,27 +204,36 @@ def start_sway(session, scale):
         raise RuntimeError("sway started nothing")
     # Without XWayland there is no display of the old kind.
     session.inside = {"DISPLAY": found.get("DISPLAY", ""), "XDG_SESSION_TYPE": "wayland",
-                      "WAYLAND_DISPLAY": found["WAYLAND_DISPLAY"]}
-    return process
+                      "SWAYSOCK": found["SWAYSOCK"], "WAYLAND_DISPLAY": found["WAYLAND_DISPLAY"]}
 
 
 TRAYER = ("trayer", "--edge", "top", "--align", "right", "--widthtype", "request",
           "--height", "24", "--tint", "0x222222", "--alpha", "0", "--transparent", "true")
+WAYBAR = Host(
+    "sway", 30, on_sway(1),
+    ("waybar", "-c", "{config}/waybar.json", "-s", "{config}/waybar.css"),
+    layered=True, ordinary_user=True,
+)
+XFCE = Host("XFCE", 28, lambda session: prepare_xfce(session, False), ("xfce4-panel",),
+            expects="short text")
+LXQT = Host("LXQt", 32, lambda session: prepare_lxqt(session, "debian"), ("lxqt-panel",),
+            at_bottom=True, expects="short text")
+MATE = Host("MATE", 28, lambda session: prepare_mate(session, "Adwaita"), ("mate-panel",))
 
-HOSTS = {
-    "xfce": Host("XFCE", 28, start_xfce, expects="short text"),
-    "lxqt": Host("LXQt", 32, start_lxqt, at_bottom=True, expects="short text", from_right=61),
-    "mate": Host("MATE", 28, start_mate),
-    "waybar": Host("sway", 30, on_sway(1), restarts=False, layered=True),
-    "waybar-1.5": Host("sway", 45, on_sway(1.5), restarts=False, layered=True, scale=1.5),
-    "waybar-2": Host("sway", 60, on_sway(2), restarts=False, layered=True, scale=2),
-    "i3": Host("i3", 22, start_i3, expects="short text", restarts=False, from_right=12,
-               stands_alone=False),
-    "tint2": Host("", 30, on_openbox("tint2"), at_bottom=True, expects="short text"),
-    "polybar": Host(
-        "", 24, on_openbox("polybar", "-c", "{config}/polybar.ini", "top",
-                           **{"polybar.ini": POLYBAR_CONFIG}),
-        expects="short text", from_right=12,
-    ),
-    "trayer": Host("", 24, on_openbox(*TRAYER), expects="short text", stands_alone=False),
+BARS = {
+    "xfce": XFCE,
+    "xfce-dark": replace(XFCE, prepare=lambda session: prepare_xfce(session, True)),
+    "lxqt": LXQT,
+    "lxqt-light": replace(LXQT, prepare=lambda session: prepare_lxqt(session, "light")),
+    "mate": MATE,
+    "mate-dark": replace(MATE, prepare=lambda session: prepare_mate(session, "Adwaita-dark")),
+    "waybar": WAYBAR,
+    "waybar-1.5": replace(WAYBAR, thickness=45, scale=1.5, prepare=on_sway(1.5)),
+    "waybar-2": replace(WAYBAR, thickness=60, scale=2, prepare=on_sway(2)),
+    "i3": Host("i3", 22, lambda session: session.write("i3/config", I3_CONFIG), ("i3",),
+               expects="short text", restart=restart_i3),
+    "tint2": Host("", 30, prepare_tint2, ("tint2",), at_bottom=True, expects="short text"),
+    "polybar": Host("", 24, on_openbox(**{"polybar.ini": POLYBAR_CONFIG}),
+                    ("polybar", "-c", "{config}/polybar.ini", "top"), expects="short text"),
+    "trayer": Host("", 24, on_openbox(), TRAYER, expects="short text", stands_alone=False),
 }

@@ -1,0 +1,2 @@
+"""Whole desktops, which take longer to start."""
+SHELLS = {}
