@@ -3,9 +3,14 @@ from dataclasses import dataclass
 from typing import Callable
 
 
+def start_command(host, session):
+    words = (part.format(config=session.config) for part in host.command)
+    return session.start("bar", *words, **session.inside)
+
+
 def end_and_start(host, session, bar):
     session.end(bar)
-    return host.start(session)
+    return host.start(host, session)
 
 
 @dataclass(frozen=True)
@@ -15,7 +20,8 @@ class Host:
     desktop: str  # as in XDG_CURRENT_DESKTOP
     thickness: int  # of the bar, in pixels
     prepare: Callable  # makes, in a session, what the bar needs: files, a window manager
-    command: tuple  # the bar itself; {config} is the folder of the session's configuration
+    command: tuple = ()  # the bar itself; {config} is the folder of the session's configuration
+    start: Callable = start_command  # starts it, given host and session; its process
     at_bottom: bool = False
     expects: str = "text"  # what is seen: "text" or "short text"
     stands_alone: bool = True  # whether there is anything of it before it has an item
@@ -32,8 +38,3 @@ class Host:
     def screen(self):
         """The size of the screen, in pixels."""
         return int(1280 * self.scale), int(800 * self.scale)
-
-    def start(self, session):
-        """Starts the bar in a session that is prepared; its process."""
-        words = (part.format(config=session.config) for part in self.command)
-        return session.start("bar", *words, **session.inside)

@@ -83,9 +83,20 @@ class Session:
         self.write("xsettings", f'Net/ThemeName "{name}"\n')
         self.start("settings", "xsettingsd", "-c", str(self.config / "xsettings"))
 
+    def copy_program(self, program):
+        """A copy that others than who built it may read, with what it loads; its path."""
+        tree = program.parent.parent
+        for part in ("bin", "lib"):
+            shutil.copytree(tree / part, self.folder / part)
+        return self.folder / "bin" / program.name
+
     def become_ordinary_user(self):
         """What is started from now on belongs to nobody, and so does the home."""
         self.ordinary_user = os.geteuid() == 0
+        self.own()
+
+    def own(self):
+        """Hands what has been written to the user whose session it is."""
         if self.ordinary_user:
             for path in [self.folder, *self.folder.rglob("*")]:
                 os.chown(path, NOBODY, NOBODY)
@@ -110,10 +121,11 @@ class Session:
         return process
 
     def run(self, *arguments):
-        """Runs a program of ours to its end."""
-        subprocess.run(
-            self.command(arguments), env=self.environment, capture_output=True, timeout=PATIENCE
-        )
+        """Runs a program to its end; what it says."""
+        return subprocess.run(
+            self.command(arguments), env=self.environment, capture_output=True, timeout=PATIENCE,
+            text=True,
+        ).stdout
 
     def end(self, process):
         """Ends a program and all that it has started."""
@@ -143,10 +155,20 @@ class Session:
             return ":" + answer.readline().strip()
 
     def start_bus(self):
-        address = f"unix:path={self.environment['XDG_RUNTIME_DIR']}/bus"
-        self.start("bus", "dbus-daemon", "--session", "--nofork", "--nopidfile",
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.start_bus_called("bus")
+
+    def start_system_bus(self):
+        """A bus of the system's kind, with somebody who keeps sessions."""
+        self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = self.start_bus_called("system-bus")
+        self.start("sessions", "/usr/bin/python3", "-m", "dbusmock", "--system",
+                   "--template", "logind")
+
+    def start_bus_called(self, name):
+        """Starts a message bus; its address."""
+        path = Path(self.environment["XDG_RUNTIME_DIR"]) / name
+        address = f"unix:path={path}"
+        self.start(name, "dbus-daemon", "--session", "--nofork", "--nopidfile",
                    f"--address={address}")
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
-        bus = Path(address.removeprefix("unix:path="))
-        if not wait_until(bus.exists):
-            raise RuntimeError("the session bus did not start")
+        if not wait_until(path.exists):
+            raise RuntimeError(f"the {name} did not start")
+        return address

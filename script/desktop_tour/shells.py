@@ -1,2 +1,179 @@
 """Whole desktops, which take longer to start."""
-SHELLS = {}
+import os
+from dataclasses import replace
+from pathlib import Path
+
+from .host import Host
+from .plasma import ACTIVITIES, PLASMA_CONFIG
+from .session import GROUND, wait_until
+
+BACKGROUND = f"""picture-options='none'
+primary-color='{GROUND}'
+color-shading-type='solid'
+"""
+
+BUDGIE = f"""[org/gnome/desktop/background]
+{BACKGROUND}"""
+
+ICON = Path(__file__).resolve().parents[2] / "data/icons/com.lumora.app-symbolic.svg"
+
+MATE_INDICATORS = """[org/mate/panel/general]
+toplevel-id-list=['top']
+object-id-list=['indicators']
+
+[org/mate/panel/toplevels/top]
+expand=true
+orientation='top'
+size=28
+
+[org/mate/panel/objects/indicators]
+object-type='applet'
+applet-iid='IndicatorAppletFactory::IndicatorApplet'
+toplevel-id='top'
+position=20
+relative-to-edge='end'
+locked=true
+"""
+
+GNOME = f"""[org/gnome/shell]
+enabled-extensions=['ubuntu-appindicators@ubuntu.com']
+disable-user-extensions=false
+welcome-dialog-last-shown-version='99'
+
+[org/gnome/desktop/interface]
+enable-animations=false
+clock-format='24h'
+
+[org/gnome/desktop/background]
+{BACKGROUND}
+[org/gnome/desktop/lockdown]
+disable-lock-screen=true
+
+[org/gnome/desktop/session]
+idle-delay=uint32 0
+"""
+
+CINNAMON = f"""[org/cinnamon]
+enabled-applets=['panel1:left:0:calendar@cinnamon.org:1', 'panel1:right:0:xapp-status@cinnamon.org:2']
+next-applet-id=3
+desktop-effects=false
+startup-animation=false
+
+[org/cinnamon/desktop/background]
+{BACKGROUND}"""
+
+
+def libexec(*names):
+    """The first of these programs that is there; they are in no search path."""
+    folders = ("/usr/libexec", "/usr/lib/x86_64-linux-gnu/libexec", "/usr/lib/*/libexec",
+               "/usr/libexec/*", "/usr/libexec/*/*", "/usr/lib/*/xapps", "/usr/lib/*")
+    for folder in folders:
+        for name in names:
+            for found in Path("/").glob(f"{folder[1:]}/{name}"):
+                return str(found)
+    raise RuntimeError(f"there is no {names[0]}")
+
+
+def version_of_plasma():
+    return "6" if Path("/usr/bin/kded6").exists() else "5"
+
+
+def prepare_plasma(session, theme):
+    version = version_of_plasma()
+    home = session.config
+    session.environment |= {
+        "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": version, "DESKTOP_SESSION": "plasma",
+        "XDG_SESSION_DESKTOP": "KDE", "KDE_SESSION_UID": str(os.geteuid()),
+        "XDG_CONFIG_DIRS": f"{home}/kdedefaults:/etc/xdg",
+    }
+    session.write("plasmarc", f"[Theme]\nname={theme}\n")
+    session.write("kactivitymanagerdrc", ACTIVITIES)
+    session.write("baloofilerc", "[Basic Settings]\nIndexing-Enabled=false\n")
+    session.write("kwinrc", "[Compositing]\nEnabled=false\n")
+    session.write("plasma-org.kde.plasma.desktop-appletsrc", PLASMA_CONFIG)
+    session.write("plasmashellrc", "[PlasmaViews][Panel 2]\nfloating=0\n\n"
+                  "[PlasmaViews][Panel 2][Defaults]\nthickness=44\n")
+    session.start("window-manager", "kwin_x11")
+    session.start("daemon", f"kded{version}")
+    session.start("activities", libexec("kactivitymanagerd"))
+
+
+def prepare_mate_indicators(session):
+    icons = session.folder / "home/.local/share/icons/hicolor/symbolic/apps"
+    icons.mkdir(parents=True)
+    (icons / ICON.name).write_bytes(ICON.read_bytes())
+    session.write("glib-2.0/settings/keyfile", MATE_INDICATORS)
+    session.use_theme("Adwaita")
+    session.start("window-manager", "openbox")
+    session.start("indicators", libexec("ayatana-indicator-application-service"))
+
+
+def prepare_gnome(session):
+    session.write("glib-2.0/settings/keyfile", GNOME)
+    session.environment |= {
+        "XDG_SESSION_DESKTOP": "gnome", "DESKTOP_SESSION": "gnome", "USER": "nobody",
+        "MUTTER_DEBUG_DUMMY_MODE_SPECS": session.screen,
+    }
+    session.own()
+    session.start_system_bus()
+
+
+def start_gnome(_, session):
+    before = set(Path("/tmp/.X11-unix").iterdir())
+    shell = session.start("bar", "gnome-shell", "--nested", "--wayland")
+    run = Path(session.environment["XDG_RUNTIME_DIR"])
+
+    def inside():
+        displays = set(Path("/tmp/.X11-unix").iterdir()) - before
+        keys = list(run.glob(".mutter-Xwaylandauth.*"))
+        return (sorted(displays), keys) if displays and keys else None
+
+    displays, keys = wait_until(inside)
+    leave_overview(session)
+    session.inside = {
+        "DISPLAY": ":" + displays[0].name[1:], "XAUTHORITY": str(keys[0]),
+        "WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland",
+    }
+    return shell
+
+
+def leave_overview(session):
+    """GNOME begins with all windows side by side."""
+    def call(*arguments):
+        return session.run("gdbus", "call", "--session", "--dest", "org.gnome.Shell",
+                           "--object-path", "/org/gnome/Shell", "--method", *arguments)
+
+    active = ("org.freedesktop.DBus.Properties.Get", "org.gnome.Shell", "OverviewActive")
+    wait_until(lambda: "true" in call(*active).lower())
+    call("org.freedesktop.DBus.Properties.Set", "org.gnome.Shell", "OverviewActive", "<false>")
+    wait_until(lambda: "false" in call(*active).lower())
+
+
+def prepare_cinnamon(session):
+    session.write("glib-2.0/settings/keyfile", CINNAMON)
+    session.environment |= {"XDG_SESSION_DESKTOP": "cinnamon", "DESKTOP_SESSION": "cinnamon"}
+    session.start("watcher", libexec("xapp-sn-watcher"))
+
+
+def prepare_budgie(session):
+    session.environment |= {"XDG_SESSION_DESKTOP": "budgie-desktop"}
+    session.write("glib-2.0/settings/keyfile", BUDGIE)
+    session.start_system_bus()
+    session.start("window-manager", "budgie-wm", "--x11")
+
+
+PLASMA = Host("KDE", 44, lambda session: prepare_plasma(session, "breeze-dark"),
+              ("plasmashell",), at_bottom=True, expects="short text", patience=4)
+
+SHELLS = {
+    "plasma": PLASMA,
+    "plasma-light": replace(PLASMA, prepare=lambda session: prepare_plasma(session, "breeze-light")),
+    "gnome": Host("GNOME", 32, prepare_gnome, start=start_gnome, ordinary_user=True, restart=None,
+                  press=("click", "--repeat", "2", "--delay", "90", "1"), patience=4),
+    "cinnamon": Host("X-Cinnamon", 40, prepare_cinnamon, ("cinnamon", "--replace"), at_bottom=True,
+                     patience=4),
+    "budgie": Host("Budgie:GNOME", 36, prepare_budgie, ("budgie-panel",), at_bottom=True,
+                   expects="short text", patience=4),
+    "mate-indicators": Host("MATE", 28, prepare_mate_indicators, ("mate-panel",),
+                            press=("click", "2"), stands_alone=False),
+}

@@ -30,6 +30,7 @@ class Tour:
         log_folder = self.folder / "log" / self.name
         with Session(self.host.desktop, log_folder, "%dx%d" % self.host.screen) as self.session:
             if self.host.ordinary_user:
+                self.lumora = self.session.copy_program(self.lumora)
                 self.session.become_ordinary_user()
             self.session.start_bus()
             self.host.prepare(self.session)
@@ -72,7 +73,7 @@ class Tour:
         return contrast(picture, (0, rows.start, picture.width, rows.stop)) > 2
 
     def start_bar(self):
-        bar = self.host.start(self.session)
+        bar = self.host.start(self.host, self.session)
         if self.host.stands_alone:
             self.expect(wait_until(self.bar_is_there), "the bar does not start")
         return bar
@@ -95,7 +96,7 @@ class Tour:
     def find_item(self, bare):
         """The label's rectangle, once it is there, and the picture."""
         rows = self.bar_rows(bare)
-        if not wait_until(lambda: difference(bare, Picture.of_screen(self.session), rows), 30):
+        if not wait_until(lambda: difference(bare, Picture.of_screen(self.session), rows)):
             return None, None
         picture = self.take_settled()
         return difference(bare, picture, rows), picture

@@ -54,7 +54,8 @@ void makeAppearances(PlatformFamily& family) {
     auto bar =
         std::make_unique<PanelToneMonitor>(bus, desktop, *family.appearance, *family.preferences);
     family.statusItem = std::make_unique<LinuxStatusItem>(
-        bus, *family.preferences, std::move(bar), LinuxStatusItem::Options{.desktop = desktop});
+        bus, *family.preferences, std::move(bar),
+        LinuxStatusItem::Options{.desktop = desktop, .trayKeeper = &trayKeeper});
 }
 
 /// What both desktops have in common: everything that remembers nothing.

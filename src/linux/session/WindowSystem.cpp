@@ -53,6 +53,11 @@ void completeStartup(const QByteArray& activationToken) {
         completeStartup(connection, activationToken);
 }
 
+QString trayKeeper() {
+    auto* connection = x11Connection();
+    return connection ? selectionOwnerName(connection, "_NET_SYSTEM_TRAY_S") : QString();
+}
+
 std::unique_ptr<Compositing> makeCompositing() {
     // Whatever is not X11 has no other way to show windows than to blend them.
     auto* connection = x11Connection();

@@ -39,6 +39,10 @@ void keepOffTaskBar(std::uintptr_t window);
 /// empty, or was used up by the window system itself, needs no word.
 void completeStartup(const QByteArray& activationToken);
 
+/// The program that keeps the tray of the old kind, by the name that its window there has; empty
+/// where there is none or it says nothing.
+[[nodiscard]] QString trayKeeper();
+
 /// Follows the running application's desktop.
 std::unique_ptr<Compositing> makeCompositing();
 

@@ -1,6 +1,7 @@
 #include "linux/session/X11Windows.h"
 
 #include "linux/appearance/X11Replies.h"
+#include "linux/appearance/X11Selection.h"
 
 #include <algorithm>
 #include <array>
@@ -59,6 +60,21 @@ void completeStartup(xcb_connection_t* connection, const QByteArray& activationT
     for (; roots.rem > 0; xcb_screen_next(&roots))
         broadcast(connection, roots.data->root, message, first, further);
     xcb_flush(connection);
+}
+
+QString selectionOwnerName(xcb_connection_t* connection, const QByteArray& prefix) {
+    const std::uint32_t owner = X11Selection(connection, prefix).owner();
+    if (owner == XCB_WINDOW_NONE)
+        return {};
+    constexpr std::uint32_t longest = 64; // in units of four bytes
+    const auto cookie = xcb_get_property(
+        connection, false, owner, XCB_ATOM_WM_NAME, XCB_GET_PROPERTY_TYPE_ANY, 0, longest);
+    const ReplyPointer<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection, cookie, nullptr));
+    if (!reply)
+        return {};
+    const auto* name = static_cast<const char*>(xcb_get_property_value(reply.get()));
+    return QString::fromUtf8(name, xcb_get_property_value_length(reply.get()));
 }
 
 } // namespace lumora

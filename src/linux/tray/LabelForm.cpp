@@ -44,6 +44,9 @@ constexpr std::array knownHosts{
     KnownHost{"budgie-panel"_L1, shortText},
 };
 
+/// The one tray of the old kind that lets its windows be wider than high.
+constexpr auto wideTray = "trayer"_L1;
+
 /// Where the process tells nothing, the desktop may.
 LabelForm formOn(const QString& desktop) {
     const QStringList names = desktop.split(u':');
@@ -54,6 +57,8 @@ LabelForm formOn(const QString& desktop) {
 }
 
 LabelForm observed(const HostEvidence& evidence) {
+    if (evidence.isOldTray)
+        return evidence.process == wideTray ? textDrawn : shortText;
     const auto* const known = std::ranges::find(knownHosts, evidence.process, &KnownHost::process);
     return known != knownHosts.end() ? known->form : formOn(evidence.desktop);
 }

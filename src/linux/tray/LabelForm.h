@@ -24,9 +24,12 @@ struct LabelForm {
 
 /// What is known about the status area.
 struct HostEvidence {
-    QString process; ///< the program that keeps the status items, e.g. "waybar"; empty: not known
+    QString process; ///< the program that keeps the items, e.g. "waybar"; empty: not known
     QString desktop; ///< as in XDG_CURRENT_DESKTOP
     QString wish;    ///< the user's: "text", "short" or "symbol"; anything else leaves it to us
+
+    /// Whether it is a tray of the old kind, which takes windows and writes nothing beside them.
+    bool isOldTray = false;
 };
 
 /// The form in which most of the label is seen there.

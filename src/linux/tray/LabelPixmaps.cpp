@@ -21,6 +21,7 @@ LabelPixmaps::LabelPixmaps(const LabelPicture& picture) {
         // One size only: hosts that draw wide pictures choose badly among several, or draw none.
         m_images += drawSymbolAndText(
             picture.symbol, picture.text, wideHeight * picture.scale, tint, picture.font);
+        m_room = m_images.first().size() / picture.scale;
         return;
     }
     for (const int pixels : {16, 22, 24, 32, 44, 48})

@@ -7,6 +7,7 @@
 #include <QIcon>
 #include <QImage>
 #include <QList>
+#include <QSize>
 #include <QString>
 
 namespace lumora {
@@ -37,8 +38,12 @@ public:
     /// For the toolkit.
     QIcon icon() const;
 
+    /// What it takes in points to be seen as it was drawn.
+    QSize room() const { return m_room; }
+
 private:
     QList<QImage> m_images;
+    QSize m_room{wideHeight, wideHeight};
 };
 
 } // namespace lumora

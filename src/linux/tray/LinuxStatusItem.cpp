@@ -79,6 +79,7 @@ LinuxStatusItem::LinuxStatusItem(
     connect(&m_tray, &XEmbedItem::chosen, this, [this](MenuCommand command) {
         Q_EMIT commandChosen(command, {});
     });
+    connect(&m_tray, &XEmbedItem::shown, this, &LinuxStatusItem::drawInTray); // it is known now
     connect(&m_tray, &XEmbedItem::shown, this, &StatusItem::shown);
 }
 
@@ -111,17 +112,24 @@ void LinuxStatusItem::appear() {
     m_session->start();
 }
 
-LabelForm LinuxStatusItem::form() const {
+LabelForm LinuxStatusItem::formFor(const QString& keeper, bool isOldTray) const {
     return labelFormFor(
-        {.process = m_host.process(),
+        {.process = keeper,
          .desktop = m_options.desktop,
-         .wish = AppStorageBacked(m_preferences, PreferenceKeys::label).wrappedValue()});
+         .wish = AppStorageBacked(m_preferences, PreferenceKeys::label).wrappedValue(),
+         .isOldTray = isOldTray});
+}
+
+LabelPicture LinuxStatusItem::pictureFor(LabelForm::Picture picture) const {
+    LabelPicture wanted = pictureOf(m_content, picture, m_bar->tone());
+    wanted.scale = m_options.scale();
+    return wanted;
 }
 
 void LinuxStatusItem::present() {
     if (!m_session)
         return;
-    const LabelForm wanted = form();
+    const LabelForm wanted = formFor(m_host.process(), false);
     StatusItemContent content = m_content;
     if (!wanted.hasTextBeside)
         content.text.reset();
@@ -134,26 +142,23 @@ void LinuxStatusItem::present() {
 }
 
 void LinuxStatusItem::draw(LabelForm::Picture picture) {
-    LabelPicture wanted = pictureOf(m_content, picture, m_bar->tone());
-    wanted.scale = m_options.scale();
+    const LabelPicture wanted = pictureFor(picture);
     if (m_drawn != wanted) {
         m_drawn = wanted;
         m_pixmaps = LabelPixmaps(wanted).forStatusItem();
     }
     m_session->setPixmaps(m_pixmaps);
     if (m_session->state() == State::NoWatcher)
-        drawInTray(picture);
+        drawInTray();
 }
 
-// Trays of the old kind have squares only.
-void LinuxStatusItem::drawInTray(LabelForm::Picture picture) {
-    using Picture = LabelForm::Picture;
-    const LabelPicture wanted = pictureOf(
-        m_content, picture == Picture::Symbol ? picture : Picture::ShortText, m_bar->tone());
+void LinuxStatusItem::drawInTray() {
+    const LabelPicture wanted = pictureFor(formFor(m_options.trayKeeper(), true).picture);
     if (m_drawnInTray == wanted)
         return;
     m_drawnInTray = wanted;
-    m_tray.setIcon(LabelPixmaps(wanted).icon());
+    const LabelPixmaps drawn(wanted);
+    m_tray.setIcon(drawn.icon(), drawn.room());
 }
 
 void LinuxStatusItem::onPlaceChanged() {

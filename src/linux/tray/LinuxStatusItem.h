@@ -33,6 +33,8 @@ public:
         QString desktop; ///< the session's XDG_CURRENT_DESKTOP
         XEmbedItem::Options tray = {};
         StatusAreaHost::NameOf nameOf = &processName;
+        /// The program that keeps the tray of the old kind; empty where that cannot be known.
+        std::function<QString()> trayKeeper = [] { return QString(); };
         std::function<int()> scale = &largestScale; ///< of the bar, in device pixels per point
         /// After the item was taken by a host that may still be starting.
         std::chrono::milliseconds insistence = std::chrono::milliseconds(600);
@@ -57,9 +59,10 @@ private:
     void insist();
     bool isGnomeShell() const;
     void present();
-    LabelForm form() const;
+    LabelForm formFor(const QString& keeper, bool isOldTray) const;
+    LabelPicture pictureFor(LabelForm::Picture picture) const;
     void draw(LabelForm::Picture picture);
-    void drawInTray(LabelForm::Picture picture);
+    void drawInTray();
 
     QDBusConnection m_bus;
     const Preferences& m_preferences;

@@ -2,6 +2,7 @@
 
 #include "texts/PlainText.h"
 
+#include <QApplication>
 #include <QCursor>
 
 #include <utility>
@@ -43,10 +44,22 @@ void XEmbedItem::setContent(const StatusItemContent& content) {
         fillMenu();
 }
 
-void XEmbedItem::setIcon(const QIcon& icon) {
+void XEmbedItem::setIcon(const QIcon& icon, QSize room) {
     m_icon = icon;
-    if (m_tray)
-        m_tray->setIcon(m_icon);
+    m_room = room;
+    if (!m_tray)
+        return;
+    m_tray->setIcon(m_icon);
+    askForRoom();
+}
+
+// The toolkit asks trays for a square, but with a window like any other. Where it has none there,
+// its square is all there is.
+void XEmbedItem::askForRoom() {
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (window->inherits("QSystemTrayIconSys"))
+            window->setMinimumSize(m_room);
+    }
 }
 
 void XEmbedItem::setWanted(bool wanted) {
@@ -71,6 +84,7 @@ void XEmbedItem::look() {
     m_tray->setToolTip(toolTipMarkup(m_content));
     fillMenu();
     m_tray->show();
+    askForRoom();
     Q_EMIT shown();
 }
 

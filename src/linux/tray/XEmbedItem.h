@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QObject>
 #include <QPoint>
+#include <QSize>
 #include <QSystemTrayIcon>
 #include <QTimer>
 
@@ -16,10 +17,9 @@
 
 namespace lumora {
 
-/// An icon in a system tray of the old kind, for desktops without status items. It is without
-/// text. The toolkit's tray is not touched before it is wanted and some time has gone by: it
-/// decides once per process how it works, and a desktop that is just starting may yet bring a
-/// place for the real item.
+/// An icon in a system tray of the old kind, for desktops without status items. The toolkit's tray
+/// is not touched before it is wanted and some time has gone by: it decides once per process how it
+/// works, and a desktop that is just starting may yet bring a place for the real item.
 class XEmbedItem final : public QObject {
     Q_OBJECT
 
@@ -34,7 +34,9 @@ public:
     ~XEmbedItem() override;
 
     void setContent(const StatusItemContent& content);
-    void setIcon(const QIcon& icon);
+
+    /// Trays that know more than squares give the icon its `room`, in points.
+    void setIcon(const QIcon& icon, QSize room);
 
     /// Whether the icon should be in the tray; it appears when there is one.
     void setWanted(bool wanted);
@@ -50,6 +52,7 @@ private:
     void look();
     void onPressed(QSystemTrayIcon::ActivationReason reason);
     void fillMenu();
+    void askForRoom();
 
     std::function<bool()> m_trayExists;
     std::chrono::milliseconds m_grace;
@@ -57,6 +60,7 @@ private:
     QTimer m_timer;
     StatusItemContent m_content;
     QIcon m_icon;
+    QSize m_room;
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_tray; ///< exists while the icon is in the tray
 };

@@ -27,6 +27,7 @@ TEST(WindowSystemTest, WaylandDoesNeither) {
 
 TEST(WindowSystemTest, WithoutX11NobodyTellsThePointerAndAllIsComposited) {
     EXPECT_FALSE(pointerPosition().has_value());
+    EXPECT_EQ(trayKeeper(), QString());
     EXPECT_TRUE(makeCompositing()->isActive());
 }
 

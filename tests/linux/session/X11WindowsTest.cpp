@@ -38,6 +38,15 @@ TEST_F(X11WindowsTest, KeepsAWindowOffTaskBarAndPager) {
         set, ElementsAre(atom("_NET_WM_STATE_SKIP_TASKBAR"), atom("_NET_WM_STATE_SKIP_PAGER")));
 }
 
+TEST_F(X11WindowsTest, KnowsWhoHoldsASelection) {
+    const auto name = [this] { return selectionOwnerName(connection.get(), "_NET_SYSTEM_TRAY_S"); };
+    EXPECT_EQ(name(), QString());
+    tests::SelectionOwner tray(display.name(), "_NET_SYSTEM_TRAY_S0");
+    EXPECT_EQ(name(), QString());
+    tray.setProperty("WM_NAME", "trayer");
+    EXPECT_EQ(name(), QStringLiteral("trayer"));
+}
+
 TEST_F(X11WindowsTest, TellsTheDesktopThatAStartIsOver) {
     const tests::X11Connection desktop(xcb_connect(display.name().constData(), nullptr));
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;

@@ -50,6 +50,19 @@ TEST(LabelForm, TheDesktopTellsOfAHostThatNobodyKnows) {
     EXPECT_EQ(labelFormFor({}), shortTextAndBeside);
 }
 
+LabelForm inTray(const QString& process, const QString& wish = {}) {
+    return labelFormFor({process, u"Budgie:GNOME"_s, wish, true});
+}
+
+TEST(LabelForm, TraysOfTheOldKindHaveSquaresAndWriteNothing) {
+    EXPECT_EQ(inTray({}), shortText);
+    EXPECT_EQ(inTray(u"gnome-shell"_s), shortText);
+    EXPECT_EQ(inTray(u"trayer"_s), textDrawn);
+    EXPECT_EQ(inTray(u"trayer"_s, u"short"_s), shortText);
+    EXPECT_EQ(inTray({}, u"symbol"_s), symbolAlone);
+    EXPECT_EQ(inTray({}, u"text"_s), textDrawn);
+}
+
 TEST(LabelForm, TheUsersWishOverrules) {
     EXPECT_EQ(labelFormFor({u"gnome-shell"_s, u"GNOME"_s, u"short"_s}), shortText);
     EXPECT_EQ(labelFormFor({u"gnome-shell"_s, u"GNOME"_s, u"symbol"_s}), symbolAlone);

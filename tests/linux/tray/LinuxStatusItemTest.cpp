@@ -3,6 +3,7 @@
 #include "fakes/FakeBar.h"
 #include "fakes/FakePreferences.h"
 #include "linux/tray/BusNames.h"
+#include "linux/tray/TrayWindow.h"
 #include "support/BusProbe.h"
 #include "support/FakeWatcher.h"
 #include "support/Patience.h"
@@ -56,7 +57,8 @@ protected:
     PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connect();
     bool m_trayExists = false;
-    QString m_host; ///< the name of the watcher's process
+    QString m_host;   ///< the name of the watcher's process
+    QString m_keeper; ///< of the tray of the old kind
     int m_scale = 1;
     FakePreferences m_preferences;
     FakeBar* const m_bar = new FakeBar; ///< the item's
@@ -67,6 +69,7 @@ protected:
         {.desktop = u"sway"_s,
          .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }},
          .nameOf = [this](uint) { return m_host; },
+         .trayKeeper = [this] { return m_keeper; },
          .scale = [this] { return m_scale; },
          .insistence = 1ms}};
     BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
@@ -285,6 +288,30 @@ TEST_F(LinuxStatusItemTest, GoesToAnOldTrayWhileThereIsNoWatcher) {
     m_trayExists = true;
     EXPECT_TRUE(m_shown.wait(patience));
     EXPECT_EQ(m_item.unavailableReason(), QString());
+}
+
+TEST_F(LinuxStatusItemTest, TakesMoreThanASquareInAnOldTrayThatHasRoom) {
+    const QSystemTrayIconSys window;
+    m_trayExists = true;
+    m_keeper = u"trayer"_s;
+    m_item.show(content());
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_GT(window.minimumWidth(), 60);
+
+    m_keeper.clear();
+    StatusItemContent later = content();
+    later.text = u"Standup · 11m"_s;
+    m_item.show(later);
+    EXPECT_EQ(window.minimumWidth(), 22);
+}
+
+TEST_F(LinuxStatusItemTest, LooksAtTheKeeperOfAnOldTrayOnceItIsThere) {
+    const QSystemTrayIconSys window;
+    m_item.show(content());
+    m_keeper = u"trayer"_s;
+    m_trayExists = true;
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_GT(window.minimumWidth(), 60);
 }
 
 TEST_F(LinuxStatusItemTest, HandsTheTokenToAPressOrACommand) {

@@ -1,5 +1,6 @@
 #include "linux/tray/XEmbedItem.h"
 
+#include "linux/tray/TrayWindow.h"
 #include "support/Patience.h"
 
 #include <QAction>
@@ -33,7 +34,7 @@ protected:
     void SetUp() override {
         QPixmap dot(16, 16);
         dot.fill(Qt::black);
-        m_item.setIcon(dot);
+        m_item.setIcon(dot, {22, 22});
     }
 
     QSignalSpy m_shown{&m_item, &XEmbedItem::shown};
@@ -87,6 +88,16 @@ TEST_F(XEmbedItemTest, LeavesTheMenuAloneWhileItsRowsStay) {
     m_item.setContent(content);
     ASSERT_EQ(rows().size(), 1);
     EXPECT_EQ(rows()[0]->text(), u"End"_s);
+}
+
+TEST_F(XEmbedItemTest, AsksForTheRoomThatThePictureTakes) {
+    const QSystemTrayIconSys window;
+    m_item.setIcon(QPixmap(90, 22), {90, 22});
+    m_item.setWanted(true);
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_EQ(window.minimumSize(), QSize(90, 22));
+    m_item.setIcon(QPixmap(70, 22), {70, 22});
+    EXPECT_EQ(window.minimumSize(), QSize(70, 22));
 }
 
 TEST_F(XEmbedItemTest, AppearsWhenATrayDoes) {
