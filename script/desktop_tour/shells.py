@@ -1,5 +1,5 @@
 """Whole desktops, which take longer to start."""
-import os
+import shutil
 from dataclasses import replace
 from pathlib import Path
 
@@ -78,13 +78,11 @@ def version_of_plasma():
     return "6" if Path("/usr/bin/kded6").exists() else "5"
 
 
-def prepare_plasma(session, theme):
-    version = version_of_plasma()
-    home = session.config
+def configure_plasma(session, theme):
     session.environment |= {
-        "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": version, "DESKTOP_SESSION": "plasma",
-        "XDG_SESSION_DESKTOP": "KDE", "KDE_SESSION_UID": str(os.geteuid()),
-        "XDG_CONFIG_DIRS": f"{home}/kdedefaults:/etc/xdg",
+        "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": version_of_plasma(),
+        "DESKTOP_SESSION": "plasma", "XDG_SESSION_DESKTOP": "KDE",
+        "XDG_CONFIG_DIRS": f"{session.config}/kdedefaults:/etc/xdg",
     }
     session.write("plasmarc", f"[Theme]\nname={theme}\n")
     session.write("kactivitymanagerdrc", ACTIVITIES)
@@ -93,9 +91,33 @@ def prepare_plasma(session, theme):
     session.write("plasma-org.kde.plasma.desktop-appletsrc", PLASMA_CONFIG)
     session.write("plasmashellrc", "[PlasmaViews][Panel 2]\nfloating=0\n\n"
                   "[PlasmaViews][Panel 2][Defaults]\nthickness=44\n")
+
+
+def start_helpers(session):
+    session.start("daemon", f"kded{version_of_plasma()}", **session.inside)
+    session.start("activities", libexec("kactivitymanagerd"), **session.inside)
+
+
+def prepare_plasma(session, theme):
+    configure_plasma(session, theme)
     session.start("window-manager", "kwin_x11")
-    session.start("daemon", f"kded{version}")
-    session.start("activities", libexec("kactivitymanagerd"))
+    start_helpers(session)
+
+
+def prepare_plasma_wayland(session):
+    configure_plasma(session, "breeze-dark")
+    # The installed one may do more than an ordinary program, which not every machine allows.
+    compositor = shutil.copy("/usr/bin/kwin_wayland", session.folder)
+    session.own()
+    width, height = session.screen.split("x")
+    session.start(
+        "compositor", str(compositor), "--x11-display", session.environment["DISPLAY"],
+        "--width", width, "--height", height, "--socket", "wayland-0")
+    if not wait_until((Path(session.environment["XDG_RUNTIME_DIR"]) / "wayland-0").exists):
+        raise RuntimeError("the compositor does not start")
+    session.inside = {"DISPLAY": "", "WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland",
+                      "QT_QPA_PLATFORM": ""}
+    start_helpers(session)
 
 
 def prepare_mate_indicators(session):
@@ -168,6 +190,8 @@ PLASMA = Host("KDE", 44, lambda session: prepare_plasma(session, "breeze-dark"),
 SHELLS = {
     "plasma": PLASMA,
     "plasma-light": replace(PLASMA, prepare=lambda session: prepare_plasma(session, "breeze-light")),
+    "plasma-wayland": replace(PLASMA, prepare=prepare_plasma_wayland, layered=True,
+                              ordinary_user=True),
     "gnome": Host("GNOME", 32, prepare_gnome, start=start_gnome, ordinary_user=True, restart=None,
                   press=("click", "--repeat", "2", "--delay", "90", "1"), patience=4),
     "cinnamon": Host("X-Cinnamon", 40, prepare_cinnamon, ("cinnamon", "--replace"), at_bottom=True,

@@ -54,6 +54,8 @@ void WaylandGlobals::add(std::uint32_t name, std::string_view interface, std::ui
         m_memory = bound<wl_shm>(registry, name, wl_shm_interface, 1);
     else if (interface == wp_viewporter_interface.name)
         m_viewporter = bound<wp_viewporter>(registry, name, wp_viewporter_interface, 1);
+    else if (interface == "wp_fractional_scale_manager_v1")
+        m_hasFractionalScales = true;
     else if (interface == xdg_activation_v1_interface.name)
         m_activation = bound<xdg_activation_v1>(registry, name, xdg_activation_v1_interface, 1);
     else if (interface == zwlr_layer_shell_v1_interface.name)

@@ -26,6 +26,9 @@ public:
 
     xdg_activation_v1* activation() const { return m_activation.get(); }
 
+    /// Whether surfaces hear of scales between whole numbers.
+    bool hasFractionalScales() const { return m_hasFractionalScales; }
+
     const WaylandInput& input() const { return m_input; }
 
 private:
@@ -38,6 +41,7 @@ private:
     WaylandPtr<wp_viewporter> m_viewporter;
     WaylandPtr<zwlr_layer_shell_v1> m_layerShell;
     WaylandPtr<xdg_activation_v1> m_activation;
+    bool m_hasFractionalScales = false;
 };
 
 /// Whether the compositor that a program started now would talk to has a layer in front of all

@@ -3,7 +3,9 @@
 #include "linux/wayland/ToolkitHandles.h"
 
 #include <QGuiApplication>
+#include <QLibraryInfo>
 #include <QScreen>
+#include <QVersionNumber>
 
 #include <wayland-client.h>
 
@@ -22,6 +24,11 @@ constexpr auto pointerPatience = 200ms;
 
 /// Has the toolkit leave windows with the matching flag alone.
 constexpr char leaveAloneVariable[] = "QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT";
+
+/// Whether the toolkit draws at scales between whole numbers where surfaces hear of them.
+bool toolkitDrawsFractions() {
+    return QLibraryInfo::version() >= QVersionNumber(6, 5);
+}
 
 /// The screen with `point`; the first one without.
 QScreen* screenNear(std::optional<QPoint> point) {
@@ -125,6 +132,11 @@ void WaylandPanelLayer::place(const QRect& area) {
         return;
     m_area = area;
     m_panel->place(layerPlacement(area, m_room.available));
+    // The toolkit was told a whole scale when the surface got its place, and passed it on. It draws
+    // at the true one, which counts from when the window is shown on; the whole one with it is an
+    // error, by which compositors end a program.
+    if (m_globals.hasFractionalScales() && toolkitDrawsFractions())
+        wl_surface_set_buffer_scale(surfaceOf(m_window), 1);
     for (const auto& catcher : m_catchers)
         catcher->spare(area);
     m_parts = std::make_unique<LayerParts>(
