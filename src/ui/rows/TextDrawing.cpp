@@ -84,11 +84,7 @@ const ShapedText& pictureRun(const QString& text, const QFont& font, const QFont
 /// What the drawn part `line` is measured and drawn with, except for the marks that are kept.
 QFont fontOf(const TextLine& line, const Theme& theme) {
     const QFont font = theme.font(line.style.role, line.style.weight);
-    const bool isKept = isPictorial(line.text) && !line.style.struckThrough;
-    QFont result = hasPictures(line.text) && !isKept ? withPictures(font) : font;
-    if (line.style.struckThrough) // any other is the one that has found its files already
-        result.setStrikeOut(true);
-    return result;
+    return hasPictures(line.text) && !isPictorial(line.text) ? withPictures(font) : font;
 }
 
 double widthOf(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
@@ -201,8 +197,7 @@ bool fits(const TextLine& drawn, const Theme& theme, double width) {
 }
 
 QList<QGlyphRun> glyphsOf(const QString& text, const QFont& font, const QFontMetricsF& metrics) {
-    const bool isKept = !font.strikeOut() && isPictorial(text);
-    return isKept ? pictureRun(text, font, metrics).glyphs : shape(text, font).glyphs;
+    return isPictorial(text) ? pictureRun(text, font, metrics).glyphs : shape(text, font).glyphs;
 }
 
 QList<QGlyphRun> movedRight(QList<QGlyphRun> glyphs, double distance) {

@@ -53,7 +53,7 @@ public:
 
 private:
     QColor m_color;
-    QList<QGlyphRun> m_glyphs; // which are drawn without their strike
+    QList<QGlyphRun> m_glyphs;
     std::optional<QRectF> m_strike;
 };
 
