@@ -190,7 +190,8 @@ PLASMA = Host("KDE", 44, lambda session: prepare_plasma(session, "breeze-dark"),
 SHELLS = {
     "plasma": PLASMA,
     "plasma-light": replace(PLASMA, prepare=lambda session: prepare_plasma(session, "breeze-light")),
-    "plasma-wayland": replace(PLASMA, prepare=prepare_plasma_wayland, layered=True,
+    # It reserves less room than it draws on.
+    "plasma-wayland": replace(PLASMA, prepare=prepare_plasma_wayland, thickness=37, layered=True,
                               ordinary_user=True),
     "gnome": Host("GNOME", 32, prepare_gnome, start=start_gnome, ordinary_user=True, restart=None,
                   press=("click", "--repeat", "2", "--delay", "90", "1"), patience=4),
@@ -199,5 +200,6 @@ SHELLS = {
     "budgie": Host("Budgie:GNOME", 36, prepare_budgie, ("budgie-panel",), at_bottom=True,
                    expects="short text", patience=4),
     "mate-indicators": Host("MATE", 28, prepare_mate_indicators, ("mate-panel",),
-                            press=("click", "2"), stands_alone=False),
+                            press=("click", "1", "sleep", "1", "key", "Down", "Return"),
+                            closes=("key", "Escape"), stands_alone=False),
 }

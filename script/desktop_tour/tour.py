@@ -134,7 +134,7 @@ class Tour:
         self.facts["panel"] = f"{gap} px from the bar"
         self.expect(gap <= REACH * self.host.scale, "the panel is not at the bar")
         self.expect(panel[0] <= x <= panel[2], "the panel is not under the pointer")
-        self.click((x, y), *self.host.press)
+        self.click((x, y), *(self.host.closes or self.host.press))
         self.expect_closed(before, "a second press does not close the panel")
         if self.host.layered:
             self.work(before, panel, (x, y))
