@@ -182,6 +182,7 @@ def prepare_budgie(session):
     session.write("glib-2.0/settings/keyfile", BUDGIE)
     session.start_system_bus()
     session.start("window-manager", "budgie-wm", "--x11")
+    session.start("daemon", "budgie-daemon")
 
 
 PLASMA = Host("KDE", 44, lambda session: prepare_plasma(session, "breeze-dark"),

@@ -42,6 +42,7 @@ constexpr std::array knownHosts{
     KnownHost{"wrapper-2.0"_L1, shortText},
     KnownHost{"lxqt-panel"_L1, shortText},
     KnownHost{"budgie-panel"_L1, shortText},
+    KnownHost{"budgie-daemon"_L1, shortText},
 };
 
 /// The one tray of the old kind that lets its windows be wider than high.

@@ -38,7 +38,7 @@ TEST(LabelForm, HostsWithRoomGetOnePictureOfBoth) {
 TEST(LabelForm, SquaresGetTheShortText) {
     for (const QString& process :
          {u"kded5"_s, u"kded6"_s, u"plasmashell"_s, u"xfce4-panel"_s, u"wrapper-2.0"_s,
-          u"lxqt-panel"_s, u"budgie-panel"_s})
+          u"lxqt-panel"_s, u"budgie-panel"_s, u"budgie-daemon"_s})
         EXPECT_EQ(labelFormFor({process, u"GNOME"_s, {}}), shortText) << process.toStdString();
 }
 
