@@ -1,5 +1,6 @@
 """Whole desktops, which take longer to start."""
 import shutil
+import time
 from dataclasses import replace
 from pathlib import Path
 
@@ -35,8 +36,10 @@ relative-to-edge='end'
 locked=true
 """
 
+EXTENSION = "ubuntu-appindicators@ubuntu.com"
+
 GNOME = f"""[org/gnome/shell]
-enabled-extensions=['ubuntu-appindicators@ubuntu.com']
+enabled-extensions=['{EXTENSION}']
 disable-user-extensions=false
 welcome-dialog-last-shown-version='99'
 
@@ -171,6 +174,14 @@ def leave_overview(session):
     wait_until(lambda: "false" in call(*active).lower())
 
 
+def restart_extension(_, session, shell):
+    """On Wayland GNOME itself ends with the session; a screen lock does this to its extensions."""
+    for change in ("disable", "enable"):
+        session.run("gnome-extensions", change, EXTENSION)
+        time.sleep(2)
+    return shell
+
+
 def prepare_cinnamon(session):
     session.write("glib-2.0/settings/keyfile", CINNAMON)
     session.environment |= {"XDG_SESSION_DESKTOP": "cinnamon", "DESKTOP_SESSION": "cinnamon"}
@@ -185,21 +196,25 @@ def prepare_budgie(session):
     session.start("daemon", "budgie-daemon")
 
 
+# On Wayland it draws on more.
+RESERVED_BY_PLASMA_5 = 37
+
 PLASMA = Host("KDE", 44, lambda session: prepare_plasma(session, "breeze-dark"),
               ("plasmashell",), at_bottom=True, expects="short text", patience=4)
 
 SHELLS = {
     "plasma": PLASMA,
     "plasma-light": replace(PLASMA, prepare=lambda session: prepare_plasma(session, "breeze-light")),
-    # It reserves less room than it draws on.
-    "plasma-wayland": replace(PLASMA, prepare=prepare_plasma_wayland, thickness=37, layered=True,
+    "plasma-wayland": replace(PLASMA, prepare=prepare_plasma_wayland, layered=True,
+                              thickness=44 if version_of_plasma() == "6" else RESERVED_BY_PLASMA_5,
                               ordinary_user=True),
-    "gnome": Host("GNOME", 32, prepare_gnome, start=start_gnome, ordinary_user=True, restart=None,
-                  press=("click", "--repeat", "2", "--delay", "90", "1"), patience=4),
+    "gnome": Host("GNOME", 32, prepare_gnome, start=start_gnome, ordinary_user=True,
+                  restart=restart_extension, has_clock=True, patience=4,
+                  press=("click", "--repeat", "2", "--delay", "90", "1"), closes=("key", "Escape")),
     "cinnamon": Host("X-Cinnamon", 40, prepare_cinnamon, ("cinnamon", "--replace"), at_bottom=True,
                      patience=4),
     "budgie": Host("Budgie:GNOME", 36, prepare_budgie, ("budgie-panel",), at_bottom=True,
-                   expects="short text", patience=4),
+                   expects="short text", has_clock=True, patience=4),
     "mate-indicators": Host("MATE", 28, prepare_mate_indicators, ("mate-panel",),
                             press=("click", "1", "sleep", "1", "key", "Down", "Return"),
                             closes=("key", "Escape"), stands_alone=False),
