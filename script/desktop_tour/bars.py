@@ -184,11 +184,12 @@ def on_sway(scale):
     return lambda session: prepare_sway(session, scale)
 
 
-def prepare_sway(session, scale):
+def prepare_sway(session, scale, bar=None, style=WAYBAR_STYLE):
+    """The same for a bar of one's own."""
     config = SWAY_CONFIG.format(config=session.config, screen=session.screen, scale=scale)
     session.write("sway/config", config)
-    session.write("waybar.json", json.dumps(WAYBAR_CONFIG))
-    session.write("waybar.css", WAYBAR_STYLE)
+    session.write("waybar.json", json.dumps(bar or WAYBAR_CONFIG))
+    session.write("waybar.css", style)
     session.start(
         "compositor", "sway", WLR_BACKENDS="x11", WLR_RENDERER="pixman",
         WLR_LIBINPUT_NO_DEVICES="1", XDG_SESSION_TYPE="wayland",

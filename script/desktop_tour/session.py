@@ -115,6 +115,7 @@ class Session:
             stdin=subprocess.DEVNULL,
             stdout=log,
             stderr=log,
+            cwd=self.environment["HOME"],
             start_new_session=True,
         )
         self.processes.append(process)
@@ -172,3 +173,15 @@ class Session:
         if not wait_until(path.exists):
             raise RuntimeError(f"the {name} did not start")
         return address
+
+    def store_token(self, token):
+        """Has a keyring, unlocked, with the token of the program in it."""
+        (self.folder / "home/.local/share/keyrings").mkdir(parents=True)
+        self.own()
+        daemon = ("gnome-keyring-daemon", "--components=secrets", "--control-directory",
+                  f"{self.environment['XDG_RUNTIME_DIR']}/keyring")
+        self.start("keyring", "sh", "-c", 'echo password | "$@" --foreground --unlock', "sh", *daemon)
+        item = ("service", "com.lumora.app", "account", "briefingToken")
+        store = 'printf %s "$0" | secret-tool store --label=Lumora "$@" && echo stored'
+        if not wait_until(lambda: self.run("sh", "-c", store, token, *item)):
+            raise RuntimeError("the keyring did not start")

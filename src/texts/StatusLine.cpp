@@ -37,6 +37,12 @@ QString forPolybar(const StatusReport& report) {
     return plain(report).replace("%{"_L1, apart);
 }
 
+/// i3blocks takes no notice of an empty line of a command that goes on, and leaves there what was.
+QString forI3blocks(const StatusReport& report) {
+    const QString text = plain(report);
+    return text.isEmpty() ? u" "_s : escapedForMarkup(text);
+}
+
 /// What styles go by: what the label shows, that the last fetch failed, and that what is shown is
 /// therefore of an earlier one.
 QJsonArray styleClasses(const StatusReport& report) {
@@ -90,6 +96,7 @@ QString statusLine(const StatusReport& report, StatusFormat format) {
     case StatusFormat::Polybar:
         return forPolybar(report);
     case StatusFormat::I3blocks:
+        return forI3blocks(report);
     case StatusFormat::I3statusRust:
         return escapedForMarkup(plain(report));
     }

@@ -94,9 +94,9 @@ TEST_F(StatusStream, OutlivesTheProgram) {
 
 TEST_F(StatusStream, WaitsForTheProgram) {
     FollowingProcess follower(lumora, u"i3blocks"_s);
-    ASSERT_TRUE(follower.comesToSay({""}));
+    ASSERT_TRUE(follower.comesToSay({" "}));
     startLoaded();
-    EXPECT_TRUE(follower.comesToSay({"", "1/5"}));
+    EXPECT_TRUE(follower.comesToSay({" ", "1/5"}));
 }
 
 TEST_F(StatusStream, TellsWaybarWhatToStyleItBy) {

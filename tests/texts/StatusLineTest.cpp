@@ -75,10 +75,15 @@ TEST(StatusFormats, HaveNames) {
 
 TEST(StatusLine, IsEmptyForALabelWithoutText) {
     for (const StatusFormat format :
-         {StatusFormat::Text, StatusFormat::Polybar, StatusFormat::I3blocks,
-          StatusFormat::I3statusRust})
+         {StatusFormat::Text, StatusFormat::Polybar, StatusFormat::I3statusRust})
         EXPECT_EQ(statusLine(showing(std::nullopt), format), QString());
     EXPECT_EQ(forWaybar(showing(std::nullopt)).value(u"text"_s), QString());
+}
+
+TEST(StatusLine, ForI3blocksIsNeverEmpty) {
+    // It would go on to show the line before.
+    EXPECT_EQ(statusLine(showing(std::nullopt), StatusFormat::I3blocks), u" "_s);
+    EXPECT_EQ(statusLine(showing(u""_s), StatusFormat::I3blocks), u" "_s);
 }
 
 TEST(StatusLine, OfCommonTextIsTheSameForEverybody) {
