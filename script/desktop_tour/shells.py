@@ -144,12 +144,13 @@ def prepare_gnome(session):
 
 
 def start_gnome(_, session):
-    before = set(Path("/tmp/.X11-unix").iterdir())
+    begin = time.time()
     shell = session.start("bar", "gnome-shell", "--nested", "--wayland")
     run = Path(session.environment["XDG_RUNTIME_DIR"])
 
     def inside():
-        displays = set(Path("/tmp/.X11-unix").iterdir()) - before
+        sockets = Path("/tmp/.X11-unix").iterdir()
+        displays = [socket for socket in sockets if socket.stat().st_mtime >= begin]
         keys = list(run.glob(".mutter-Xwaylandauth.*"))
         return (sorted(displays), keys) if displays and keys else None
 
@@ -204,7 +205,8 @@ PLASMA = Host("KDE", 44, lambda session: prepare_plasma(session, "breeze-dark"),
 
 SHELLS = {
     "plasma": PLASMA,
-    "plasma-light": replace(PLASMA, prepare=lambda session: prepare_plasma(session, "breeze-light")),
+    "plasma-light": replace(
+        PLASMA, prepare=lambda session: prepare_plasma(session, "breeze-light")),
     "plasma-wayland": replace(PLASMA, prepare=prepare_plasma_wayland, layered=True,
                               thickness=44 if version_of_plasma() == "6" else RESERVED_BY_PLASMA_5,
                               ordinary_user=True),
