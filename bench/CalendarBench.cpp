@@ -30,7 +30,7 @@ const QByteArray& calendarOf(int count) {
 void parseBareCalendar(benchmark::State& state) {
     const QByteArray& text = calendarOf(static_cast<int>(state.range(0)));
     for ([[maybe_unused]] auto _ : state) {
-        icalcomponent* const calendar = icalparser_parse_string(text.constData());
+        icalcomponent* calendar = icalparser_parse_string(text.constData());
         benchmark::DoNotOptimize(calendar);
         icalcomponent_free(calendar);
     }
@@ -58,7 +58,7 @@ void workOutDay(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) {
         CalendarPart part{.name = {}, .showTransparent = false, .occurrences = {}};
         part.occurrences = occurrencesIn(*events, span, here);
-        const Agenda agenda = mergedAgenda({part});
+        Agenda agenda = mergedAgenda({part});
         shown = agenda.size();
         benchmark::DoNotOptimize(agenda);
     }
