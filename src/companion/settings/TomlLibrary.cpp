@@ -6,22 +6,20 @@ namespace lumora::companion {
 
 namespace {
 
-/// Stands, with two digits behind it, for a byte of a letter beyond ASCII, or for itself.
+/// Stands, with two digits behind it, for a byte of a letter beyond ASCII, and for itself.
 constexpr char mark = '~';
 
-QByteArray asciiButTheMark() {
+QByteArray everyAsciiCharacter() {
     QByteArray characters;
-    for (int c = 0; c < 0x80; ++c) {
-        if (c != mark)
-            characters += char(c);
-    }
+    for (int c = 0; c < 0x80; ++c)
+        characters += char(c);
     return characters;
 }
 
 } // namespace
 
 QByteArray asciiFromToml(QByteArrayView toml) {
-    return toml.toByteArray().toPercentEncoding(asciiButTheMark(), QByteArray(1, mark), mark);
+    return toml.toByteArray().toPercentEncoding(everyAsciiCharacter(), {}, mark);
 }
 
 QString textFromAscii(std::string_view ascii) {
