@@ -141,8 +141,23 @@ def week_of_the_next_year(case, occurrence, is_ours):
         "BYWEEKNO" in (rule or {}) and "INTERVAL" in rule for rule in case.lines("RRULE"))
 
 
+def replacement_of_excluded(case, occurrence, is_ours):
+    """an event that takes the place of an excluded date goes with that date, in newer packages"""
+    excluded = {date.dt for dates in case.lines("EXDATE") for date in dates.dts}
+
+    def starts():
+        for event in case.events:
+            if "RECURRENCE-ID" in event and event["RECURRENCE-ID"].dt in excluded:
+                yield event["DTSTART"].dt
+    return is_ours and any(
+        occurrence[0] == int(datetime.datetime.combine(
+            start, getattr(start, "time", datetime.time)(),
+            getattr(start, "tzinfo", None) or zone).timestamp())
+        for start in starts() for zone in case.zones)
+
+
 KINDS = [unread_rule, day_without_end, twice, replaced_by_day, changed_clocks, until_a_date,
-         last_in_another_season, swallowed, week_of_the_next_year]
+         last_in_another_season, swallowed, week_of_the_next_year, replacement_of_excluded]
 
 
 def explain(case, mine, their):

@@ -5,6 +5,7 @@
 #include "support/Patience.h"
 
 #include <QEventLoop>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include <stdexcept>
@@ -57,7 +58,11 @@ void FetchingClient::fetch() {
 }
 
 FetchEnd FetchingClient::end() const {
-    const StatusReport now = status();
+    StatusReport now = status();
+    // What it calls a name depends on curl's version.
+    static const QRegularExpression kind(u"(?<=matches target )[a-z0-9 ]+ (?=')"_s);
+    if (now.message)
+        now.message->remove(kind);
     return {now.state, now.message};
 }
 
