@@ -22,6 +22,8 @@
 
 #include <QDBusConnection>
 #include <QDesktopServices>
+#include <QGuiApplication>
+#include <QProcess>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -34,7 +36,16 @@ class DesktopUrlOpener final : public UrlOpener {
 public:
     void open(const QUrl& url, const QByteArray& activationToken) override {
         const ActivationTokenScope token(activationToken); // which the opened program inherits
-        QDesktopServices::openUrl(url);
+        if (!openOnWayland(url))
+            QDesktopServices::openUrl(url);
+    }
+
+private:
+    /// What the toolkit does too. But since 6.8 it first waits for a token of its own there, and
+    /// where the panel has gone by then, none comes and nothing is opened.
+    static bool openOnWayland(const QUrl& url) {
+        return QGuiApplication::platformName().startsWith(u"wayland") &&
+               QProcess::startDetached(u"xdg-open"_s, {url.toString(QUrl::FullyEncoded)});
     }
 };
 
