@@ -52,8 +52,7 @@ QFont withPictures(const QFont& font) {
     return withFamily(font, family);
 }
 
-/// `text` with its baseline at 0, each part of it running the way it is written, whatever is
-/// around.
+/// `text` with its baseline at 0. It runs the way it is written, whatever is around it.
 ShapedText shape(const QString& text, const QFont& font) {
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setTextDirection(Qt::LayoutDirectionAuto);
