@@ -34,6 +34,19 @@ bool SettingsTable::has(std::string_view key) const {
     return m_table.contains(key);
 }
 
+bool SettingsTable::hasOneOf(std::initializer_list<std::string_view> keys) {
+    const auto present =
+        std::ranges::count_if(keys, [this](std::string_view key) { return has(key); });
+    if (present == 1)
+        return true;
+    QStringList names;
+    for (const std::string_view key : keys)
+        names += QString::fromLatin1(key.data(), qsizetype(key.size()));
+    const QString last = names.takeLast();
+    complain(u"needs exactly one of %1 and %2"_s.arg(names.join(u", "_s), last));
+    return false;
+}
+
 std::optional<QString> SettingsTable::text(std::string_view key) {
     const toml::node* const node = take(key);
     return node ? textOf(*node, key) : std::nullopt;

@@ -7,9 +7,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <initializer_list>
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumora::companion {
@@ -26,6 +28,9 @@ public:
     SettingsTable& operator=(const SettingsTable&) = delete;
 
     [[nodiscard]] bool has(std::string_view key) const;
+
+    /// Whether exactly one of the keys is there; complains otherwise.
+    bool hasOneOf(std::initializer_list<std::string_view> keys);
 
     /// A text of one line with something in it; absent when there is none.
     std::optional<QString> text(std::string_view key);

@@ -41,8 +41,8 @@ public:
     }
 
 private:
-    /// What the toolkit does too. But since 6.8 it first waits for a token of its own there, and
-    /// where the panel has gone by then, none comes and nothing is opened.
+    /// What the toolkit does too. But Qt 6.8 first waits for a token of its own there, and where
+    /// the panel has gone by then, none comes and nothing is opened.
     static bool openOnWayland(const QUrl& url) {
         return QGuiApplication::platformName().startsWith(u"wayland") &&
                QProcess::startDetached(u"xdg-open"_s, {url.toString(QUrl::FullyEncoded)});

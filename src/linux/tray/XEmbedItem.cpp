@@ -2,7 +2,6 @@
 
 #include "texts/PlainText.h"
 
-#include <QApplication>
 #include <QCursor>
 
 #include <utility>
@@ -26,6 +25,7 @@ QString toolTipMarkup(const StatusItemContent& content) {
 XEmbedItem::XEmbedItem(Options options, QObject* parent)
     : QObject(parent)
     , m_trayExists(std::move(options.trayExists))
+    , m_windows(std::move(options.windows))
     , m_grace(options.grace)
     , m_pause(options.pause) {
     m_timer.setSingleShot(true);
@@ -53,13 +53,21 @@ void XEmbedItem::setIcon(const QIcon& icon, QSize room) {
     askForRoom();
 }
 
-// The toolkit asks trays for a square, but with a window like any other. Where it has none there,
-// its square is all there is.
+// The toolkit asks trays for a square, but with a window like any other. Where it has none, its
+// square is all there is.
 void XEmbedItem::askForRoom() {
-    for (QWidget* const window : QApplication::topLevelWidgets()) {
-        if (window->inherits("QSystemTrayIconSys"))
-            window->setMinimumSize(m_room);
+    if (m_window)
+        m_window->setMinimumSize(m_room);
+}
+
+void XEmbedItem::showInTray() {
+    const QWidgetList before = m_windows();
+    m_tray->show();
+    for (QWidget* const window : m_windows()) {
+        if (!before.contains(window))
+            m_window = window;
     }
+    askForRoom();
 }
 
 void XEmbedItem::setWanted(bool wanted) {
@@ -83,8 +91,7 @@ void XEmbedItem::look() {
     connect(m_tray.get(), &QSystemTrayIcon::activated, this, &XEmbedItem::onPressed);
     m_tray->setToolTip(toolTipMarkup(m_content));
     fillMenu();
-    m_tray->show();
-    askForRoom();
+    showInTray();
     Q_EMIT shown();
 }
 

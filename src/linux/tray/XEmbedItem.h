@@ -2,14 +2,16 @@
 
 #include "platform/StatusItem.h"
 
-#include <QByteArray>
+#include <QApplication>
 #include <QIcon>
 #include <QMenu>
 #include <QObject>
 #include <QPoint>
+#include <QPointer>
 #include <QSize>
 #include <QSystemTrayIcon>
 #include <QTimer>
+#include <QWidget>
 
 #include <chrono>
 #include <functional>
@@ -28,6 +30,8 @@ public:
         std::chrono::milliseconds grace = std::chrono::seconds(4);  ///< before the first look
         std::chrono::milliseconds pause = std::chrono::seconds(30); ///< between further looks
         std::function<bool()> trayExists = &QSystemTrayIcon::isSystemTrayAvailable;
+        /// This program's windows. The toolkit has one of its own for an icon in a tray on X11.
+        std::function<QWidgetList()> windows = &QApplication::topLevelWidgets;
     };
 
     explicit XEmbedItem(Options options, QObject* parent = nullptr);
@@ -52,9 +56,11 @@ private:
     void look();
     void onPressed(QSystemTrayIcon::ActivationReason reason);
     void fillMenu();
+    void showInTray();
     void askForRoom();
 
     std::function<bool()> m_trayExists;
+    std::function<QWidgetList()> m_windows;
     std::chrono::milliseconds m_grace;
     std::chrono::milliseconds m_pause;
     QTimer m_timer;
@@ -63,6 +69,7 @@ private:
     QSize m_room;
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_tray; ///< exists while the icon is in the tray
+    QPointer<QWidget> m_window;              ///< of the icon; null where the toolkit has none
 };
 
 } // namespace lumora

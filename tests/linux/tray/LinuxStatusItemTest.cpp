@@ -57,6 +57,7 @@ protected:
     PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connect();
     bool m_trayExists = false;
+    TrayWindow m_window;
     QString m_host;   ///< the name of the watcher's process
     QString m_keeper; ///< of the tray of the old kind
     int m_scale = 1;
@@ -67,7 +68,11 @@ protected:
         m_preferences,
         std::unique_ptr<BarAppearance>(m_bar),
         {.desktop = u"sway"_s,
-         .tray = {.grace = 1ms, .pause = 1ms, .trayExists = [this] { return m_trayExists; }},
+         .tray =
+             {.grace = 1ms,
+              .pause = 1ms,
+              .trayExists = [this] { return m_trayExists; },
+              .windows = [this] { return m_window.windows(); }},
          .nameOf = [this](uint) { return m_host; },
          .trayKeeper = [this] { return m_keeper; },
          .scale = [this] { return m_scale; },
@@ -291,27 +296,25 @@ TEST_F(LinuxStatusItemTest, GoesToAnOldTrayWhileThereIsNoWatcher) {
 }
 
 TEST_F(LinuxStatusItemTest, TakesMoreThanASquareInAnOldTrayThatHasRoom) {
-    const QSystemTrayIconSys window;
     m_trayExists = true;
     m_keeper = u"trayer"_s;
     m_item.show(content());
     ASSERT_TRUE(m_shown.wait(patience));
-    EXPECT_GT(window.minimumWidth(), 60);
+    EXPECT_GT(m_window.room().width(), 60);
 
     m_keeper.clear();
     StatusItemContent later = content();
     later.text = u"Standup · 11m"_s;
     m_item.show(later);
-    EXPECT_EQ(window.minimumWidth(), 22);
+    EXPECT_EQ(m_window.room().width(), 22);
 }
 
 TEST_F(LinuxStatusItemTest, LooksAtTheKeeperOfAnOldTrayOnceItIsThere) {
-    const QSystemTrayIconSys window;
     m_item.show(content());
     m_keeper = u"trayer"_s;
     m_trayExists = true;
     ASSERT_TRUE(m_shown.wait(patience));
-    EXPECT_GT(window.minimumWidth(), 60);
+    EXPECT_GT(m_window.room().width(), 60);
 }
 
 TEST_F(LinuxStatusItemTest, HandsTheTokenToAPressOrACommand) {

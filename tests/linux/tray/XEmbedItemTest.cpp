@@ -19,6 +19,7 @@ using namespace std::chrono_literals;
 namespace lumora {
 
 using tests::patience;
+using tests::TrayWindow;
 
 namespace {
 
@@ -26,10 +27,16 @@ class XEmbedItemTest : public testing::Test {
 protected:
     bool m_trayExists = true;
     int m_looks = 0;
-    XEmbedItem m_item{{.grace = 1ms, .pause = 1ms, .trayExists = [this] {
-                           ++m_looks;
-                           return m_trayExists;
-                       }}};
+    TrayWindow m_window;
+    XEmbedItem m_item{
+        {.grace = 1ms,
+         .pause = 1ms,
+         .trayExists =
+             [this] {
+                 ++m_looks;
+                 return m_trayExists;
+             },
+         .windows = [this] { return m_window.windows(); }}};
 
     void SetUp() override {
         QPixmap dot(16, 16);
@@ -91,13 +98,13 @@ TEST_F(XEmbedItemTest, LeavesTheMenuAloneWhileItsRowsStay) {
 }
 
 TEST_F(XEmbedItemTest, AsksForTheRoomThatThePictureTakes) {
-    const QSystemTrayIconSys window;
     m_item.setIcon(QPixmap(90, 22), {90, 22});
     m_item.setWanted(true);
     ASSERT_TRUE(m_shown.wait(patience));
-    EXPECT_EQ(window.minimumSize(), QSize(90, 22));
+    EXPECT_EQ(m_window.room(), QSize(90, 22));
+    EXPECT_EQ(m_window.roomOfOther(), QSize(0, 0));
     m_item.setIcon(QPixmap(70, 22), {70, 22});
-    EXPECT_EQ(window.minimumSize(), QSize(70, 22));
+    EXPECT_EQ(m_window.room(), QSize(70, 22));
 }
 
 TEST_F(XEmbedItemTest, AppearsWhenATrayDoes) {
