@@ -1,55 +1,12 @@
-#include "service/LumoAction.h"
-#include "support/Await.h"
-#include "support/StateHarness.h"
+#include "state/AppStateActionsFixture.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSignalSpy>
 
-#include <gtest/gtest.h>
-
 using namespace lumora;
 using namespace lumora::tests;
-using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
-
-namespace {
-
-using Keys = std::set<QString>;
-
-const QString habitKey = u"habit:read"_s;
-
-/// A state with a briefing in place (request 0), so that actions begin at request 1.
-class AppStateActionsTest : public testing::Test, protected StateHarness {
-protected:
-    AppStateActionsTest() {
-        start();
-        answer(0, 1);
-    }
-
-    QCoro::Task<bool> toggle(const QString& id) {
-        return state->perform(LumoAction::habitToggle(id), u"habit:"_s + id);
-    }
-
-    /// Ends the exchange of the action at `index`.
-    void reply(std::size_t index, int status, const QByteArray& body = {}) {
-        transport.complete(index, FakeHttpTransport::answer(status, body));
-    }
-
-    /// Leaves the message "E" of a failed action behind.
-    void failAnAction() {
-        const std::size_t index = transport.requests().size();
-        toggle(u"failing"_s);
-        reply(index, 409, R"({"error": "E"})");
-        ASSERT_EQ(state->actionError(), u"E"_s);
-    }
-
-    std::size_t requestCount() const { return transport.requests().size(); }
-
-    QByteArray method(std::size_t index) const { return transport.requests().at(index).method; }
-};
-
-} // namespace
 
 TEST_F(AppStateActionsTest, AnActionIsPostedAndItsKeyIsPending) {
     const QSignalSpy changed(&*state, &AppState::changed);
@@ -276,83 +233,4 @@ TEST_F(AppStateActionsTest, AHabitAndAChoreOfTheSameIdDoNotMeet) {
     spawn(state->perform(LumoAction::choreDone(u"plants"_s), u"chore:plants"_s));
     EXPECT_EQ(requestCount(), 3U);
     EXPECT_EQ(state->pending(), (Keys{u"habit:plants"_s, u"chore:plants"_s}));
-}
-
-TEST_F(AppStateActionsTest, CapturesTheTextWithoutItsSurroundings) {
-    auto task = state->capture(u" \t\nhello  there\n "_s);
-    EXPECT_EQ(state->pending(), Keys{u"capture"_s});
-    ASSERT_EQ(requestCount(), 2U);
-    EXPECT_EQ(transport.requests()[1].body, R"({"text":"hello  there","type":"capture"})");
-    EXPECT_FALSE(awaitValue(state->capture(u"another"_s)));
-    reply(1, 200);
-    answer(2, 2);
-    EXPECT_TRUE(awaitValue(std::move(task)));
-    EXPECT_TRUE(state->pending().empty());
-    EXPECT_EQ(requestCount(), 3U);
-}
-
-TEST_F(AppStateActionsTest, ABlankCaptureTouchesNothing) {
-    failAnAction();
-    const std::size_t requests = requestCount();
-    const QSignalSpy changed(&*state, &AppState::changed);
-    for (const QString& text : {u""_s, u"  \n"_s, u"\t\u2003\u00a0"_s})
-        EXPECT_FALSE(awaitValue(state->capture(text)));
-    EXPECT_EQ(requestCount(), requests);
-    EXPECT_EQ(changed.count(), 0);
-    EXPECT_EQ(state->actionError(), u"E"_s);
-}
-
-TEST_F(AppStateActionsTest, AFailedCaptureSaysSo) {
-    auto task = state->capture(u"milk"_s);
-    reply(1, 400, R"({"error": "The inbox is full"})");
-    EXPECT_FALSE(awaitValue(std::move(task)));
-    EXPECT_EQ(state->actionError(), u"The inbox is full"_s);
-    EXPECT_TRUE(state->pending().empty());
-}
-
-TEST_F(AppStateActionsTest, MayEndWhileAnActionIsPosted) {
-    auto taken = toggle(u"a"_s);
-    auto refused = toggle(u"b"_s);
-    auto captured = state->capture(u"milk"_s);
-    state.reset();
-    reply(1, 200);
-    reply(2, 404);
-    reply(3, 200);
-    EXPECT_TRUE(awaitValue(std::move(taken)));
-    EXPECT_FALSE(awaitValue(std::move(refused)));
-    EXPECT_TRUE(awaitValue(std::move(captured)));
-    EXPECT_EQ(requestCount(), 4U);
-}
-
-TEST_F(AppStateActionsTest, MayEndBetweenTheTriesOfAnAction) {
-    transport.prepare(FakeHttpTransport::answer(503));
-    transport.prepare(FakeHttpTransport::answer(200));
-    auto task = toggle(u"a"_s);
-    state.reset();
-    clock.advance(1s);
-    EXPECT_TRUE(awaitValue(std::move(task))); // what was asked for is still delivered
-    EXPECT_EQ(requestCount(), 3U);
-}
-
-TEST_F(AppStateActionsTest, MayEndDuringTheRefreshAfterAnAction) {
-    auto task = toggle(u"a"_s);
-    auto captured = state->capture(u"milk"_s);
-    reply(1, 200);
-    reply(2, 200);
-    state.reset();
-    answer(3, 2);
-    answer(4, 2);
-    EXPECT_TRUE(awaitValue(std::move(task)));
-    EXPECT_TRUE(awaitValue(std::move(captured)));
-    EXPECT_EQ(reminders.scheduled.size(), 1U);
-}
-
-TEST_F(AppStateActionsTest, ActionsMayOutliveWhoeverAskedForThem) {
-    {
-        const auto dropped = toggle(u"read"_s);
-    }
-    reply(1, 200);
-    answer(2, 2);
-    EXPECT_TRUE(state->pending().empty());
-    EXPECT_EQ(state->lastGood()->generatedAt, 2);
 }

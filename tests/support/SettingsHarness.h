@@ -6,6 +6,8 @@
 
 namespace lumora::tests {
 
+using namespace Qt::Literals::StringLiterals;
+
 /// The settings over fakes, of a program that is configured and has fetched once.
 class SettingsHarness : public StateHarness {
 public:
@@ -44,6 +46,21 @@ public:
         const std::size_t before = m_seen;
         m_seen = transport.requests().size();
         return m_seen - before;
+    }
+
+    /// As the keyring has it; empty without one.
+    QByteArray storedToken() const {
+        const auto item = secrets.item({u"com.lumora.app"_s, u"briefingToken"_s});
+        return item ? item->secret : QByteArray();
+    }
+
+    /// That the request carried; empty without one.
+    QByteArray sentToken(std::size_t request) const {
+        for (const auto& [name, value] : transport.requests().at(request).headers) {
+            if (name == "X-Api-Key")
+                return value;
+        }
+        return {};
     }
 
     FakeLoginItems loginItems;

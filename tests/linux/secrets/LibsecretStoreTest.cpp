@@ -1,73 +1,11 @@
-#include "linux/secrets/LibsecretStore.h"
+#include "linux/secrets/LibsecretStoreFixture.h"
 
-#include "linux/secrets/SettledStore.h"
-#include "support/Patience.h"
-#include "support/RealKeyring.h"
-
-#include <QDBusArgument>
-#include <QDBusMessage>
-#include <QDBusObjectPath>
-#include <QDBusVariant>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QSignalSpy>
 #include <QTest>
-
-#include <gtest/gtest.h>
 
 using namespace lumora;
 using namespace lumora::tests;
-using namespace Qt::Literals::StringLiterals;
-using namespace std::chrono_literals;
-
-using Status = SecretLookup::Status;
-
-namespace {
-
-const SecretKey key{u"com.example.test"_s, u"main"_s};
-const QStringList keyArguments{u"service"_s, key.service, u"account"_s, key.account};
-
-/// A store on a private bus with a real keyring, which is not started yet.
-class LibsecretStoreTest : public testing::Test {
-protected:
-    bool storeWithSecretTool(const QByteArray& secret) {
-        return keyring.secretTool(
-            QStringList{u"store"_s, u"--label=A token"_s} + keyArguments, secret);
-    }
-
-    bool removeWithSecretTool() {
-        return keyring.secretTool(QStringList{u"clear"_s} + keyArguments);
-    }
-
-    /// Lets everything that is still on its way arrive; whether `readable` was told in between.
-    bool isToldReadable() {
-        QSignalSpy told(&store, &SecretStore::readable);
-        settle(connection);
-        return told.count() > 0;
-    }
-
-    QVariant propertyOf(const QString& path, const QString& interface, const QString& name) {
-        auto call = QDBusMessage::createMethodCall(
-            u"org.freedesktop.secrets"_s, path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-        call.setArguments({interface, name});
-        const QDBusMessage reply = connection.call(call);
-        return reply.arguments().value(0).value<QDBusVariant>().variant();
-    }
-
-    QList<QDBusObjectPath> items() {
-        const QVariant paths = propertyOf(
-            u"/org/freedesktop/secrets/collection/login"_s, u"org.freedesktop.Secret.Collection"_s,
-            u"Items"_s);
-        return qdbus_cast<QList<QDBusObjectPath>>(paths);
-    }
-
-    PrivateBus bus;
-    QDBusConnection connection = bus.connect();
-    RealKeyring keyring{bus};
-    LibsecretStore store{connection, bus.address(), std::chrono::milliseconds(patience)};
-};
-
-} // namespace
 
 TEST_F(LibsecretStoreTest, KeepsASecretUntilItIsRemoved) {
     keyring.startUnlocked();
@@ -213,76 +151,6 @@ TEST_F(LibsecretStoreTest, WithoutAServiceThereIsNoSecretButAReason) {
     EXPECT_EQ(store.remove(key), SecretRemoval::Failed);
 }
 
-TEST_F(LibsecretStoreTest, TellsWhenTheServiceAppears) {
-    ASSERT_EQ(store.lookup(key).status, Status::Unavailable);
-    QSignalSpy readable(&store, &SecretStore::readable);
-    keyring.startUnlocked();
-    ASSERT_TRUE(readable.count() > 0 || readable.wait(patience));
-    EXPECT_EQ(store.lookup(key).status, Status::Absent);
-}
-
-TEST_F(LibsecretStoreTest, OutlivesARestartOfTheService) {
-    keyring.startUnlocked();
-    ASSERT_TRUE(store.add(key, u"A token"_s, "s"));
-    keyring.kill();
-    EXPECT_EQ(store.lookup(key).status, Status::Unavailable);
-
-    QSignalSpy readable(&store, &SecretStore::readable);
-    keyring.startUnlocked();
-    ASSERT_TRUE(readable.count() > 0 || readable.wait(patience));
-    EXPECT_EQ(store.lookup(key).secret, "s");
-}
-
-TEST_F(LibsecretStoreTest, TellsWhenAnotherProgramAddsTheItem) {
-    keyring.startUnlocked();
-    ASSERT_EQ(store.lookup(key).status, Status::Absent);
-    isToldReadable();
-
-    QSignalSpy readable(&store, &SecretStore::readable);
-    ASSERT_TRUE(storeWithSecretTool("by hand"));
-    ASSERT_TRUE(readable.wait(patience));
-    EXPECT_EQ(store.lookup(key).secret, "by hand");
-
-    // And so when it changes the item.
-    EXPECT_FALSE(isToldReadable());
-    readable.clear();
-    ASSERT_TRUE(storeWithSecretTool("anew"));
-    ASSERT_TRUE(readable.wait(patience));
-    EXPECT_EQ(store.lookup(key).secret, "anew");
-}
-
-TEST_F(LibsecretStoreTest, StaysSilentAboutItemsOfOthers) {
-    keyring.startUnlocked();
-    ASSERT_EQ(store.lookup(key).status, Status::Absent);
-    isToldReadable();
-    ASSERT_TRUE(keyring.secretTool(
-        {u"store"_s, u"--label=x"_s, u"service"_s, key.service, u"account"_s, u"other"_s}, "x"));
-    EXPECT_FALSE(isToldReadable());
-}
-
-TEST_F(LibsecretStoreTest, LookingUpTellsNobodyAnything) {
-    keyring.startUnlocked();
-    ASSERT_TRUE(storeWithSecretTool("by hand"));
-    ASSERT_EQ(store.lookup(key).status, Status::Found);
-    isToldReadable();
-    ASSERT_EQ(store.lookup(key).status, Status::Found);
-    EXPECT_FALSE(isToldReadable());
-    ASSERT_TRUE(removeWithSecretTool());
-    ASSERT_EQ(store.lookup(key).status, Status::Absent);
-    EXPECT_FALSE(isToldReadable());
-}
-
-TEST_F(LibsecretStoreTest, AddingTellsOnceAtMost) {
-    keyring.startUnlocked();
-    ASSERT_EQ(store.lookup(key).status, Status::Absent);
-    isToldReadable();
-    QSignalSpy readable(&store, &SecretStore::readable);
-    ASSERT_TRUE(store.add(key, u"A token"_s, "s"));
-    isToldReadable();
-    isToldReadable();
-    EXPECT_LE(readable.count(), 1);
-}
-
 TEST_F(LibsecretStoreTest, ManyCallsLeaveNothingOpen) {
     keyring.startUnlocked();
     ASSERT_TRUE(store.add(key, u"A token"_s, "s"));
@@ -307,44 +175,6 @@ TEST_F(LibsecretStoreTest, ADeadBusIsNoMoreThanAReason) {
     EXPECT_EQ(store.remove(key), SecretRemoval::Failed);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !connection.isConnected(); }, patience));
     isToldReadable(); // the connection's own end is dealt with
-}
-
-TEST(LibsecretStoreWithoutBus, NeitherFindsNorStartsOne) {
-    for (const QString& address : {QString(), u"autolaunch:"_s, u"unix:path=/nowhere/at/all"_s}) {
-        LibsecretStore store(
-            QDBusConnection(u"no such connection"_s), address, std::chrono::milliseconds(patience));
-        EXPECT_EQ(store.lookup(key).status, Status::Unavailable);
-        EXPECT_EQ(store.lookup(key).reason, u"There is no session bus"_s);
-        EXPECT_FALSE(store.add(key, u"A token"_s, "s"));
-        EXPECT_EQ(store.remove(key), SecretRemoval::Failed);
-    }
-}
-
-TEST(LibsecretStoreBusAddress, IsTheSessionsOrElseTheUserBus) {
-    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
-    const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
-    QTemporaryDir runtime;
-    qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
-
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/some/where");
-    EXPECT_EQ(LibsecretStore::sessionBusAddress(), u"unix:path=/some/where"_s);
-    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-    EXPECT_EQ(LibsecretStore::sessionBusAddress(), QString());
-    QFile socket(runtime.filePath(u"bus"_s));
-    ASSERT_TRUE(socket.open(QFile::WriteOnly));
-    EXPECT_EQ(LibsecretStore::sessionBusAddress(), u"unix:path="_s + socket.fileName());
-
-    address.isNull() ? qunsetenv("DBUS_SESSION_BUS_ADDRESS")
-                     : qputenv("DBUS_SESSION_BUS_ADDRESS", address);
-    folder.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", folder);
-}
-
-TEST(KeyringOf, KnowsThoseThatDesktopsBring) {
-    EXPECT_EQ(LibsecretStore::keyringOf(u"gnome-keyring-d"_s), u"GNOME Keyring"_s);
-    for (const auto& process : {u"kwalletd5"_s, u"kwalletd6"_s, u"ksecretd"_s})
-        EXPECT_EQ(LibsecretStore::keyringOf(process), u"KWallet"_s);
-    EXPECT_EQ(LibsecretStore::keyringOf(u"keepassxc"_s), u"KeePassXC"_s);
-    EXPECT_EQ(LibsecretStore::keyringOf(u"python3"_s), QString());
 }
 
 TEST_F(LibsecretStoreTest, NamesTheKeyringThatAnswers) {

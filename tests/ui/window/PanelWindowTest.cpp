@@ -1,132 +1,14 @@
-#include "ui/window/PanelWindow.h"
-
-#include "fakes/FakeClock.h"
-#include "fakes/SwitchedCompositing.h"
-#include "support/Patience.h"
 #include "ui/panel/FoldArea.h"
+#include "ui/window/PanelWindowFixture.h"
 
-#include <QApplication>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
-#include <QScrollBar>
 #include <QSignalSpy>
-#include <QTest>
-#include <QToolTip>
-#include <QVBoxLayout>
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
 #include <set>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace lumora::tests {
-namespace {
-
-const QRect display(0, 0, 1000, 800);
-const PlacementScreen windowTopBar{.geometry = display, .available = display.adjusted(0, 30, 0, 0)};
-const PlacementScreen windowBottomBar{
-    .geometry = display, .available = display.adjusted(0, 0, 0, -40)};
-const AnchorEvidence topItem{.pointer = QPoint(500, 15)};
-const AnchorEvidence bottomItem{.pointer = QPoint(500, 790)};
-
-Theme themeOf(double points, ColorScheme scheme = ColorScheme::Light) {
-    QFont font = QApplication::font();
-    font.setPointSizeF(points);
-    return {scheme, font};
-}
-
-/// Content with a block of any height, a button and a field.
-struct Content : QWidget {
-    Content() {
-        layout->setContentsMargins({});
-        layout->setSpacing(0);
-        for (QWidget* part : std::initializer_list<QWidget*>{block, button, field})
-            layout->addWidget(part);
-        button->setFixedHeight(30);
-        field->setFixedHeight(20);
-        setTotalHeight(300);
-    }
-
-    void setTotalHeight(int height) { block->setFixedHeight(height - 50); }
-
-    QVBoxLayout* layout = new QVBoxLayout(this);
-    QWidget* block = new QWidget;
-    QPushButton* button = new QPushButton;
-    QLineEdit* field = new QLineEdit;
-};
-
-/// Calls back whenever a widget paints.
-class PaintWatcher final : public QObject {
-public:
-    PaintWatcher(QWidget* watched, std::function<void()> painted)
-        : m_painted(std::move(painted)) {
-        watched->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint)
-            m_painted();
-        return false;
-    }
-
-private:
-    std::function<void()> m_painted;
-};
-
-class PanelWindowTest : public testing::Test {
-protected:
-    void make(bool placesWindows = true) {
-        content = new Content;
-        window = std::make_unique<PanelWindow>(
-            content, PanelWindow::Dependencies{
-                         .themes = themes,
-                         .compositing = compositing,
-                         .clock = clock,
-                         .placesWindows = placesWindows,
-                         .screens = [this] { return QList<PlacementScreen>{screen}; },
-                     });
-    }
-
-    void SetUp() override { make(); }
-
-    void open(const AnchorEvidence& evidence = topItem) {
-        window->showAt(evidence);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    }
-
-    /// Closes the panel; as on any desktop, another window gets the focus then.
-    void close() {
-        window->hide();
-        turnElsewhere();
-    }
-
-    void setContentHeight(int height) {
-        content->setTotalHeight(height);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-    }
-
-    /// Gives the focus to another window.
-    void turnElsewhere() {
-        other.show();
-        other.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    }
-
-    QImage picture() { return window->grab().toImage().convertToFormat(QImage::Format_ARGB32); }
-
-    ThemeSource themes{themeOf(10)};
-    SwitchedCompositing compositing{false};
-    FakeClock clock;
-    PlacementScreen screen = windowTopBar;
-    QWidget other;
-    Content* content = nullptr;
-    std::unique_ptr<PanelWindow> window;
-};
 
 TEST_F(PanelWindowTest, IsAFramelessToolWindowWithTheProgramsName) {
     EXPECT_EQ(window->windowType(), Qt::Tool);
@@ -301,175 +183,6 @@ TEST_F(PanelWindowTest, FollowsTheWorkArea) {
     EXPECT_EQ(window->panelGeometry().top(), 54);
 }
 
-TEST_F(PanelWindowTest, GivesTheFocusToTheContentAndNotToAField) {
-    open();
-    EXPECT_EQ(QApplication::activeWindow(), window.get());
-    EXPECT_EQ(QApplication::focusWidget(), content);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), content->button);
-}
-
-TEST_F(PanelWindowTest, DoesNotReturnTheFocusToTheFieldThatHadIt) {
-    open();
-    content->field->setFocus();
-    ASSERT_EQ(QApplication::focusWidget(), content->field);
-    QTest::keyClicks(content->field, u"half a th"_s);
-    close();
-    open();
-    EXPECT_EQ(QApplication::focusWidget(), content);
-    EXPECT_EQ(content->field->text(), u"half a th"_s);
-}
-
-TEST_F(PanelWindowTest, EscapeCloses) {
-    open();
-    const QSignalSpy hidden(window.get(), &PanelWindow::hidden);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(hidden.count(), 1);
-}
-
-TEST_F(PanelWindowTest, EscapeInAFieldCloses) {
-    open();
-    content->field->setFocus();
-    QTest::keyClick(content->field, Qt::Key_Escape);
-    EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, TurningToAnotherWindowCloses) {
-    open();
-    const QSignalSpy hidden(window.get(), &PanelWindow::hidden);
-    turnElsewhere();
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(hidden.count(), 1);
-}
-
-TEST_F(PanelWindowTest, ItsOwnMenusAndToolTipsDoNotCloseIt) {
-    open();
-    QToolTip::showText(window->panelGeometry().center(), u"A tip"_s, content);
-    EXPECT_TRUE(window->isVisible());
-    QMenu menu(content->field);
-    menu.addAction(u"Paste"_s);
-    menu.popup(window->panelGeometry().center());
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
-    EXPECT_TRUE(window->isVisible());
-    menu.close();
-    QToolTip::hideText();
-}
-
-TEST_F(PanelWindowTest, ItsOwnDialogsDoNotCloseIt) {
-    open();
-    QWidget dialog(content, Qt::Dialog);
-    dialog.show();
-    dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, APressInTheShadowClosesAndOneInThePanelDoesNot) {
-    compositing.setActive(true);
-    open();
-    const QRect panel = window->panelRect();
-    QTest::mouseClick(window.get(), Qt::LeftButton, {}, panel.center());
-    EXPECT_TRUE(window->isVisible());
-    QTest::mouseClick(window.get(), Qt::LeftButton, {}, panel.topLeft() - QPoint(8, -50));
-    EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, ThePressOnTheItemOpensAndCloses) {
-    window->toggle(topItem);
-    EXPECT_TRUE(window->isVisible());
-    window->toggle(topItem);
-    EXPECT_FALSE(window->isVisible());
-    window->toggle(topItem);
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, TheSecondPressOfADoubleClickDoesNotClose) {
-    AnchorEvidence press = topItem;
-    press.activation = press.pointer;
-    const std::chrono::milliseconds doubleClick(QApplication::doubleClickInterval());
-    window->toggle(press);
-    clock.advance(doubleClick - 1ms);
-    window->toggle(press);
-    EXPECT_TRUE(window->isVisible());
-    clock.advance(1ms);
-    window->toggle(press);
-    EXPECT_FALSE(window->isVisible());
-    // A key is no mouse.
-    window->toggle(topItem);
-    window->toggle(topItem);
-    EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, IsPreparedBeforeEachShowing) {
-    int prepared = 0;
-    PanelWindow another(
-        new Content, {.themes = themes,
-                      .compositing = compositing,
-                      .clock = clock,
-                      .prepare = [&](const QWidget& panel) {
-                          EXPECT_TRUE(panel.internalWinId());
-                          EXPECT_FALSE(panel.isVisible());
-                          ++prepared;
-                      }});
-    another.showAt(topItem);
-    another.showAt(topItem);
-    EXPECT_EQ(prepared, 1);
-    another.hide();
-    another.showAt(topItem);
-    EXPECT_EQ(prepared, 2);
-}
-
-TEST_F(PanelWindowTest, ThePressThatTookTheFocusDoesNotOpenItAgain) {
-    open();
-    turnElsewhere();
-    clock.advance(299ms);
-    window->toggle(topItem);
-    EXPECT_FALSE(window->isVisible());
-    clock.advance(1ms);
-    window->toggle(topItem);
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, APressRightAfterEscapeOpens) {
-    open();
-    turnElsewhere();
-    open();
-    QTest::keyClick(window.get(), Qt::Key_Escape);
-    window->toggle(topItem);
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, ShowingIsNeverIgnored) {
-    open();
-    turnElsewhere();
-    window->showAt(topItem);
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, AClockThatWasSetBackDoesNotBlockTheItem) {
-    open();
-    turnElsewhere();
-    clock.advance(-1h);
-    window->toggle(topItem);
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(PanelWindowTest, AnnouncesEachOpeningInTimeForTheContentToChange) {
-    QObject::connect(window.get(), &PanelWindow::aboutToShow, window.get(), [this] {
-        EXPECT_FALSE(window->isVisible());
-        content->setTotalHeight(444);
-    });
-    const QSignalSpy aboutToShow(window.get(), &PanelWindow::aboutToShow);
-    window->showAt(topItem);
-    EXPECT_EQ(window->panelGeometry().height(), 446);
-    window->showAt(topItem);
-    EXPECT_EQ(aboutToShow.count(), 1) << "it was open already";
-    window->hide();
-    window->showAt(topItem);
-    EXPECT_EQ(aboutToShow.count(), 2);
-}
-
 TEST_F(PanelWindowTest, RemembersTheLastGoodAnchor) {
     open({.pointer = QPoint(300, 15)});
     close();
@@ -483,11 +196,6 @@ TEST_F(PanelWindowTest, RemembersTheLastGoodAnchor) {
 TEST_F(PanelWindowTest, WithoutAnyAnchorItIsWhereTheStatusAreaUsuallyIs) {
     open({});
     EXPECT_EQ(window->panelGeometry(), QRect(678, 30, 322, 302));
-}
-
-TEST_F(PanelWindowTest, TheActivationTokenIsGoneOnceItIsUsed) {
-    window->showAt(topItem, "token-1");
-    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
 }
 
 TEST_F(PanelWindowTest, IsASmallWindowWhereItCannotBePlaced) {
@@ -548,5 +256,4 @@ TEST_F(PanelWindowTest, FollowsCompositingWhileOpen) {
     EXPECT_EQ(window->panelGeometry(), QRect(339, 30, 322, 302));
 }
 
-} // namespace
 } // namespace lumora::tests
