@@ -2,6 +2,7 @@
 
 #include "platform/Compositing.h"
 #include "platform/DesktopAppearance.h"
+#include "platform/DesktopNames.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -10,14 +11,15 @@
 
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace lumora {
 
 namespace {
 
 /// Plasma and LXQt hand their font to the toolkit themselves, with more about it than others know.
 bool setsFontByItself(const QString& desktop) {
-    const auto names = desktop.split(u':');
-    return names.contains(u"KDE") || names.contains(u"LXQt");
+    return namesDesktop(desktop, {"KDE"_L1, "LXQt"_L1});
 }
 
 QFont fontFrom(const DesktopFont& wish) {
@@ -31,7 +33,7 @@ QFont fontFrom(const DesktopFont& wish) {
 /// Plasma is the one desktop whose own palette reaches the program; elsewhere the toolkit has only
 /// a palette of its own, which looks at home nowhere.
 bool hasPaletteOfItsOwn(const QString& desktop) {
-    return desktop.split(u':').contains(u"KDE");
+    return namesDesktop(desktop, {"KDE"_L1});
 }
 
 bool isDark(const QPalette& palette) {

@@ -1,9 +1,6 @@
 #include "texts/NoStatusArea.h"
 
-#include <QStringList>
-
-#include <algorithm>
-#include <array>
+#include "platform/DesktopNames.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -12,18 +9,10 @@ namespace lumora {
 namespace {
 
 QString remedy(const QString& desktop) {
-    const QStringList names = desktop.split(u':');
-    const auto isOneOf = [&](const auto& desktops) {
-        return std::ranges::any_of(desktops, [&](QLatin1StringView name) {
-            return names.contains(name, Qt::CaseInsensitive);
-        });
-    };
-    constexpr std::array withExtension{"GNOME"_L1};
-    constexpr std::array withOwnBar{"sway"_L1, "Hyprland"_L1, "river"_L1, "niri"_L1, "wlroots"_L1};
-    if (isOneOf(withExtension))
+    if (namesDesktop(desktop, {"GNOME"_L1}))
         return u"GNOME shows it with the extension AppIndicator: install the package "
                "gnome-shell-extension-appindicator, log in again and switch it on."_s;
-    if (isOneOf(withOwnBar))
+    if (namesDesktop(desktop, {"sway"_L1, "Hyprland"_L1, "river"_L1, "niri"_L1, "wlroots"_L1}))
         return u"Add a tray to your bar; waybar's module is called tray."_s;
     return u"Add a status area, also called system tray, to your desktop's panel."_s;
 }

@@ -1,6 +1,6 @@
 #include "texts/SettingsTexts.h"
 
-#include <QStringList>
+#include "platform/DesktopNames.h"
 
 #include <utility>
 
@@ -12,21 +12,20 @@ namespace {
 
 /// Where each desktop lets people switch off what starts at login.
 QString startupSettings(const QString& desktop) {
-    static const std::array<std::pair<QString, QString>, 9> settings{{
-        {u"KDE"_s, u"System Settings › Autostart"_s},
-        {u"XFCE"_s, u"Session and Startup › Application Autostart"_s},
-        {u"LXQt"_s, u"LXQt Session Settings › Autostart"_s},
-        {u"Budgie"_s, u"Budgie Desktop Settings › Autostart"_s},
-        {u"X-Cinnamon"_s, u"Startup Applications"_s},
-        {u"MATE"_s, u"Startup Applications"_s},
-        {u"Unity"_s, u"Startup Applications"_s},
-        {u"Pantheon"_s, u"System Settings › Applications › Startup"_s},
+    static const std::array<std::pair<QLatin1StringView, QString>, 9> settings{{
+        {"KDE"_L1, u"System Settings › Autostart"_s},
+        {"XFCE"_L1, u"Session and Startup › Application Autostart"_s},
+        {"LXQt"_L1, u"LXQt Session Settings › Autostart"_s},
+        {"Budgie"_L1, u"Budgie Desktop Settings › Autostart"_s},
+        {"X-Cinnamon"_L1, u"Startup Applications"_s},
+        {"MATE"_L1, u"Startup Applications"_s},
+        {"Unity"_L1, u"Startup Applications"_s},
+        {"Pantheon"_L1, u"System Settings › Applications › Startup"_s},
         // The last: others build on it and name it too.
-        {u"GNOME"_s, u"Tweaks › Startup Applications"_s},
+        {"GNOME"_L1, u"Tweaks › Startup Applications"_s},
     }};
-    const QStringList names = desktop.split(u':');
     for (const auto& [name, place] : settings) {
-        if (names.contains(name))
+        if (namesDesktop(desktop, {name}))
             return place;
     }
     return u"the desktop's settings for programs that start at login"_s;

@@ -50,7 +50,7 @@ public:
     /// Collects what `look` sees at every change from now on, as views see it.
     template <typename Look>
     auto watch(Look look) {
-        const auto seen = std::make_shared<std::vector<std::invoke_result_t<Look>>>();
+        auto seen = std::make_shared<std::vector<std::invoke_result_t<Look>>>();
         QObject::connect(
             &*state, &AppState::changed, &*state, [seen, look] { seen->push_back(look()); });
         return seen;

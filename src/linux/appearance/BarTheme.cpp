@@ -1,7 +1,7 @@
 #include "linux/appearance/BarTheme.h"
 
-#include "linux/appearance/PanelTone.h"
 #include "linux/files/WatchedPaths.h"
+#include "platform/DesktopNames.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,9 +15,9 @@ namespace lumora {
 BarTheme::BarTheme(const QString& desktop, XdgFolders folders, QObject* parent)
     : QObject(parent)
     , m_kind(
-          namesDesktop(desktop, "KDE"_L1)    ? Kind::Plasma
-          : namesDesktop(desktop, "LXQt"_L1) ? Kind::Lxqt
-                                             : Kind::None)
+          namesDesktop(desktop, {"KDE"_L1})    ? Kind::Plasma
+          : namesDesktop(desktop, {"LXQt"_L1}) ? Kind::Lxqt
+                                               : Kind::None)
     , m_folders(std::move(folders)) {
     if (m_kind == Kind::None)
         return;

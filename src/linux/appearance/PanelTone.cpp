@@ -1,9 +1,6 @@
 #include "linux/appearance/PanelTone.h"
 
-#include <QStringList>
-
-#include <algorithm>
-#include <array>
+#include "platform/DesktopNames.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -15,14 +12,13 @@ namespace {
 // GNOME too, but have a panel that follows their theme. Sessions without a name are put together
 // by hand around a window manager, with bars that are dark from the start.
 bool hasDarkBar(const QString& desktop) {
-    if (namesDesktop(desktop, "GNOME-Classic"_L1) || namesDesktop(desktop, "GNOME-Flashback"_L1))
+    if (namesDesktop(desktop, {"GNOME-Classic"_L1, "GNOME-Flashback"_L1}))
         return false;
     if (desktop.isEmpty())
         return true;
-    constexpr std::array darkBars = {"GNOME"_L1, "Unity"_L1,   "sway"_L1,   "Hyprland"_L1,
-                                     "i3"_L1,    "river"_L1,   "niri"_L1,   "bspwm"_L1,
-                                     "qtile"_L1, "awesome"_L1, "xmonad"_L1, "X-Cinnamon"_L1};
-    return std::ranges::any_of(darkBars, [&](auto name) { return namesDesktop(desktop, name); });
+    return namesDesktop(
+        desktop, {"GNOME"_L1, "Unity"_L1, "sway"_L1, "Hyprland"_L1, "i3"_L1, "river"_L1, "niri"_L1,
+                  "bspwm"_L1, "qtile"_L1, "awesome"_L1, "xmonad"_L1, "X-Cinnamon"_L1});
 }
 
 SymbolTone toneOn(bool darkPanel) {
@@ -37,7 +33,7 @@ SymbolTone toneFor(const PanelEvidence& evidence) {
     if (hasDarkBar(evidence.desktop))
         return SymbolTone::Light;
     // Xfce sets its panel up as a dark one; else it is like the windows.
-    if (namesDesktop(evidence.desktop, "XFCE"_L1) && evidence.xfcePanelIsDark.value_or(true))
+    if (namesDesktop(evidence.desktop, {"XFCE"_L1}) && evidence.xfcePanelIsDark.value_or(true))
         return SymbolTone::Light;
     // The rest speaks of windows; a bar with a theme of its own may differ from them.
     if (evidence.themeIsDark)
@@ -45,10 +41,6 @@ SymbolTone toneFor(const PanelEvidence& evidence) {
     if (evidence.portal)
         return toneOn(*evidence.portal == PanelEvidence::Preference::Dark);
     return toneOn(evidence.paletteIsDark);
-}
-
-bool namesDesktop(const QString& desktop, QLatin1StringView name) {
-    return desktop.split(u':').contains(name, Qt::CaseInsensitive);
 }
 
 } // namespace lumora

@@ -26,7 +26,4 @@ struct PanelEvidence {
 /// Chooses the symbol's tone for `evidence`.
 SymbolTone toneFor(const PanelEvidence& evidence);
 
-/// Whether `desktop` (as in XDG_CURRENT_DESKTOP) names the one called `name`.
-bool namesDesktop(const QString& desktop, QLatin1StringView name);
-
 } // namespace lumora

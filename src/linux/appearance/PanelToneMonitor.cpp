@@ -2,6 +2,7 @@
 
 #include "linux/appearance/SettingsMessages.h"
 #include "platform/AppStorageBacked.h"
+#include "platform/DesktopNames.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -54,7 +55,7 @@ PanelToneMonitor::PanelToneMonitor(
     connect(&windows, &DesktopAppearance::changed, this, [this, &windows] {
         apply([&](PanelEvidence& evidence) { evidence.portal = windows.colorScheme(); });
     });
-    if (m_bus.isConnected() && namesDesktop(desktop, "XFCE"_L1))
+    if (m_bus.isConnected() && namesDesktop(desktop, {"XFCE"_L1}))
         watchXfce();
 }
 

@@ -1,6 +1,6 @@
 #include "linux/tray/LabelForm.h"
 
-#include <QStringList>
+#include "platform/DesktopNames.h"
 
 #include <algorithm>
 #include <array>
@@ -50,10 +50,7 @@ constexpr auto wideTray = "trayer"_L1;
 
 /// Where the process tells nothing, the desktop may.
 LabelForm formOn(const QString& desktop) {
-    const QStringList names = desktop.split(u':');
-    const bool drawsText = std::ranges::any_of(
-        std::array{"GNOME"_L1, "MATE"_L1, "Unity"_L1},
-        [&](QLatin1StringView name) { return names.contains(name, Qt::CaseInsensitive); });
+    const bool drawsText = namesDesktop(desktop, {"GNOME"_L1, "MATE"_L1, "Unity"_L1});
     return drawsText ? textBeside : shortTextAndBeside;
 }
 

@@ -1,6 +1,7 @@
 #include "linux/tray/LinuxStatusItem.h"
 
 #include "platform/AppStorageBacked.h"
+#include "platform/DesktopNames.h"
 #include "texts/PlainText.h"
 
 #include <QGuiApplication>
@@ -34,7 +35,7 @@ bool hasText(const StatusItemContent& content) {
 // MATE's panel throws the symbol away when it is given a text, and has nothing left to show when
 // the text goes. Only an item that it has never seen gets a symbol again.
 bool losesItsSymbol(const QString& desktop) {
-    return desktop.split(u':').contains(u"MATE", Qt::CaseInsensitive);
+    return namesDesktop(desktop, {"MATE"_L1});
 }
 
 LabelPicture

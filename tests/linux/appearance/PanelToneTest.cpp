@@ -93,12 +93,5 @@ TEST(PanelTone, BelievesTheUserFirst) {
     EXPECT_EQ(toneFor(evidence), SymbolTone::Light);
 }
 
-TEST(PanelTone, KnowsDesktopsByName) {
-    EXPECT_TRUE(namesDesktop(u"XFCE"_s, "XFCE"_L1));
-    EXPECT_TRUE(namesDesktop(u"X-Derived:Xfce"_s, "XFCE"_L1));
-    EXPECT_FALSE(namesDesktop(u"GNOME"_s, "XFCE"_L1));
-    EXPECT_FALSE(namesDesktop({}, "XFCE"_L1));
-}
-
 } // namespace
 } // namespace lumora
