@@ -21,8 +21,12 @@ struct HttpHeaders : QList<QPair<QByteArray, QByteArray>> {
     using QList::QList;
     HttpHeaders(const HttpHeaders&) = default;
     HttpHeaders(HttpHeaders&&) = default;
-    HttpHeaders& operator=(const HttpHeaders&) = default;
-    HttpHeaders& operator=(HttpHeaders&&) = default;
+
+    /// What was here goes with the other one, and is wiped with it.
+    HttpHeaders& operator=(HttpHeaders other) {
+        swap(other);
+        return *this;
+    }
 
     ~HttpHeaders() {
         if (!isDetached())
