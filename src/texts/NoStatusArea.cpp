@@ -9,7 +9,9 @@ namespace lumora {
 namespace {
 
 QString remedy(const QString& desktop) {
-    if (namesDesktop(desktop, {"GNOME"_L1}))
+    // These call themselves GNOME too, but have a panel of another kind.
+    const bool hasOwnPanel = namesDesktop(desktop, {"Budgie"_L1, "GNOME-Flashback"_L1});
+    if (namesDesktop(desktop, {"GNOME"_L1}) && !hasOwnPanel)
         return u"GNOME shows it with the extension AppIndicator: install the package "
                "gnome-shell-extension-appindicator, log in again and switch it on."_s;
     if (namesDesktop(desktop, {"sway"_L1, "Hyprland"_L1, "river"_L1, "niri"_L1, "wlroots"_L1}))

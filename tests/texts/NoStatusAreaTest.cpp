@@ -12,7 +12,9 @@ TEST(NoStatusArea, NamesWhatTheDesktopLacks) {
         EXPECT_TRUE(noStatusArea(desktop).body.contains(u"gnome-shell-extension-appindicator"));
     for (const QString& desktop : {u"sway"_s, u"Hyprland"_s, u"sway:wlroots"_s})
         EXPECT_TRUE(noStatusArea(desktop).body.contains(u"waybar"));
-    for (const QString& desktop : {u"XFCE"_s, u"KDE"_s, QString(), u"GNOMEish"_s})
+    for (const QString& desktop :
+         {u"XFCE"_s, u"KDE"_s, QString(), u"GNOMEish"_s, u"Budgie:GNOME"_s,
+          u"GNOME-Flashback:GNOME"_s})
         EXPECT_TRUE(noStatusArea(desktop).body.contains(u"system tray"));
 }
 

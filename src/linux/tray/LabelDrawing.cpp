@@ -4,6 +4,7 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -63,6 +64,43 @@ double middleBaseline(int height, const QFontMetricsF& metrics) {
     return std::round((height + metrics.capHeight()) / 2);
 }
 
+bool isDigit(QChar c) {
+    return c >= u'0' && c <= u'9';
+}
+
+/// What each digit of `text` is narrower than the widest of its font, and 0 for all else.
+QList<double> spareWidths(const QString& text, const QFontMetricsF& metrics) {
+    const double place = metrics.horizontalAdvance(widestDigit(metrics));
+    QList<double> widths;
+    for (const QChar c : text)
+        widths += isDigit(c) ? place - metrics.horizontalAdvance(c) : 0;
+    return widths;
+}
+
+/// Draws `text` with its baseline at `start`, each digit in the middle of a place that is as wide
+/// as the widest of them: what stands behind the digits does not move as they change.
+void drawSteadily(QPainter& painter, QPointF start, const QString& text) {
+    const QList<double> spare = spareWidths(text, QFontMetricsF(painter.font()));
+    QList<QTextLayout::FormatRange> spacings;
+    for (int i = 0; i < text.size(); ++i) {
+        // Half of it goes before the digit, behind the character there; never into a composed one.
+        const bool takesMore = text[i].unicode() < 0x80;
+        const double spacing = (spare[i] + (takesMore ? spare.value(i + 1) : 0)) / 2;
+        if (spacing <= 0)
+            continue;
+        QTextLayout::FormatRange range{.start = i, .length = 1, .format = {}};
+        range.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        range.format.setFontLetterSpacing(spacing);
+        spacings += range;
+    }
+    QTextLayout layout(text, painter.font());
+    layout.setFormats(spacings);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    layout.draw(&painter, start + QPointF(spare.value(0) / 2, -line.ascent()));
+}
+
 QImage transparent(int width, int height) {
     QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -73,7 +111,7 @@ QImage transparent(int width, int height) {
 
 QString withEveryDigit(QString text, QChar digit) {
     for (QChar& c : text) {
-        if (c >= u'0' && c <= u'9')
+        if (isDigit(c))
             c = digit;
     }
     return text;
@@ -85,8 +123,8 @@ QImage drawTextInSquare(const QString& text, int pixels, const QColor& color, co
     painter.setFont(fittingSquare(text, pixels, font));
     painter.setPen(color);
     const QFontMetricsF metrics(painter.font());
-    const double left = (pixels - metrics.horizontalAdvance(text)) / 2;
-    painter.drawText(QPointF(left, middleBaseline(pixels, metrics)), text);
+    const double left = (pixels - steadyWidth(text, metrics)) / 2;
+    drawSteadily(painter, QPointF(left, middleBaseline(pixels, metrics)), text);
     return image;
 }
 
@@ -101,7 +139,7 @@ QImage drawSymbolAndText(
     painter.drawImage(0, 0, renderSymbol(symbol, height, color));
     painter.setFont(letters);
     painter.setPen(color);
-    painter.drawText(QPointF(left, middleBaseline(height, metrics)), text);
+    drawSteadily(painter, QPointF(left, middleBaseline(height, metrics)), text);
     return image;
 }
 

@@ -17,6 +17,8 @@ constexpr LabelForm textBeside{.picture = Picture::Symbol, .hasTextBeside = true
 constexpr LabelForm textBesideName{
     .picture = Picture::Symbol, .hasTextBeside = true, .isNamed = true};
 constexpr LabelForm textDrawn{.picture = Picture::SymbolAndText, .hasTextBeside = false};
+constexpr LabelForm textDrawnHigh{
+    .picture = Picture::SymbolAndText, .hasTextBeside = false, .height = 24};
 constexpr LabelForm shortText{.picture = Picture::ShortText, .hasTextBeside = false};
 constexpr LabelForm symbolAlone{.picture = Picture::Symbol, .hasTextBeside = false};
 /// For hosts that nobody has tried: nearly all of them draw squares and know of no text.
@@ -34,7 +36,7 @@ constexpr std::array knownHosts{
     KnownHost{"ayatana-indicat"_L1, textBesideName},
     KnownHost{"unity-panel-ser"_L1, textBeside},
     KnownHost{"waybar"_L1, textDrawn},
-    KnownHost{"xapp-sn-watcher"_L1, textDrawn},
+    KnownHost{"xapp-sn-watcher"_L1, textDrawnHigh},
     KnownHost{"kded5"_L1, shortText},
     KnownHost{"kded6"_L1, shortText},
     KnownHost{"plasmashell"_L1, shortText},
@@ -70,7 +72,7 @@ LabelForm labelFormFor(const HostEvidence& evidence) {
         form = symbolAlone;
     else if (evidence.wish == u"short")
         form = shortText;
-    else if (evidence.wish == u"text" && form.picture != Picture::Symbol)
+    else if (evidence.wish == u"text" && form.picture == Picture::ShortText)
         form = textDrawn;
     form.isNamed = isNamed;
     return form;

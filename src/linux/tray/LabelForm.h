@@ -16,6 +16,10 @@ struct LabelForm {
     Picture picture = Picture::Symbol;
     bool hasTextBeside = true; ///< whether the text is handed over, to be drawn beside the picture
 
+    /// Of the picture of both, in points. Hosts shrink and stretch what is not as high as their
+    /// icons; this is what most have.
+    int height = 22;
+
     /// Whether the symbol goes by the name of an icon of the desktop's, as nothing drawn is shown.
     bool isNamed = false;
 

@@ -20,7 +20,7 @@ LabelPixmaps::LabelPixmaps(const LabelPicture& picture) {
     if (!picture.symbol.isEmpty() && !picture.text.isEmpty()) {
         // One size only: hosts that draw wide pictures choose badly among several, or draw none.
         m_images += drawSymbolAndText(
-            picture.symbol, picture.text, wideHeight * picture.scale, tint, picture.font);
+            picture.symbol, picture.text, picture.height * picture.scale, tint, picture.font);
         m_room = m_images.first().size() / picture.scale;
         return;
     }

@@ -17,14 +17,12 @@ struct LabelPicture {
     QString symbol; ///< empty: the text alone
     QString text;   ///< empty: the symbol alone
     SymbolTone tone = SymbolTone::Light;
-    QFont font;    ///< its family; size and weight are chosen for the place
-    int scale = 1; ///< device pixels per point, for what is drawn in one size only
+    QFont font;      ///< its family; size and weight are chosen for the place
+    int height = 22; ///< of symbol and text together, in points; either alone has many sizes
+    int scale = 1;   ///< device pixels per point, likewise
 
     bool operator==(const LabelPicture&) const = default;
 };
-
-/// The height in points of pictures that are wider than high: what most bars have for their items.
-constexpr int wideHeight = 22;
 
 /// A picture in the sizes that panels use, up to twice the usual ones for sharp screens. Symbols
 /// and texts are drawn into squares; both together into one picture as wide as they are.
@@ -43,7 +41,7 @@ public:
 
 private:
     QList<QImage> m_images;
-    QSize m_room{wideHeight, wideHeight};
+    QSize m_room{22, 22};
 };
 
 } // namespace lumora

@@ -121,8 +121,9 @@ LabelForm LinuxStatusItem::formFor(const QString& keeper, bool isOldTray) const 
          .isOldTray = isOldTray});
 }
 
-LabelPicture LinuxStatusItem::pictureFor(LabelForm::Picture picture) const {
-    LabelPicture wanted = pictureOf(m_content, picture, m_bar->tone());
+LabelPicture LinuxStatusItem::pictureFor(const LabelForm& form) const {
+    LabelPicture wanted = pictureOf(m_content, form.picture, m_bar->tone());
+    wanted.height = form.height;
     wanted.scale = m_options.scale();
     return wanted;
 }
@@ -137,13 +138,13 @@ void LinuxStatusItem::present() {
     if (m_hasTextBeside && !hasText(content) && losesItsSymbol(m_options.desktop))
         appear();
     m_hasTextBeside = hasText(content);
-    draw(wanted.picture);
+    draw(wanted);
     m_session->setIconName(wanted.isNamed ? iconName : QString());
     m_session->setContent(content);
 }
 
-void LinuxStatusItem::draw(LabelForm::Picture picture) {
-    const LabelPicture wanted = pictureFor(picture);
+void LinuxStatusItem::draw(const LabelForm& form) {
+    const LabelPicture wanted = pictureFor(form);
     if (m_drawn != wanted) {
         m_drawn = wanted;
         m_pixmaps = LabelPixmaps(wanted).forStatusItem();
@@ -154,7 +155,7 @@ void LinuxStatusItem::draw(LabelForm::Picture picture) {
 }
 
 void LinuxStatusItem::drawInTray() {
-    const LabelPicture wanted = pictureFor(formFor(m_options.trayKeeper(), true).picture);
+    const LabelPicture wanted = pictureFor(formFor(m_options.trayKeeper(), true));
     if (m_drawnInTray == wanted)
         return;
     m_drawnInTray = wanted;
@@ -169,15 +170,20 @@ void LinuxStatusItem::onPlaceChanged() {
     if (state == State::Shown) {
         // GNOME's extension takes its time.
         m_insistence.start(m_options.insistence * (isGnomeShell() ? 5 : 1));
+        m_insisted = 0;
         Q_EMIT shown();
     }
 }
 
-// waybar draws nothing of an item that was there before it, until the symbol changes. GNOME's
-// extension draws no text that was there before it, until the item is registered anew or the text
-// changes.
+// waybar draws nothing of an item that was there before it, until the symbol changes; on a machine
+// that is busy starting it may take seconds to be ready for that. GNOME's extension draws no text
+// that was there before it, until the item is registered anew or the text changes.
 void LinuxStatusItem::insist() {
-    m_session->insist(isGnomeShell());
+    constexpr int times = 3;
+    const bool isGnome = isGnomeShell();
+    m_session->insist(isGnome);
+    if (!isGnome && ++m_insisted < times)
+        m_insistence.start(m_insistence.intervalAsDuration() * 3);
 }
 
 bool LinuxStatusItem::isGnomeShell() const {

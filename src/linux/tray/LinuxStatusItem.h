@@ -36,7 +36,8 @@ public:
         /// The program that keeps the tray of the old kind; empty where that cannot be known.
         std::function<QString()> trayKeeper = [] { return QString(); };
         std::function<int()> scale = &largestScale; ///< of the bar, in device pixels per point
-        /// After the item was taken by a host that may still be starting.
+        /// After the item was taken by a host that may still be starting, and from then on three
+        /// times as long each time.
         std::chrono::milliseconds insistence = std::chrono::milliseconds(600);
 
         /// Opens another connection to the session bus under a name of ours.
@@ -60,8 +61,8 @@ private:
     bool isGnomeShell() const;
     void present();
     LabelForm formFor(const QString& keeper, bool isOldTray) const;
-    LabelPicture pictureFor(LabelForm::Picture picture) const;
-    void draw(LabelForm::Picture picture);
+    LabelPicture pictureFor(const LabelForm& form) const;
+    void draw(const LabelForm& form);
     void drawInTray();
 
     QDBusConnection m_bus;
@@ -72,6 +73,7 @@ private:
     XEmbedItem m_tray;
     StatusNotifierSession* m_session = nullptr; ///< a child; null before the first content
     QTimer m_insistence;
+    int m_insisted = 0; ///< how often, since the item was taken
     int m_appearances = 0;
     StatusItemContent m_content;
     QList<IconPixmap> m_pixmaps;

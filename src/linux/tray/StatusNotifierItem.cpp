@@ -1,5 +1,6 @@
 #include "linux/tray/StatusNotifierItem.h"
 
+#include "linux/tray/LabelDrawing.h"
 #include "texts/PlainText.h"
 
 #include <QDBusObjectPath>
@@ -29,6 +30,11 @@ std::optional<QString> labelOf(const StatusItemContent& content) {
     if (!content.text || content.text->isEmpty())
         return std::nullopt;
     return singleLine(*content.text);
+}
+
+// For hosts that keep room for it: as wide as the text may become while its length stays.
+QString guideFor(const QString& text) {
+    return withEveryDigit(text, u'8');
 }
 
 bool isPress(const QDBusMessage& call) {
@@ -81,12 +87,12 @@ void StatusNotifierItem::setLabel(
     if (std::exchange(m_label, label) == label)
         return;
     const QString text = label.value_or(QString());
-    sendSignal(u"XAyatanaNewLabel"_s, {text, text});
-    for (const QString& property : {u"XAyatanaLabel"_s, u"XAyatanaLabelGuide"_s}) {
-        if (label)
-            changed.insert(property, text);
-        else
-            invalidated += property;
+    sendSignal(u"XAyatanaNewLabel"_s, {text, guideFor(text)});
+    if (label) {
+        changed.insert(u"XAyatanaLabel"_s, text);
+        changed.insert(u"XAyatanaLabelGuide"_s, guideFor(text));
+    } else {
+        invalidated += {u"XAyatanaLabel"_s, u"XAyatanaLabelGuide"_s};
     }
 }
 
@@ -135,7 +141,7 @@ QVariantMap StatusNotifierItem::properties() const {
     // Even an empty label hides the symbol on some hosts, so without text there is no property.
     if (m_label) {
         all.insert(u"XAyatanaLabel"_s, *m_label);
-        all.insert(u"XAyatanaLabelGuide"_s, *m_label);
+        all.insert(u"XAyatanaLabelGuide"_s, guideFor(*m_label));
     }
     return all;
 }

@@ -1,5 +1,7 @@
 #include "linux/tray/LabelDrawing.h"
 
+#include <QFontMetricsF>
+
 #include <gmock/gmock.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -75,6 +77,30 @@ TEST(LabelDrawing, AMinuteThatPassesMovesNothing) {
     for (const QString& text : {u"Standup · 11m"_s, u"Standup · 18m"_s, u"Standup · 20m"_s})
         EXPECT_EQ(wide(text, 22).width(), width) << text.toStdString();
     EXPECT_LT(wide(u"Standup · 9m"_s, 22).width(), width);
+}
+
+TEST(LabelDrawing, WhatStandsBehindTheDigitsStaysWhereItIs) {
+    const QFont inter(u"Inter"_s); // a 1 is narrow there
+    ASSERT_LT(
+        QFontMetricsF(inter).horizontalAdvance(u'1'), QFontMetricsF(inter).horizontalAdvance(u'0'));
+    const auto tail = [](const QImage& image, int width) {
+        return image.copy(image.width() - width, 0, width, image.height());
+    };
+    const auto both = [&](const QString& text) {
+        return tail(drawSymbolAndText(u"calendar"_s, text, 44, Qt::white, inter), 24);
+    };
+    EXPECT_EQ(both(u"Standup · 11m"_s), both(u"Standup · 20m"_s));
+    EXPECT_NE(both(u"Standup · 11m"_s), both(u"Standup · 11h"_s));
+    const auto squares = [&](const QString& text) {
+        return tail(drawTextInSquare(text, 48, Qt::white, inter), 18);
+    };
+    EXPECT_EQ(squares(u"11m"_s), squares(u"20m"_s));
+    EXPECT_NE(squares(u"11m"_s), squares(u"11h"_s));
+}
+
+TEST(LabelDrawing, ADigitStandsInTheMiddleOfItsPlace) {
+    const QRect ink = inked(drawTextInSquare(u"1"_s, 48, Qt::white, QFont(u"Inter"_s)));
+    EXPECT_NEAR(ink.center().x(), 23.5, 4);
 }
 
 TEST(LabelDrawing, TwiceTheHeightIsTwiceTheWidth) {

@@ -31,8 +31,13 @@ TEST(LabelForm, HostsThatShowNothingDrawnAreGivenAName) {
 }
 
 TEST(LabelForm, HostsWithRoomGetOnePictureOfBoth) {
-    for (const QString& process : {u"waybar"_s, u"xapp-sn-watcher"_s})
-        EXPECT_EQ(labelFormFor({process, u"GNOME"_s, {}}), textDrawn) << process.toStdString();
+    EXPECT_EQ(labelFormFor({u"waybar"_s, u"GNOME"_s, {}}), textDrawn);
+    for (const QString& wish : {QString(), u"text"_s}) {
+        const LabelForm form = labelFormFor({u"xapp-sn-watcher"_s, u"X-Cinnamon"_s, wish});
+        EXPECT_EQ(
+            form,
+            (LabelForm{.picture = Picture::SymbolAndText, .hasTextBeside = false, .height = 24}));
+    }
 }
 
 TEST(LabelForm, SquaresGetTheShortText) {

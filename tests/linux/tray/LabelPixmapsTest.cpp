@@ -36,5 +36,15 @@ TEST(LabelPixmaps, StandOutFromTheirBar) {
     EXPECT_THAT(lightnessOf(SymbolTone::Dark), AllOf(Not(IsEmpty()), Each(Lt(64))));
 }
 
+TEST(LabelPixmaps, SymbolAndTextAreAsHighAsTheHostHasThem) {
+    for (const int height : {22, 24}) {
+        const LabelPixmaps drawn(
+            {.symbol = u"calendar"_s, .text = u"12m"_s, .font = {}, .height = height, .scale = 2});
+        ASSERT_EQ(drawn.forStatusItem().size(), 1);
+        EXPECT_EQ(drawn.forStatusItem().first().height, 2 * height);
+        EXPECT_EQ(drawn.room().height(), height);
+    }
+}
+
 } // namespace
 } // namespace lumora

@@ -60,7 +60,7 @@ TEST_F(StatusNotifierItemTest, SaysWhatItIs) {
     EXPECT_EQ(property("ItemIsMenu"), false);
     EXPECT_EQ(property("Menu").value<QDBusObjectPath>().path(), u"/MenuBar"_s);
     EXPECT_EQ(property("XAyatanaLabel"), u"Standup · 12m"_s);
-    EXPECT_EQ(property("XAyatanaLabelGuide"), u"Standup · 12m"_s);
+    EXPECT_EQ(property("XAyatanaLabelGuide"), u"Standup · 88m"_s);
     EXPECT_EQ(toolTip(), (StatusToolTip{u"Lumora"_s, u"Standup in 12 minutes"_s}));
 }
 
@@ -96,13 +96,13 @@ TEST_F(StatusNotifierItemTest, TellsThatTheLabelChanged) {
     EXPECT_THAT(m_probe.signalNames(), ElementsAre(u"XAyatanaNewLabel"_s, u"PropertiesChanged"_s));
     EXPECT_THAT(
         m_probe.signalsNamed(u"XAyatanaNewLabel"_s),
-        ElementsAre(QVariantList{u"Standup · 11m"_s, u"Standup · 11m"_s}));
+        ElementsAre(QVariantList{u"Standup · 11m"_s, u"Standup · 88m"_s}));
     const QVariantList change = m_probe.signalsNamed(u"PropertiesChanged"_s).value(0);
     EXPECT_EQ(change.at(0), itemInterface);
     EXPECT_EQ(
         qdbus_cast<QVariantMap>(change.at(1)), (QVariantMap{
                                                    {u"XAyatanaLabel"_s, u"Standup · 11m"_s},
-                                                   {u"XAyatanaLabelGuide"_s, u"Standup · 11m"_s}}));
+                                                   {u"XAyatanaLabelGuide"_s, u"Standup · 88m"_s}}));
     EXPECT_TRUE(change.at(2).toStringList().isEmpty());
 }
 
