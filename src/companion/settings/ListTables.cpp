@@ -47,20 +47,26 @@ ChoreSettings readChore(
     return chore;
 }
 
+/// Reads the tables [[key]], each with what stands before it.
+template <typename Item>
+std::vector<Item> readItems(
+    SettingsTable& file, std::string_view key,
+    Item (*readItem)(const toml::table&, const std::vector<Item>&, SettingsReading&),
+    SettingsReading& reading) {
+    std::vector<Item> items;
+    for (const toml::table* const table : file.tables(key))
+        items.push_back(readItem(*table, items, reading));
+    return items;
+}
+
 } // namespace
 
 std::vector<HabitSettings> readHabits(SettingsTable& file, SettingsReading& reading) {
-    std::vector<HabitSettings> habits;
-    for (const toml::table* const table : file.tables("habit"))
-        habits.push_back(readHabit(*table, habits, reading));
-    return habits;
+    return readItems(file, "habit", readHabit, reading);
 }
 
 std::vector<ChoreSettings> readChores(SettingsTable& file, SettingsReading& reading) {
-    std::vector<ChoreSettings> chores;
-    for (const toml::table* const table : file.tables("chore"))
-        chores.push_back(readChore(*table, chores, reading));
-    return chores;
+    return readItems(file, "chore", readChore, reading);
 }
 
 std::optional<ListCommand>
