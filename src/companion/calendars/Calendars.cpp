@@ -65,7 +65,8 @@ std::unique_ptr<CalendarSource> Calendars::sourceOf(const CalendarSettings& cale
                 return std::make_unique<FileSource>(calendar.name, file.path, reader, now);
             },
             [&](const IcsFolder& folder) -> Made {
-                return std::make_unique<FolderSource>(calendar.name, folder.path, reader, now);
+                return std::make_unique<FolderSource>(
+                    calendar.name, folder.path, m_settings.refresh, reader, now);
             },
             [&](const GnomeCalendars&) -> Made {
                 return std::make_unique<GnomeSource>(m_with.bus, m_settings.refresh, reader, now);

@@ -51,7 +51,7 @@ public:
     [[nodiscard]] std::vector<CalendarState> states(std::chrono::sys_seconds now);
 
     /// Begins to fetch what is due. To be called at the start and then every minute or so. Files
-    /// are read by themselves, when they change.
+    /// are read by themselves as well, when they change.
     void refreshDue();
 
     /// Whether anything is still under way that refreshDue() began.

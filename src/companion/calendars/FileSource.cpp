@@ -19,6 +19,11 @@ FileSource::FileSource(QString name, const QString& path, ReaderSettings reader,
     read();
 }
 
+void FileSource::refreshDue() {
+    if (m_watch.hasChanged())
+        read();
+}
+
 void FileSource::read() {
     m_watch.acknowledge();
     const auto text = readFile(m_path, longestCalendarText);

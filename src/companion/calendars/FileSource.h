@@ -12,8 +12,9 @@ public:
     /// Reads `path`, which may begin with "~/".
     FileSource(QString name, const QString& path, ReaderSettings reader, Now now);
 
-    /// Nothing is ever due: the file is watched.
-    void refreshDue() override {}
+    /// Looks whether the file has changed. Where files lie on another machine, nobody tells when
+    /// they change there.
+    void refreshDue() override;
 
 private:
     void read();

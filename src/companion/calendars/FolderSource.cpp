@@ -40,17 +40,26 @@ QStringList foldersWithin(const QString& folder) {
 
 } // namespace
 
-FolderSource::FolderSource(QString name, const QString& path, ReaderSettings reader, Now now)
+FolderSource::FolderSource(
+    QString name, const QString& path, std::chrono::minutes refresh, ReaderSettings reader, Now now)
     : CalendarSource(std::move(now))
     , m_name(std::move(name))
     , m_path(fullPath(path))
+    , m_refresh(refresh)
     , m_reader(std::move(reader))
     , m_watch(settlingTime) {
     connect(&m_watch, &PathWatch::happened, this, &FolderSource::read);
     read();
 }
 
+void FolderSource::refreshDue() {
+    const auto since = now() - m_lookedAt;
+    if (since < std::chrono::seconds(0) || since >= m_refresh)
+        read();
+}
+
 void FolderSource::read() {
+    m_lookedAt = now();
     const QStringList within = foldersWithin(m_path);
     const bool isOne = within.isEmpty() || holdsCalendarFiles(m_path);
     // First, so that nothing happens between watching and reading.

@@ -15,10 +15,13 @@ namespace lumora::companion {
 class FolderSource final : public CalendarSource {
 public:
     /// Reads `path`, which may begin with "~/".
-    FolderSource(QString name, const QString& path, ReaderSettings reader, Now now);
+    FolderSource(
+        QString name, const QString& path, std::chrono::minutes refresh, ReaderSettings reader,
+        Now now);
 
-    /// Nothing is ever due: the folder is watched.
-    void refreshDue() override {}
+    /// Reads what has changed when that was last done `refresh` ago. Where files lie on another
+    /// machine, nobody tells when they change there.
+    void refreshDue() override;
 
 private:
     /// A file as it was read.
@@ -35,8 +38,10 @@ private:
 
     const QString m_name;
     const QString m_path;
+    const std::chrono::minutes m_refresh;
     const ReaderSettings m_reader;
     PathWatch m_watch;
+    std::chrono::sys_seconds m_lookedAt;
     KnownFiles m_known;
 };
 

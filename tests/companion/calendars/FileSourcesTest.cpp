@@ -151,6 +151,34 @@ TEST_F(FileSources, WaitForAFolderThatIsNotThereYet) {
     awaitShown({u"Home: One"_s});
 }
 
+// As on the file systems of other machines, of whose changes nobody is told.
+TEST_F(FileSources, FindAChangeThatNobodyToldOfWithinAMinute) {
+    world.put(u"home.ics"_s, calendarWith({"Dentist"}));
+    useFile();
+    world.put(u"home.ics"_s, calendarWith({"Doctor"}));
+    EXPECT_EQ(world.shown(), QStringList(u"Home: Dentist"_s));
+    world.refresh();
+    EXPECT_EQ(world.shown(), QStringList(u"Home: Doctor"_s));
+}
+
+TEST_F(FileSources, FindAChangeOfAFolderThatNobodyToldOfWhenItIsDue) {
+    world.put(u"calendars/1.ics"_s, calendarWith({"One"}));
+    useFolder();
+    world.put(u"calendars/1.ics"_s, calendarWith({"Another"}));
+    world.now += std::chrono::minutes(14);
+    world.refresh();
+    EXPECT_EQ(world.shown(), QStringList(u"Home: One"_s));
+    world.now += std::chrono::minutes(1);
+    world.refresh();
+    EXPECT_EQ(world.shown(), QStringList(u"Home: Another"_s));
+
+    // A clock that was set back is no reason to wait.
+    world.put(u"calendars/1.ics"_s, calendarWith({"One more"}));
+    world.now -= std::chrono::hours(1);
+    world.refresh();
+    EXPECT_EQ(world.shown(), QStringList(u"Home: One more"_s));
+}
+
 TEST(FullPaths, BeginAtHome) {
     EXPECT_EQ(fullPath(u"~/a/./b.ics"_s), QDir::homePath() + u"/a/b.ics"_s);
     EXPECT_EQ(fullPath(u"/a//b.ics"_s), u"/a/b.ics"_s);
