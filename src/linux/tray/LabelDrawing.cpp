@@ -5,6 +5,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QTextLayout>
+#include <QTextOption>
 
 #include <algorithm>
 #include <cmath>
@@ -94,6 +95,7 @@ void drawSteadily(QPainter& painter, QPointF start, const QString& text) {
         spacings += range;
     }
     QTextLayout layout(text, painter.font());
+    layout.setTextOption(QTextOption(Qt::AlignLeft | Qt::AlignAbsolute));
     layout.setFormats(spacings);
     layout.beginLayout();
     const QTextLine line = layout.createLine();

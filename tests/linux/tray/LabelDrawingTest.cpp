@@ -67,6 +67,12 @@ TEST(LabelDrawing, SymbolAndTextStandSideBySide) {
     EXPECT_LE(text.bottom(), 20);
 }
 
+TEST(LabelDrawing, TextsFromRightToLeftStandThereToo) {
+    const QImage image = wide(u"\u05e4\u05d2\u05d9\u05e9\u05d4 · 12m"_s, 22);
+    const QRect text = inked(image.copy(22, 0, image.width() - 22, 22));
+    EXPECT_GE(text.width(), image.width() - 22 - 10);
+}
+
 TEST(LabelDrawing, AllDigitsCountAsOneOfThem) {
     EXPECT_EQ(withEveryDigit(u"Standup 2 · 109m"_s, u'8'), u"Standup 8 · 888m"_s);
     EXPECT_EQ(withEveryDigit(u"\u0661m"_s, u'8'), u"\u0661m"_s); // a text's own are no countdown
