@@ -159,10 +159,8 @@ std::optional<QString> MenuBarLabel::shortText(const Mode& mode) {
     if (std::holds_alternative<Now>(mode))
         return std::nullopt;
     const auto* const countdown = std::get_if<Countdown>(&mode);
-    auto shortened = countdown ? countdown->label : text(mode);
-    if (shortened && shortened->size() > mostShortCharacters)
-        shortened.reset();
-    return shortened;
+    const auto whole = countdown ? countdown->label : text(mode);
+    return whole && whole->size() <= mostShortCharacters ? whole : std::nullopt;
 }
 
 } // namespace lumora
