@@ -61,6 +61,8 @@ void PointerCatcher::spare(const QRegion& area) {
 }
 
 void PointerCatcher::appear(const QSize& size) {
+    if (size.isEmpty())
+        return; // to nothing it cannot be stretched
     wp_viewport_set_destination(m_viewport.get(), size.width(), size.height());
     wl_surface_attach(m_surface.get(), m_nothing.get(), 0, 0);
     wl_surface_commit(m_surface.get());
