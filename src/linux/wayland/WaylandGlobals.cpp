@@ -46,7 +46,7 @@ WaylandGlobals::WaylandGlobals(wl_display* display, WaylandInput::Events events)
 void WaylandGlobals::add(std::uint32_t name, std::string_view interface, std::uint32_t version) {
     wl_registry* const registry = m_registry.get();
     if (interface == wl_seat_interface.name)
-        m_input.addSeat(registry, name);
+        m_input.addSeat(registry, name, version);
     else if (interface == wl_compositor_interface.name)
         m_compositor = bound<wl_compositor>(
             registry, name, wl_compositor_interface, std::min(version, newestCompositor));

@@ -3,22 +3,31 @@
 #include <unistd.h>
 #include <wayland-client.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace lumora {
 
-/// Of the first version, which has all that is wanted, and the fewest events that are not.
+namespace {
+
+/// Later ones have more events that are not wanted; this one's devices can be given back.
+constexpr std::uint32_t newestSeat = 3;
+
+} // namespace
+
 class WaylandInput::Seat {
 public:
-    Seat(WaylandInput& input, wl_registry* registry, std::uint32_t name)
+    Seat(WaylandInput& input, wl_registry* registry, std::uint32_t name, std::uint32_t version)
         : m_input(input)
         , m_name(name)
-        , m_seat(static_cast<wl_seat*>(wl_registry_bind(registry, name, &wl_seat_interface, 1))) {
+        , m_seat(static_cast<wl_seat*>(wl_registry_bind(
+              registry, name, &wl_seat_interface, std::min(version, newestSeat)))) {
         static const wl_seat_listener listener = [] {
             wl_seat_listener made{};
             made.capabilities = [](void* seat, wl_seat*, std::uint32_t capabilities) {
                 static_cast<Seat*>(seat)->follow(capabilities);
             };
+            made.name = [](void*, wl_seat*, const char*) {};
             return made;
         }();
         wl_seat_add_listener(m_seat.get(), &listener, this);
@@ -31,18 +40,24 @@ public:
 private:
     void follow(std::uint32_t capabilities) {
         const auto has = [capabilities](std::uint32_t one) { return (capabilities & one) != 0; };
-        m_pointed = nullptr;
-        m_pointer.reset(
-            has(WL_SEAT_CAPABILITY_POINTER) ? wl_seat_get_pointer(m_seat.get()) : nullptr);
-        m_keyboard.reset(
-            has(WL_SEAT_CAPABILITY_KEYBOARD) ? wl_seat_get_keyboard(m_seat.get()) : nullptr);
-        m_touch.reset(has(WL_SEAT_CAPABILITY_TOUCH) ? wl_seat_get_touch(m_seat.get()) : nullptr);
-        if (m_pointer)
+        if (comes(m_pointer, has(WL_SEAT_CAPABILITY_POINTER), wl_seat_get_pointer))
             listenToPointer();
-        if (m_keyboard)
+        if (comes(m_keyboard, has(WL_SEAT_CAPABILITY_KEYBOARD), wl_seat_get_keyboard))
             listenToKeyboard();
-        if (m_touch)
+        if (comes(m_touch, has(WL_SEAT_CAPABILITY_TOUCH), wl_seat_get_touch))
             listenToTouch();
+        if (!m_pointer)
+            m_pointed = nullptr;
+    }
+
+    /// Has `device` as long as the seat `has` one: all of them are told when one of them comes or
+    /// goes. Whether it is a new one.
+    template <typename Device>
+    bool comes(WaylandPtr<Device>& device, bool has, Device* (*get)(wl_seat*)) const {
+        if (has == (device != nullptr))
+            return false;
+        device.reset(has ? get(m_seat.get()) : nullptr);
+        return has;
     }
 
     void listenToPointer() {
@@ -135,8 +150,8 @@ WaylandInput::WaylandInput(Events events)
 
 WaylandInput::~WaylandInput() = default;
 
-void WaylandInput::addSeat(wl_registry* registry, std::uint32_t name) {
-    m_seats.push_back(std::make_unique<Seat>(*this, registry, name));
+void WaylandInput::addSeat(wl_registry* registry, std::uint32_t name, std::uint32_t version) {
+    m_seats.push_back(std::make_unique<Seat>(*this, registry, name, version));
 }
 
 void WaylandInput::removeSeat(std::uint32_t name) {

@@ -39,8 +39,8 @@ public:
     WaylandInput(const WaylandInput&) = delete;
     WaylandInput& operator=(const WaylandInput&) = delete;
 
-    /// Listens to what belongs to the seat that the registry calls `name`.
-    void addSeat(wl_registry* registry, std::uint32_t name);
+    /// Listens to what belongs to the seat that the registry calls `name`, and has in `version`.
+    void addSeat(wl_registry* registry, std::uint32_t name, std::uint32_t version);
 
     /// The seat is gone, if it was one.
     void removeSeat(std::uint32_t name);

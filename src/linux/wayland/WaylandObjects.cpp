@@ -21,11 +21,17 @@ void WaylandDeleter::operator()(wl_cursor_theme* object) const {
 }
 
 void WaylandDeleter::operator()(wl_keyboard* object) const {
-    wl_keyboard_destroy(object);
+    if (wl_keyboard_get_version(object) >= WL_KEYBOARD_RELEASE_SINCE_VERSION)
+        wl_keyboard_release(object);
+    else
+        wl_keyboard_destroy(object); // the compositor goes on, unheard
 }
 
 void WaylandDeleter::operator()(wl_pointer* object) const {
-    wl_pointer_destroy(object);
+    if (wl_pointer_get_version(object) >= WL_POINTER_RELEASE_SINCE_VERSION)
+        wl_pointer_release(object);
+    else
+        wl_pointer_destroy(object); // the compositor goes on, unheard
 }
 
 void WaylandDeleter::operator()(wl_region* object) const {
@@ -49,7 +55,10 @@ void WaylandDeleter::operator()(wl_surface* object) const {
 }
 
 void WaylandDeleter::operator()(wl_touch* object) const {
-    wl_touch_destroy(object);
+    if (wl_touch_get_version(object) >= WL_TOUCH_RELEASE_SINCE_VERSION)
+        wl_touch_release(object);
+    else
+        wl_touch_destroy(object); // the compositor goes on, unheard
 }
 
 void WaylandDeleter::operator()(wp_viewport* object) const {
