@@ -42,7 +42,7 @@ bool LayerParts::eventFilter(QObject* watched, QEvent* event) {
 
 void LayerParts::adopt(QWindow* part) {
     wl_surface* const surface = surfaceOf(part);
-    if (!surface)
+    if (!surface || m_parts.contains(part))
         return;
     part->setFlag(Qt::BypassWindowManagerHint);
     auto layer = std::make_unique<LayerSurface>(
@@ -50,8 +50,9 @@ void LayerParts::adopt(QWindow* part) {
         LayerSurface::Events{.configured = [](const QSize&) {}, .closed = [] {}});
     LayerSurface* const adopted = layer.get();
     m_parts[part] = {.area = {}, .surface = std::move(layer)};
-    follow(part);
-    adopted->awaitConfiguration(displayOfApplication());
+    place(part);
+    adopted->commitAndAwait(displayOfApplication(), surface);
+    tell();
     // The surface ends with that, and its place has to end before.
     connect(part, &QWindow::visibleChanged, this, [this, part] { release(part); });
     // A tip becomes another one's without going away.
@@ -60,20 +61,22 @@ void LayerParts::adopt(QWindow* part) {
         connect(part, changed, this, [this, part] { follow(part); });
 }
 
-void LayerParts::follow(QWindow* part) {
-    const auto found = m_parts.find(part);
-    if (found == m_parts.end())
-        return;
-    auto& [area, layer] = found->second;
+void LayerParts::place(const QWindow* part) {
+    auto& [area, layer] = m_parts.at(part);
     area = partArea(part->geometry(), m_window.position(), m_place.window, m_place.available);
     layer->place(layerPlacement(area, m_place.available));
+}
+
+void LayerParts::follow(QWindow* part) {
+    place(part);
     wl_surface_commit(surfaceOf(part));
     tell();
 }
 
-void LayerParts::release(const QWindow* part) {
-    if (m_parts.erase(part) > 0)
-        tell();
+void LayerParts::release(QWindow* part) {
+    disconnect(part, nullptr, this, nullptr); // shown again, it is adopted anew
+    m_parts.erase(part);
+    tell();
 }
 
 void LayerParts::tell() const {

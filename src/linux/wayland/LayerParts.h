@@ -41,8 +41,9 @@ private:
 
     bool isPart(const QWindow* window) const;
     void adopt(QWindow* part);
+    void place(const QWindow* part);
     void follow(QWindow* part);
-    void release(const QWindow* part);
+    void release(QWindow* part);
     void tell() const;
 
     const QWindow& m_window;

@@ -1,13 +1,21 @@
 #include "linux/wayland/LayerSurface.h"
 
+#include <QDeadlineTimer>
+
 #include <layer-shell-client.h>
 #include <wayland-client.h>
 
+#include <chrono>
 #include <utility>
 
 namespace lumora {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+/// A compositor that has not answered by then has other worries than where a menu is.
+constexpr auto configurationPatience = 1s;
 
 /// By which a compositor's rules know the program's surfaces.
 constexpr char scope[] = "lumora";
@@ -28,8 +36,10 @@ LayerSurface::LayerSurface(
             [](void* self, zwlr_layer_surface_v1* layer, std::uint32_t serial, std::uint32_t width,
                std::uint32_t height) {
                 zwlr_layer_surface_v1_ack_configure(layer, serial);
+                auto* const place = static_cast<LayerSurface*>(self);
+                place->m_isConfigured = true;
                 // Copied, because it may end this object.
-                const auto configured = static_cast<LayerSurface*>(self)->m_events.configured;
+                const auto configured = place->m_events.configured;
                 configured(QSize(int(width), int(height)));
             },
         .closed =
@@ -63,15 +73,25 @@ void LayerSurface::place(const LayerPlacement& placement) {
 }
 
 void LayerSurface::setBehind(bool behind) {
+    if (zwlr_layer_surface_v1_get_version(m_layer.get()) <
+        ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION)
+        return;
     zwlr_layer_surface_v1_set_layer(
         m_layer.get(), behind ? ZWLR_LAYER_SHELL_V1_LAYER_TOP : ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY);
 }
 
-void LayerSurface::awaitConfiguration(wl_display* display) {
+// To which queue an event goes is decided when it is read, and the toolkit reads in a thread of its
+// own: nothing may be on its way before there is this one. Some compositors answer other things
+// first.
+void LayerSurface::commitAndAwait(wl_display* display, wl_surface* surface) {
     auto* const layer = reinterpret_cast<wl_proxy*>(m_layer.get());
     wl_event_queue* const ours = wl_display_create_queue(display);
     wl_proxy_set_queue(layer, ours);
-    wl_display_roundtrip_queue(display, ours);
+    wl_surface_commit(surface);
+    const QDeadlineTimer patience(configurationPatience);
+    while (!m_isConfigured && !patience.hasExpired() &&
+           wl_display_roundtrip_queue(display, ours) >= 0) {
+    }
     wl_proxy_set_queue(layer, nullptr);
     wl_event_queue_destroy(ours);
 }

@@ -36,9 +36,10 @@ public:
     /// compositors have what is newer behind what is older.
     void setBehind(bool behind);
 
-    /// Waits for the compositor's word that something may be shown, for the little time that takes.
-    /// Nothing else is handed out meanwhile.
-    void awaitConfiguration(wl_display* display);
+    /// Commits `surface`, which is this one's, for the first time, and waits for the compositor's
+    /// word that something may be shown on it: a moment, and never long. Nothing else is handed out
+    /// meanwhile.
+    void commitAndAwait(wl_display* display, wl_surface* surface);
 
     /// Whether the surface would take the keys if the user turned to it. Compositors that look
     /// where the user is when somebody may have the keyboard find the pointer over the surface by
@@ -50,6 +51,7 @@ public:
 
 private:
     Events m_events;
+    bool m_isConfigured = false;
     WaylandPtr<zwlr_layer_surface_v1> m_layer;
 };
 
