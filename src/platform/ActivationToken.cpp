@@ -14,6 +14,15 @@ QByteArray inheritedActivationToken() {
     return token.isEmpty() ? qgetenv(olderTokenVariable) : token;
 }
 
+QProcessEnvironment withActivationToken(QProcessEnvironment environment, const QByteArray& token) {
+    const QString variable = QString::fromLatin1(tokenVariable);
+    if (token.isEmpty())
+        environment.remove(variable);
+    else
+        environment.insert(variable, QString::fromUtf8(token));
+    return environment;
+}
+
 ActivationTokenScope::ActivationTokenScope(const QByteArray& token) {
     if (!token.isEmpty())
         qputenv(tokenVariable, token);

@@ -152,7 +152,10 @@ TEST_F(PanelInLayer, ALinkCarriesAnActivationToken) {
     const QString opened = browser.filePath(u"opened"_s);
     QFile script(browser.filePath(u"xdg-open"_s));
     ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nprintf '%s\\n' \"$XDG_ACTIVATION_TOKEN\" > \"${0%/*}/opened\"\n");
+    script.write(
+        "#!/bin/sh\n"
+        "printf '%s %s\\n' \"$XDG_ACTIVATION_TOKEN\" \\\n"
+        "    \"${QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT-unchanged}\" > \"${0%/*}/opened\"\n");
     ASSERT_TRUE(script.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
     script.close();
     lumora.setVariable(u"PATH"_s, browser.path() + u':' + qEnvironmentVariable("PATH"));
@@ -161,12 +164,25 @@ TEST_F(PanelInLayer, ALinkCarriesAnActivationToken) {
     const QRect panel = desktop->comesToBeBright();
     ASSERT_FALSE(panel.isNull());
     desktop->click({panel.left() + sized(dashboard, panel), panel.bottom() - sized(footer, panel)});
-    const auto token = [&] {
+    const auto found = [&] {
         QFile file(opened);
-        return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+        return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ') : QByteArrayList();
     };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !token().isEmpty(); }, patience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return found().size() == 2; }, patience));
+    EXPECT_FALSE(found().first().isEmpty());
+    EXPECT_EQ(found().last(), "unchanged\n"); // what is for the toolkit here is not for others
     EXPECT_TRUE(desktop->comesToBeDark());
+}
+
+TEST_F(PanelInLayer, TheSettingsAreAWindowLikeOthers) {
+    start();
+    pressItem({600, 10});
+    const QRect panel = desktop->comesToBeBright();
+    ASSERT_FALSE(panel.isNull());
+    desktop->press(u"ctrl+comma"_s);
+    // In the middle of the screen, where the compositor has new windows of a fixed size.
+    const auto isApart = [&] { return desktop->bright().top() > panel.top() + reach; };
+    EXPECT_TRUE(QTest::qWaitFor(isApart, patience));
 }
 
 TEST_F(PanelInLayer, ControlQEndsTheProgram) {

@@ -40,3 +40,13 @@ TEST(ActivationToken, OfAScopeWithoutOneIsAnyThatWasLeftThere) {
     }
     EXPECT_FALSE(qEnvironmentVariableIsSet(variable));
 }
+
+TEST(ActivationToken, OfAStartedProgramIsTheGivenOneOrNone) {
+    QProcessEnvironment environment;
+    environment.insert(QString::fromLatin1(variable), QStringLiteral("old"));
+    environment.insert(QStringLiteral("HOME"), QStringLiteral("/home"));
+    const QProcessEnvironment given = withActivationToken(environment, "token");
+    EXPECT_EQ(given.value(QString::fromLatin1(variable)), QStringLiteral("token"));
+    EXPECT_EQ(given.value(QStringLiteral("HOME")), QStringLiteral("/home"));
+    EXPECT_EQ(withActivationToken(environment, {}).keys(), QStringList(QStringLiteral("HOME")));
+}

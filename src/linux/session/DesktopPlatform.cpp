@@ -8,6 +8,7 @@
 #include "linux/notifications/DesktopNotificationCenter.h"
 #include "linux/preferences/ConfFilePreferences.h"
 #include "linux/secrets/LibsecretStore.h"
+#include "linux/session/DesktopUrlOpener.h"
 #include "linux/session/LogindWakeMonitor.h"
 #include "linux/session/NetworkManagerMonitor.h"
 #include "linux/session/SpareMemory.h"
@@ -15,39 +16,19 @@
 #include "linux/session/WindowSystem.h"
 #include "linux/time/SystemClock.h"
 #include "linux/tray/LinuxStatusItem.h"
-#include "platform/ActivationToken.h"
 #include "platform/memory/MemoryLoginItems.h"
 #include "platform/memory/MemoryPreferences.h"
 #include "platform/memory/MemorySecretStore.h"
 
 #include <QDBusConnection>
-#include <QDesktopServices>
 #include <QGuiApplication>
-#include <QProcess>
+#include <QProcessEnvironment>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace lumora {
 
 namespace {
-
-/// Opens addresses through the desktop's own handlers, never through a shell.
-class DesktopUrlOpener final : public UrlOpener {
-public:
-    void open(const QUrl& url, const QByteArray& activationToken) override {
-        const ActivationTokenScope token(activationToken); // which the opened program inherits
-        if (!openOnWayland(url))
-            QDesktopServices::openUrl(url);
-    }
-
-private:
-    /// What the toolkit does too. But Qt 6.8 first waits for a token of its own there, and where
-    /// the panel has gone by then, none comes and nothing is opened.
-    static bool openOnWayland(const QUrl& url) {
-        return QGuiApplication::platformName().startsWith(u"wayland") &&
-               QProcess::startDetached(u"xdg-open"_s, {url.toString(QUrl::FullyEncoded)});
-    }
-};
 
 /// Makes what there is to see of the desktop: its wishes for windows, and its place for symbols.
 void makeAppearances(PlatformFamily& family) {
@@ -72,16 +53,23 @@ void makeAppearances(PlatformFamily& family) {
 /// What both desktops have in common: everything that remembers nothing.
 PlatformFamily makeCommonPlatform(std::unique_ptr<Preferences> preferences) {
     PlatformFamily family;
+    // The layer changes the program's environment, of which other programs shall see nothing, and
+    // has to do so before there are threads that read it.
+    const auto environment = QProcessEnvironment::systemEnvironment();
+    family.panelLayer = makePanelLayer();
+    family.urls = std::make_unique<DesktopUrlOpener>(DesktopUrlOpener::Options{
+        .platform = QGuiApplication::platformName(),
+        .hasLayer = family.panelLayer != nullptr,
+        .environment = environment,
+    });
     family.preferences = std::move(preferences);
     family.clock = std::make_unique<SystemClock>();
     family.transport = std::make_unique<CurlHttpTransport>();
     family.wake = std::make_unique<LogindWakeMonitor>();
     family.network = std::make_unique<NetworkManagerMonitor>();
-    family.urls = std::make_unique<DesktopUrlOpener>();
     family.notifications =
         std::make_unique<DesktopNotificationCenter>(QDBusConnection::sessionBus(), *family.clock);
     family.compositing = makeCompositing();
-    family.panelLayer = makePanelLayer();
     family.returnSpareMemory = &returnSpareMemory;
     makeAppearances(family);
     return family;
