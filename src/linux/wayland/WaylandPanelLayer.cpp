@@ -49,6 +49,17 @@ WaylandPanelLayer::WaylandPanelLayer(wl_display* display)
     });
 }
 
+std::unique_ptr<WaylandPanelLayer> WaylandPanelLayer::make(wl_display* display) {
+    std::unique_ptr<WaylandPanelLayer> layer(new WaylandPanelLayer(display));
+    wl_display_roundtrip(display); // after which it is known what there is
+    if (!layer->m_globals.layerShell())
+        return nullptr;
+    // Only now, before other threads read the environment, and for good: whoever reads it while it
+    // changes may crash. To windows without the flag it makes no difference.
+    qputenv(leaveAloneVariable, "1");
+    return layer;
+}
+
 WaylandPanelLayer::~WaylandPanelLayer() {
     close();
 }
@@ -58,7 +69,6 @@ void WaylandPanelLayer::open(QWindow& window, const Wish& wish, const Answers& a
     m_window = &window;
     m_wish = wish;
     m_answers = answers;
-    qputenv(leaveAloneVariable, "1"); // as long as the window is there
     catchPointers();
     if (wish.pointer && !m_catchers.empty())
         m_patience.start();
@@ -107,6 +117,10 @@ void WaylandPanelLayer::openPanel(QScreen* screen, std::optional<QPoint> pointer
     m_window->setScreen(screen);
     m_window->create();
     wl_surface* const surface = surfaceOf(m_window);
+    if (!surface) {
+        close(); // nobody shall wait for a panel, nor lose presses to one
+        return;
+    }
     m_panel = std::make_unique<LayerSurface>(
         m_globals.layerShell(), surface, outputOf(screen), LayerSurface::Extent::WhatBarsLeave,
         LayerSurface::Events{
@@ -164,7 +178,6 @@ void WaylandPanelLayer::close() {
     m_catchers.clear();
     m_window.clear();
     m_answers = {};
-    qunsetenv(leaveAloneVariable);
 }
 
 void WaylandPanelLayer::requestToken(const std::function<void(const QByteArray& token)>& given) {

@@ -21,12 +21,12 @@ namespace lumora {
 /// The layer of compositors that let programs have surfaces in front of all windows.
 class WaylandPanelLayer final : public PanelLayer {
 public:
-    /// `display` is the application's.
-    explicit WaylandPanelLayer(wl_display* display);
-    ~WaylandPanelLayer() override;
+    /// Null where the compositor has no such layer, which is asked and waited for. `display` is the
+    /// application's. Once at the start of the program: from then on the toolkit's windows with
+    /// the flag to be left alone are, so that they can go into the layer.
+    [[nodiscard]] static std::unique_ptr<WaylandPanelLayer> make(wl_display* display);
 
-    /// Whether the compositor has such a layer, once it has said what it has.
-    bool isThere() const { return m_globals.layerShell() != nullptr; }
+    ~WaylandPanelLayer() override;
 
     void open(QWindow& window, const Wish& wish, const Answers& answers) override;
     void place(const QRect& area) override;
@@ -34,6 +34,8 @@ public:
     void requestToken(const std::function<void(const QByteArray& token)>& given) override;
 
 private:
+    explicit WaylandPanelLayer(wl_display* display);
+
     void catchPointers();
     void onEntered(const WaylandInput::Entrance& entrance);
     void onPressed(const wl_surface* surface);

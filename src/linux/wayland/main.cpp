@@ -1,10 +1,6 @@
 #include "linux/wayland/ToolkitHandles.h"
 #include "linux/wayland/WaylandPanelLayer.h"
 
-#include <wayland-client.h>
-
-#include <memory>
-
 // What the program finds in the module by name; see WaylandModule in linux/session.
 
 extern "C" Q_DECL_EXPORT bool lumoraCompositorHasLayers() {
@@ -15,9 +11,5 @@ extern "C" Q_DECL_EXPORT bool lumoraCompositorHasLayers() {
 /// compositor.
 extern "C" Q_DECL_EXPORT lumora::PanelLayer* lumoraMakePanelLayer() {
     wl_display* const display = lumora::displayOfApplication();
-    if (!display)
-        return nullptr;
-    auto layer = std::make_unique<lumora::WaylandPanelLayer>(display);
-    wl_display_roundtrip(display); // after which it is known what there is
-    return layer->isThere() ? layer.release() : nullptr;
+    return display ? lumora::WaylandPanelLayer::make(display).release() : nullptr;
 }
