@@ -137,37 +137,13 @@ change_theme() {
 # A bar at the top with a clock and, left of it, the status area.
 start_panel() {
     mkdir -p "$XDG_CONFIG_HOME/glib-2.0/settings" "$XDG_CONFIG_HOME/gtk-3.0"
-    cat >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile" <<'KEYS'
-[org/mate/panel/general]
-toplevel-id-list=['top']
-object-id-list=['clock','status-area']
-
-[org/mate/panel/toplevels/top]
-expand=true
-orientation='top'
-size=28
-
-[org/mate/panel/objects/clock]
-object-type='applet'
-applet-iid='ClockAppletFactory::ClockApplet'
-toplevel-id='top'
-position=0
-relative-to-edge='end'
-locked=true
+    cat script/mate-panel.keyfile - >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile" <<'CLOCK'
 
 [org/mate/panel/objects/clock/prefs]
 format='24-hour'
 show-weather=false
 show-temperature=false
-
-[org/mate/panel/objects/status-area]
-object-type='applet'
-applet-iid='NotificationAreaAppletFactory::NotificationArea'
-toplevel-id='top'
-position=10
-relative-to-edge='end'
-locked=true
-KEYS
+CLOCK
     cat >"$XDG_CONFIG_HOME/gtk-3.0/gtk.css" <<'STYLE'
 /* Room around the items. */
 button, sn-item label { padding: 0 10px; }

@@ -4,6 +4,7 @@ from dataclasses import replace
 from pathlib import Path
 
 from .host import Host
+from .mate import prepare_mate
 from .session import wait_until
 
 XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
@@ -64,38 +65,6 @@ formatType=custom
 customFormat="'<b>'ddd'</b>'"
 """
 
-MATE_PANEL = """[org/mate/panel/general]
-toplevel-id-list=['top']
-object-id-list=['clock','status-area']
-
-[org/mate/panel/toplevels/top]
-expand=true
-orientation='top'
-size=28
-
-[org/mate/panel/objects/clock]
-object-type='applet'
-applet-iid='ClockAppletFactory::ClockApplet'
-toplevel-id='top'
-position=0
-relative-to-edge='end'
-locked=true
-
-[org/mate/panel/objects/clock/prefs]
-format='custom'
-custom-format='%a'
-show-weather=false
-show-temperature=false
-
-[org/mate/panel/objects/status-area]
-object-type='applet'
-applet-iid='NotificationAreaAppletFactory::NotificationArea'
-toplevel-id='top'
-position=10
-relative-to-edge='end'
-locked=true
-"""
-
 I3_CONFIG = """# i3 config file (v4)
 font pango:DejaVu Sans 10
 bindsym Mod4+Return exec true
@@ -148,12 +117,6 @@ def prepare_xfce(session, dark):
 def prepare_lxqt(session, theme):
     session.write("lxqt/panel.conf", LXQT_PANEL)
     session.write("lxqt/lxqt.conf", f"[General]\ntheme={theme}\nicon_theme=Adwaita\n")
-    session.start("window-manager", "openbox")
-
-
-def prepare_mate(session, theme):
-    session.write("glib-2.0/settings/keyfile", MATE_PANEL)
-    session.use_theme(theme)
     session.start("window-manager", "openbox")
 
 

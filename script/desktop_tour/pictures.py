@@ -4,6 +4,7 @@ from collections import Counter
 
 COLORS = 96  # in a saved picture: enough for shadows, and a third of the bytes
 STANDS_OUT = 2  # n in n : 1; what is nearer to its ground is smoothing
+TIP = 4  # how many times narrower than the rest of it what sticks out of a window is
 
 
 class Picture:
@@ -38,23 +39,59 @@ class Picture:
         )
 
 
+def differing_columns(before, after, y, least):
+    """Where two pictures differ in a row, from left to right."""
+    row = slice(3 * y * before.width, 3 * (y + 1) * before.width)
+    one, other = before.pixels[row], after.pixels[row]
+    if one == other:
+        return []
+    return sorted({at // 3 for at in range(len(one)) if abs(one[at] - other[at]) >= least})
+
+
 def difference(before, after, rows, least=1):
     """The rectangle in which two pictures differ, within some rows: left, top, right, bottom, the
     last two outside; None where they do not differ. Smaller differences of a colour than the least
     do not count: shadows, for example."""
-    row_bytes = 3 * before.width
-    left, right, touched = before.width, 0, []
-    for y in rows:
-        one = before.pixels[y * row_bytes : (y + 1) * row_bytes]
-        other = after.pixels[y * row_bytes : (y + 1) * row_bytes]
-        if one == other:
-            continue
-        columns = [at // 3 for at in range(row_bytes) if abs(one[at] - other[at]) >= least]
-        if not columns:
-            continue
-        touched.append(y)
-        left, right = min(left, columns[0]), max(right, columns[-1] + 1)
-    return (left, touched[0], right, touched[-1] + 1) if touched else None
+    found = {y: columns for y in rows if (columns := differing_columns(before, after, y, least))}
+    return around(found) if found else None
+
+
+def around(found):
+    """The rectangle around columns, sorted, each under its row."""
+    left = min(columns[0] for columns in found.values())
+    right = max(columns[-1] for columns in found.values())
+    return left, min(found), right + 1, max(found) + 1
+
+
+def runs(numbers):
+    """Sorted numbers as ranges, one for all that follow each other without a gap."""
+    found = []
+    for number in numbers:
+        if found and found[-1].stop == number:
+            found[-1] = range(found[-1].start, number + 1)
+        else:
+            found.append(range(number, number + 1))
+    return found
+
+
+def highest_piece(before, after, rows, least=1):
+    """Of what differs the highest piece, as a rectangle; None where nothing does. What has an
+    unchanged row or column between it and the rest is a piece of its own: a window that came is one,
+    and the pointer that went from another place is another."""
+    found = {y: columns for y in rows if (columns := differing_columns(before, after, y, least))}
+    pieces = []
+    for together in runs(sorted(found)):
+        touched = {column for y in together for column in found[y]}
+        for side in runs(sorted(touched)):
+            inside = {y: [x for x in found[y] if x in side] for y in together}
+            pieces.append(around(without_tips(inside)))
+    return max(pieces, key=lambda piece: piece[3] - piece[1], default=None)
+
+
+def without_tips(found):
+    """A piece without the rows in which there is little of it: a pointer over its edge, for one."""
+    widest = max(len(columns) for columns in found.values())
+    return {y: columns for y, columns in found.items() if len(columns) * TIP > widest}
 
 
 def luminance(color):

@@ -5,6 +5,7 @@ from dataclasses import replace
 from pathlib import Path
 
 from .host import Host
+from .mate import WITH_INDICATORS, prepare_mate
 from .plasma import ACTIVITIES, PLASMA_CONFIG
 from .session import GROUND, wait_until
 
@@ -17,24 +18,6 @@ BUDGIE = f"""[org/gnome/desktop/background]
 {BACKGROUND}"""
 
 ICON = Path(__file__).resolve().parents[2] / "data/icons/com.lumora.app-symbolic.svg"
-
-MATE_INDICATORS = """[org/mate/panel/general]
-toplevel-id-list=['top']
-object-id-list=['indicators']
-
-[org/mate/panel/toplevels/top]
-expand=true
-orientation='top'
-size=28
-
-[org/mate/panel/objects/indicators]
-object-type='applet'
-applet-iid='IndicatorAppletFactory::IndicatorApplet'
-toplevel-id='top'
-position=20
-relative-to-edge='end'
-locked=true
-"""
 
 EXTENSION = "ubuntu-appindicators@ubuntu.com"
 
@@ -127,9 +110,7 @@ def prepare_mate_indicators(session):
     icons = session.folder / "home/.local/share/icons/hicolor/symbolic/apps"
     icons.mkdir(parents=True)
     (icons / ICON.name).write_bytes(ICON.read_bytes())
-    session.write("glib-2.0/settings/keyfile", MATE_INDICATORS)
-    session.use_theme("Adwaita")
-    session.start("window-manager", "openbox")
+    prepare_mate(session, "Adwaita", WITH_INDICATORS)
     session.start("indicators", libexec("ayatana-indicator-application-service"))
 
 
@@ -144,23 +125,29 @@ def prepare_gnome(session):
 
 
 def start_gnome(_, session):
-    begin = time.time()
     shell = session.start("bar", "gnome-shell", "--nested", "--wayland")
-    run = Path(session.environment["XDG_RUNTIME_DIR"])
-
-    def inside():
-        sockets = Path("/tmp/.X11-unix").iterdir()
-        displays = [socket for socket in sockets if socket.stat().st_mtime >= begin]
-        keys = list(run.glob(".mutter-Xwaylandauth.*"))
-        return (sorted(displays), keys) if displays and keys else None
-
-    displays, keys = wait_until(inside)
+    if not (found := wait_until(lambda: x_display_inside(session))):
+        raise RuntimeError("the shell started no X server")
     leave_overview(session)
-    session.inside = {
-        "DISPLAY": ":" + displays[0].name[1:], "XAUTHORITY": str(keys[0]),
-        "WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland",
-    }
+    session.inside = found | {"WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland"}
     return shell
+
+
+def x_display_inside(session):
+    """Where the X server that a shell has started is, and the key to it; None while there is none.
+    Others start servers too at any time, so it is known by the folder of its key."""
+    run = session.environment["XDG_RUNTIME_DIR"]
+    for process in Path("/proc").glob("[0-9]*/cmdline"):
+        try:
+            words = process.read_text().split("\0")
+        except OSError:  # it has ended, or is somebody else's
+            continue
+        if Path(words[0]).name == "Xwayland":
+            display = next((word for word in words if word.startswith(":")), None)
+            key = next((word for word in words if word.startswith(f"{run}/")), None)
+            if display and key:
+                return {"DISPLAY": display, "XAUTHORITY": key}
+    return None
 
 
 def leave_overview(session):

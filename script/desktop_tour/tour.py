@@ -1,7 +1,7 @@
 """What is tried in each bar, and measured."""
 import time
 
-from .pictures import Picture, contrast, difference, ink
+from .pictures import Picture, contrast, difference, highest_piece, ink
 from .session import Session, wait_until
 
 LEAST_CONTRAST = 3
@@ -62,9 +62,9 @@ class Tour:
         return range(rows.start) if self.host.at_bottom else range(rows.stop, picture.height)
 
     def panel_in(self, before):
-        """The panel's rectangle, if there is something as high as one."""
+        """The panel's rectangle, if something as high as one, and in one piece, has come."""
         now = Picture.of_screen(self.session)
-        found = difference(before, now, self.rest(before), DARKEST_SHADOW)
+        found = highest_piece(before, now, self.rest(before), DARKEST_SHADOW)
         return found if found and found[3] - found[1] > before.height / 2 else None
 
     # Waiting
@@ -131,7 +131,7 @@ class Tour:
             self.save_panel(before, (0, 0, before.width, before.height))
             return
         picture = self.take_settled()
-        panel = difference(before, picture, self.rest(before), DARKEST_SHADOW)
+        panel = highest_piece(before, picture, self.rest(before), DARKEST_SHADOW)
         self.save_panel(picture, panel)
         rest = self.rest(before)
         gap = rest.stop - panel[3] if self.host.at_bottom else panel[1] - rest.start
