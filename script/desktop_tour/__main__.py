@@ -2,9 +2,10 @@
 
 For each bar (the small ones by default) it makes a private desktop, starts the bar and the program
 with made-up data, and measures in pictures of the screen: how much of the bar the label takes, its
-contrast, whether a press opens the panel at the bar and under the pointer, whether a second one
-closes it, and whether the label is back after the bar was restarted. Fails where a bar shows less
-than it can. The pictures are in build/desktops/; with --keep they become those of docs/DESKTOPS.md.
+contrast and that of the symbol alone, whether a press opens the panel at the bar, over nothing of it
+and under the pointer, what further presses do, and whether the label is back after bar and program
+were started again, in either order. Fails where a bar shows less than it can. The pictures are in
+build/desktops/; with --keep they become those of docs/DESKTOPS.md.
 """
 import argparse
 import subprocess
@@ -39,6 +40,8 @@ def main():
     parser = argparse.ArgumentParser(
         prog="desktops", description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--keep", action="store_true", help="renew the pictures of the docs")
+    parser.add_argument("--restarts", type=int, default=1, metavar="N",
+                        help="how often bar and program are started again, each way (default: 1)")
     parser.add_argument("--preset", default="release", choices=["release", "dev"],
                         help="the build that is shown")
     parser.add_argument("hosts", nargs="*", metavar="HOST", choices=[[], *HOSTS], default=[],
@@ -52,7 +55,7 @@ def main():
     for name in names:
         begin = time.monotonic()
         tour = Tour(name, HOSTS[name], ROOT / f"build/{arguments.preset}/bin/lumora", folder)
-        tour.run()
+        tour.run(arguments.restarts)
         facts = ", ".join(f"{what}: {fact}" for what, fact in tour.facts.items())
         verdict = "; ".join(tour.faults) or "as it should be"
         print(f"{name}: {facts}; {verdict} ({time.monotonic() - begin:.0f} s)", flush=True)

@@ -20,6 +20,7 @@ XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
       <property name="size" type="uint" value="28"/>
       <property name="plugin-ids" type="array">
         <value type="int" value="1"/><value type="int" value="2"/><value type="int" value="3"/>
+        <value type="int" value="4"/>
       </property>
     </property>
   </property>
@@ -35,6 +36,9 @@ XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
       <property name="style" type="uint" value="0"/>
     </property>
     <property name="plugin-3" type="string" value="systray"/>
+    <property name="plugin-4" type="string" value="separator">
+      <property name="style" type="uint" value="0"/>
+    </property>
   </property>
 </channel>
 """
@@ -76,8 +80,8 @@ bar {
 POLYBAR_CONFIG = """[bar/top]
 width = 100%
 height = 24
-background = #222222
-foreground = #dfdfdf
+background = {ground}
+foreground = {text}
 modules-left = date
 tray-position = right
 font-0 = DejaVu Sans:size=10
@@ -105,6 +109,8 @@ window#waybar { background-color: #2b303b; color: #ffffff; }
 #clock, #tray { padding: 0 10px; }
 """
 
+LIGHT_WAYBAR_STYLE = WAYBAR_STYLE.replace("#2b303b", "#f2f2f2").replace("#ffffff", "#222222")
+
 
 def prepare_xfce(session, dark):
     panel = XFCE_PANEL.replace("{dark}", "true" if dark else "false")
@@ -131,9 +137,18 @@ def on_openbox(**files):
     return prepare
 
 
-def prepare_tint2(session):
-    stock = Path("/etc/xdg/tint2/tint2rc").read_text()
-    session.write("tint2/tint2rc", stock.replace("time1_format = %H:%M", "time1_format = %a"))
+def polybar_config(ground, text):
+    return POLYBAR_CONFIG.replace("{ground}", ground).replace("{text}", text)
+
+
+def prepare_tint2(session, light=False):
+    config = Path("/etc/xdg/tint2/tint2rc").read_text()
+    config = config.replace("time1_format = %H:%M", "time1_format = %a")
+    if light:
+        # The first colours are the bar's.
+        config = config.replace("_color = #000000 60", "_color = #f2f2f2 100", 1)
+        config = config.replace("clock_font_color = #ffffff", "clock_font_color = #222222")
+    session.write("tint2/tint2rc", config)
     session.start("window-manager", "openbox")
 
 
@@ -142,9 +157,9 @@ def restart_i3(_, session, bar):
     return bar
 
 
-def on_sway(scale):
+def on_sway(scale, style=WAYBAR_STYLE):
     """Prepares a compositor with so many pixels a point."""
-    return lambda session: prepare_sway(session, scale)
+    return lambda session: prepare_sway(session, scale, style=style)
 
 
 def prepare_sway(session, scale, bar=None, style=WAYBAR_STYLE):
@@ -171,8 +186,13 @@ def prepare_sway(session, scale, bar=None, style=WAYBAR_STYLE):
                       "SWAYSOCK": found["SWAYSOCK"], "WAYLAND_DISPLAY": found["WAYLAND_DISPLAY"]}
 
 
-TRAYER = ("trayer", "--edge", "top", "--align", "right", "--widthtype", "request",
-          "--height", "24", "--tint", "0x222222", "--alpha", "0", "--transparent", "true")
+def trayer(tint):
+    return ("trayer", "--edge", "top", "--align", "right", "--widthtype", "request",
+            "--height", "24", "--tint", tint, "--alpha", "0", "--transparent", "true")
+
+
+# Such bars tell nobody that they are light.
+TOLD_LIGHT = {"barTone": "light"}
 WAYBAR = Host(
     "sway", 30, on_sway(1),
     ("waybar", "-c", "{config}/waybar.json", "-s", "{config}/waybar.css"),
@@ -183,6 +203,10 @@ XFCE = Host("XFCE", 28, lambda session: prepare_xfce(session, False), ("xfce4-pa
 LXQT = Host("LXQt", 32, lambda session: prepare_lxqt(session, "debian"), ("lxqt-panel",),
             at_bottom=True, expects="short text")
 MATE = Host("MATE", 28, lambda session: prepare_mate(session, "Adwaita"), ("mate-panel",))
+TINT2 = Host("", 30, prepare_tint2, ("tint2",), at_bottom=True, expects="short text")
+POLYBAR = Host("", 24, on_openbox(**{"polybar.ini": polybar_config("#222222", "#dfdfdf")}),
+               ("polybar", "-c", "{config}/polybar.ini", "top"), expects="short text")
+TRAYER = Host("", 24, on_openbox(), trayer("0x222222"), stands_alone=False)
 
 BARS = {
     "xfce": XFCE,
@@ -192,12 +216,19 @@ BARS = {
     "mate": MATE,
     "mate-dark": replace(MATE, prepare=lambda session: prepare_mate(session, "Adwaita-dark")),
     "waybar": WAYBAR,
+    "waybar-light": replace(WAYBAR, prepare=on_sway(1, LIGHT_WAYBAR_STYLE),
+                            preferences=TOLD_LIGHT),
     "waybar-1.5": replace(WAYBAR, thickness=45, scale=1.5, prepare=on_sway(1.5)),
     "waybar-2": replace(WAYBAR, thickness=60, scale=2, prepare=on_sway(2)),
     "i3": Host("i3", 22, lambda session: session.write("i3/config", I3_CONFIG), ("i3",),
                expects="short text", restart=restart_i3),
-    "tint2": Host("", 30, prepare_tint2, ("tint2",), at_bottom=True, expects="short text"),
-    "polybar": Host("", 24, on_openbox(**{"polybar.ini": POLYBAR_CONFIG}),
-                    ("polybar", "-c", "{config}/polybar.ini", "top"), expects="short text"),
-    "trayer": Host("", 24, on_openbox(), TRAYER, expects="short text", stands_alone=False),
+    "tint2": TINT2,
+    "tint2-light": replace(TINT2, prepare=lambda session: prepare_tint2(session, True),
+                           preferences=TOLD_LIGHT),
+    "polybar": POLYBAR,
+    "polybar-light": replace(
+        POLYBAR, prepare=on_openbox(**{"polybar.ini": polybar_config("#f2f2f2", "#222222")}),
+        preferences=TOLD_LIGHT),
+    "trayer": TRAYER,
+    "trayer-light": replace(TRAYER, command=trayer("0xf2f2f2"), preferences=TOLD_LIGHT),
 }

@@ -1,5 +1,5 @@
 """What is known of a bar: how it is started, and where it is on the screen."""
-from dataclasses import dataclass
+from dataclasses import dataclass, field
 from typing import Callable
 
 
@@ -23,6 +23,8 @@ class Host:
     command: tuple = ()  # the bar itself; {config} is the folder of the session's configuration
     start: Callable = start_command  # starts it, given host and session; its process
     at_bottom: bool = False
+    covered: int = 0  # how many of its pixels the panel may be over
+    preferences: dict = field(default_factory=dict)  # of the program's
     expects: str = "text"  # what is seen: "text" or "short text"
     stands_alone: bool = True  # whether there is anything of it before it has an item
     scale: float = 1  # pixels a point
@@ -35,6 +37,7 @@ class Host:
     # Restarts it, given the host, the session and the bar's process, and returns the new one; None
     # for a bar that cannot be restarted by itself.
     restart: Callable | None = end_and_start
+    comes_later: bool = True  # whether it can end and start while the program runs
 
     @property
     def screen(self):

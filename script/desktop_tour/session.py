@@ -9,6 +9,7 @@ from pathlib import Path
 
 PATIENCE = 60  # seconds; only what fails waits so long
 GROUND = "#336699"  # the empty desktop's colour: panels and their shadows are told from it
+FONT = "DejaVu Sans 10"  # as desktops have: with the toolkits' own 9 points the panel is narrower
 NOBODY = 65534  # sway and some shells refuse root
 
 
@@ -31,6 +32,7 @@ class Session:
         self.screen = screen  # its size in pixels
         self.processes = []
         self.ordinary_user = False
+        self.shared_settings = {"Gtk/FontName": f'"{FONT}"', "Xft/DPI": str(96 * 1024)}
         self.inside = {}  # what programs of the desktop find otherwise than the desktop itself
         log_folder.mkdir(parents=True, exist_ok=True)
         home = self.folder / "home"
@@ -71,7 +73,13 @@ class Session:
         """A file below the configuration folder."""
         path = self.config / name
         path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_text(text)
+        # Whoever follows it never finds half of it.
+        new = path.with_name(f"{path.name}.new")
+        new.write_text(text)
+        if self.ordinary_user:
+            for own in (path.parent, new):
+                os.chown(own, NOBODY, NOBODY)
+        new.replace(path)
 
     def use_theme(self, name):
         """Has programs with windows take the toolkit's light or dark colours, by its name."""
@@ -80,7 +88,12 @@ class Session:
         dark.mkdir(parents=True, exist_ok=True)
         sheet = "resource:///org/gtk/libgtk/theme/Adwaita/gtk-contained-dark.css"
         (dark / "gtk.css").write_text(f'@import url("{sheet}");\n')
-        self.write("xsettings", f'Net/ThemeName "{name}"\n')
+        self.shared_settings["Net/ThemeName"] = f'"{name}"'
+
+    def share_settings(self):
+        """Tells all programs on the X server what the desktop is set to."""
+        lines = (f"{name} {value}\n" for name, value in self.shared_settings.items())
+        self.write("xsettings", "".join(lines))
         self.start("settings", "xsettingsd", "-c", str(self.config / "xsettings"))
 
     def copy_program(self, program):
@@ -181,6 +194,11 @@ class Session:
         daemon = ("gnome-keyring-daemon", "--components=secrets", "--control-directory",
                   f"{self.environment['XDG_RUNTIME_DIR']}/keyring")
         self.start("keyring", "sh", "-c", 'echo password | "$@" --foreground --unlock', "sh", *daemon)
+        # Whoever asks for it earlier has the bus start another one, which asks for a password.
+        is_owned = ("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
+                    "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.NameHasOwner",
+                    "org.freedesktop.secrets")
+        wait_until(lambda: "true" in self.run(*is_owned))
         item = ("service", "com.lumora.app", "account", "briefingToken")
         store = 'printf %s "$0" | secret-tool store --label=Lumora "$@" && echo stored'
         if not wait_until(lambda: self.run("sh", "-c", store, token, *item)):

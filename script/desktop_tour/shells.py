@@ -7,15 +7,18 @@ from pathlib import Path
 from .host import Host
 from .mate import WITH_INDICATORS, prepare_mate
 from .plasma import ACTIVITIES, PLASMA_CONFIG
-from .session import GROUND, wait_until
+from .session import FONT, GROUND, wait_until
 
 BACKGROUND = f"""picture-options='none'
 primary-color='{GROUND}'
 color-shading-type='solid'
 """
 
-BUDGIE = f"""[org/gnome/desktop/background]
-{BACKGROUND}"""
+BUDGIE = """[org/gnome/desktop/background]
+picture-options='zoom'
+picture-uri='file://{ground}'
+picture-uri-dark='file://{ground}'
+"""
 
 ICON = Path(__file__).resolve().parents[2] / "data/icons/com.lumora.app-symbolic.svg"
 
@@ -64,12 +67,16 @@ def version_of_plasma():
     return "6" if Path("/usr/bin/kded6").exists() else "5"
 
 
-def configure_plasma(session, theme):
+def configure_plasma(session, theme, colors):
     session.environment |= {
         "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": version_of_plasma(),
         "DESKTOP_SESSION": "plasma", "XDG_SESSION_DESKTOP": "KDE",
         "XDG_CONFIG_DIRS": f"{session.config}/kdedefaults:/etc/xdg",
     }
+    family, size = FONT.rsplit(" ", 1)
+    scheme = Path(f"/usr/share/color-schemes/{colors}.colors").read_text()
+    session.write("kdeglobals", f"{scheme}\n[General]\nColorScheme={colors}\n"
+                  f"font={family},{size},-1,5,50,0,0,0,0,0\n")
     session.write("plasmarc", f"[Theme]\nname={theme}\n")
     session.write("kactivitymanagerdrc", ACTIVITIES)
     session.write("baloofilerc", "[Basic Settings]\nIndexing-Enabled=false\n")
@@ -85,13 +92,14 @@ def start_helpers(session):
 
 
 def prepare_plasma(session, theme):
-    configure_plasma(session, theme)
+    configure_plasma(session, theme, "BreezeLight")
     session.start("window-manager", "kwin_x11")
     start_helpers(session)
 
 
-def prepare_plasma_wayland(session):
-    configure_plasma(session, "breeze-dark")
+def prepare_plasma_wayland(session, theme, colors):
+    """Here the windows' colours go with the bar's."""
+    configure_plasma(session, theme, colors)
     # The installed one may do more than an ordinary program, which not every machine allows.
     compositor = shutil.copy("/usr/bin/kwin_wayland", session.folder)
     session.own()
@@ -106,11 +114,11 @@ def prepare_plasma_wayland(session):
     start_helpers(session)
 
 
-def prepare_mate_indicators(session):
+def prepare_mate_indicators(session, theme):
     icons = session.folder / "home/.local/share/icons/hicolor/symbolic/apps"
     icons.mkdir(parents=True)
     (icons / ICON.name).write_bytes(ICON.read_bytes())
-    prepare_mate(session, "Adwaita", WITH_INDICATORS)
+    prepare_mate(session, theme, WITH_INDICATORS)
     session.start("indicators", libexec("ayatana-indicator-application-service"))
 
 
@@ -178,33 +186,48 @@ def prepare_cinnamon(session):
 
 def prepare_budgie(session):
     session.environment |= {"XDG_SESSION_DESKTOP": "budgie-desktop"}
-    session.write("glib-2.0/settings/keyfile", BUDGIE)
+    # It paints plain colours only behind some of its own pictures.
+    ground = session.folder / "ground.png"
+    session.run("convert", "-size", "64x64", f"xc:{GROUND}", str(ground))
+    session.write("glib-2.0/settings/keyfile", BUDGIE.format(ground=ground))
     session.start_system_bus()
     session.start("window-manager", "budgie-wm", "--x11")
     session.start("daemon", "budgie-daemon")
 
 
-# On Wayland it draws on more.
-RESERVED_BY_PLASMA_5 = 37
-
 PLASMA = Host("KDE", 44, lambda session: prepare_plasma(session, "breeze-dark"),
               ("plasmashell",), at_bottom=True, expects="short text", patience=4)
+
+# On Wayland that version's bar keeps less room free than it draws on.
+DRAWN_TWICE_BY_PLASMA_5 = 7
+
+PLASMA_WAYLAND = replace(
+    PLASMA, prepare=lambda session: prepare_plasma_wayland(session, "breeze-dark", "BreezeDark"),
+    layered=True, ordinary_user=True,
+    covered=0 if version_of_plasma() == "6" else DRAWN_TWICE_BY_PLASMA_5)
+
+MATE_INDICATORS = Host(
+    "MATE", 28, lambda session: prepare_mate_indicators(session, "Adwaita"), ("mate-panel",),
+    press=("click", "1", "sleep", "1", "key", "Down", "Return"), closes=("key", "Escape"),
+    stands_alone=False)
 
 SHELLS = {
     "plasma": PLASMA,
     "plasma-light": replace(
         PLASMA, prepare=lambda session: prepare_plasma(session, "breeze-light")),
-    "plasma-wayland": replace(PLASMA, prepare=prepare_plasma_wayland, layered=True,
-                              thickness=44 if version_of_plasma() == "6" else RESERVED_BY_PLASMA_5,
-                              ordinary_user=True),
+    "plasma-wayland": PLASMA_WAYLAND,
+    "plasma-wayland-light": replace(
+        PLASMA_WAYLAND,
+        prepare=lambda session: prepare_plasma_wayland(session, "breeze-light", "BreezeLight")),
     "gnome": Host("GNOME", 32, prepare_gnome, start=start_gnome, ordinary_user=True,
-                  restart=restart_extension, has_clock=True, patience=4,
+                  restart=restart_extension, comes_later=False, has_clock=True, patience=4,
                   press=("click", "--repeat", "2", "--delay", "90", "1"), closes=("key", "Escape")),
     "cinnamon": Host("X-Cinnamon", 40, prepare_cinnamon, ("cinnamon", "--replace"), at_bottom=True,
                      patience=4),
     "budgie": Host("Budgie:GNOME", 36, prepare_budgie, ("budgie-panel",), at_bottom=True,
                    expects="short text", has_clock=True, patience=4),
-    "mate-indicators": Host("MATE", 28, prepare_mate_indicators, ("mate-panel",),
-                            press=("click", "1", "sleep", "1", "key", "Down", "Return"),
-                            closes=("key", "Escape"), stands_alone=False),
+    "mate-indicators": MATE_INDICATORS,
+    "mate-indicators-dark": replace(
+        MATE_INDICATORS,
+        prepare=lambda session: prepare_mate_indicators(session, "Adwaita-dark")),
 }
