@@ -47,7 +47,8 @@ void makeAppearances(PlatformFamily& family) {
         std::make_unique<PanelToneMonitor>(bus, desktop, *family.appearance, *family.preferences);
     family.statusItem = std::make_unique<LinuxStatusItem>(
         bus, *family.preferences, std::move(bar),
-        LinuxStatusItem::Options{.desktop = desktop, .trayKeeper = &trayKeeper});
+        LinuxStatusItem::Options{
+            .desktop = desktop, .tray = {.watch = &watchTray}, .trayKeeper = &trayKeeper});
 }
 
 /// What both desktops have in common: everything that remembers nothing.

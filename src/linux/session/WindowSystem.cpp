@@ -2,6 +2,7 @@
 
 #include "linux/appearance/X11Appearance.h"
 #include "linux/appearance/X11Compositing.h"
+#include "linux/appearance/X11Selection.h"
 #include "linux/session/X11Windows.h"
 
 #include <QCursor>
@@ -14,6 +15,9 @@ namespace lumora {
 namespace {
 
 constexpr auto x11Platform = "xcb"_L1;
+
+/// Whose owner keeps the tray of the old kind, without the screen's number.
+constexpr char traySelection[] = "_NET_SYSTEM_TRAY_S";
 
 /// The application's connection to the X server; null where it has none.
 xcb_connection_t* x11Connection() {
@@ -55,7 +59,17 @@ void completeStartup(const QByteArray& activationToken) {
 
 QString trayKeeper() {
     auto* connection = x11Connection();
-    return connection ? selectionOwnerName(connection, "_NET_SYSTEM_TRAY_S") : QString();
+    return connection ? selectionOwnerName(connection, traySelection) : QString();
+}
+
+std::unique_ptr<QObject> watchTray(std::function<void()> changed) {
+    auto* connection = x11Connection();
+    if (!connection)
+        return nullptr;
+    auto selection = std::make_unique<X11Selection>(connection, traySelection);
+    QObject::connect(
+        selection.get(), &X11Selection::ownerChanged, selection.get(), std::move(changed));
+    return selection;
 }
 
 std::unique_ptr<Compositing> makeCompositing() {

@@ -4,10 +4,12 @@
 #include "platform/DesktopAppearance.h"
 
 #include <QByteArray>
+#include <QObject>
 #include <QPoint>
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -42,6 +44,10 @@ void completeStartup(const QByteArray& activationToken);
 /// The program that keeps the tray of the old kind, by the name that its window there has; empty
 /// where there is none or it says nothing.
 [[nodiscard]] QString trayKeeper();
+
+/// Calls `changed` whenever another program keeps the tray of the old kind, or none does any more,
+/// as long as what it returns lives. Null where there is no such tray.
+[[nodiscard]] std::unique_ptr<QObject> watchTray(std::function<void()> changed);
 
 /// Follows the running application's desktop.
 std::unique_ptr<Compositing> makeCompositing();

@@ -26,8 +26,10 @@ XEmbedItem::XEmbedItem(Options options, QObject* parent)
     : QObject(parent)
     , m_trayExists(std::move(options.trayExists))
     , m_windows(std::move(options.windows))
+    , m_makeWatch(std::move(options.watch))
     , m_grace(options.grace)
-    , m_pause(options.pause) {
+    , m_pause(options.pause)
+    , m_settling(options.settling) {
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &XEmbedItem::look);
 }
@@ -73,6 +75,7 @@ void XEmbedItem::showInTray() {
 void XEmbedItem::setWanted(bool wanted) {
     if (!wanted) {
         m_timer.stop();
+        m_watch.reset();
         m_tray.reset();
         m_menu.reset();
     } else if (!m_tray && !m_timer.isActive()) {
@@ -85,6 +88,8 @@ void XEmbedItem::look() {
         m_timer.start(m_pause);
         return;
     }
+    if (!m_watch)
+        m_watch = m_makeWatch([this] { onTrayChanged(); });
     m_menu = std::make_unique<QMenu>();
     m_tray = std::make_unique<QSystemTrayIcon>(m_icon);
     m_tray->setContextMenu(m_menu.get());
@@ -93,6 +98,13 @@ void XEmbedItem::look() {
     fillMenu();
     showInTray();
     Q_EMIT shown();
+}
+
+// The toolkit would go into another tray by itself, but as a square again.
+void XEmbedItem::onTrayChanged() {
+    m_tray.reset();
+    m_menu.reset();
+    m_timer.start(m_settling);
 }
 
 void XEmbedItem::onPressed(QSystemTrayIcon::ActivationReason reason) {

@@ -29,9 +29,14 @@ public:
     struct Options {
         std::chrono::milliseconds grace = std::chrono::seconds(4);  ///< before the first look
         std::chrono::milliseconds pause = std::chrono::seconds(30); ///< between further looks
+        std::chrono::milliseconds settling = std::chrono::milliseconds(500); ///< of a new tray
         std::function<bool()> trayExists = &QSystemTrayIcon::isSystemTrayAvailable;
         /// This program's windows. The toolkit has one of its own for an icon in a tray on X11.
         std::function<QWidgetList()> windows = &QApplication::topLevelWidgets;
+        /// Has `changed` called whenever another program keeps the tray, or none does any more, as
+        /// long as what it returns lives. Null where nobody tells.
+        std::function<std::unique_ptr<QObject>(std::function<void()> changed)> watch =
+            [](const std::function<void()>&) { return nullptr; };
     };
 
     explicit XEmbedItem(Options options, QObject* parent = nullptr);
@@ -54,6 +59,7 @@ Q_SIGNALS:
 
 private:
     void look();
+    void onTrayChanged();
     void onPressed(QSystemTrayIcon::ActivationReason reason);
     void fillMenu();
     void showInTray();
@@ -61,12 +67,15 @@ private:
 
     std::function<bool()> m_trayExists;
     std::function<QWidgetList()> m_windows;
+    std::function<std::unique_ptr<QObject>(std::function<void()>)> m_makeWatch;
     std::chrono::milliseconds m_grace;
     std::chrono::milliseconds m_pause;
+    std::chrono::milliseconds m_settling;
     QTimer m_timer;
     StatusItemContent m_content;
     QIcon m_icon;
     QSize m_room;
+    std::unique_ptr<QObject> m_watch; ///< while the item is wanted, from when there was a tray
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_tray; ///< exists while the icon is in the tray
     QPointer<QWidget> m_window;              ///< of the icon; null where the toolkit has none

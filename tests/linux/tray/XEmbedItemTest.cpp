@@ -28,15 +28,25 @@ protected:
     bool m_trayExists = true;
     int m_looks = 0;
     TrayWindow m_window;
+    std::function<void()> m_trayChanges; ///< to be called when the tray is another one
+    QPointer<QObject> m_watch;
     XEmbedItem m_item{
         {.grace = 1ms,
          .pause = 1ms,
+         .settling = 1ms,
          .trayExists =
              [this] {
                  ++m_looks;
                  return m_trayExists;
              },
-         .windows = [this] { return m_window.windows(); }}};
+         .windows = [this] { return m_window.windows(); },
+         .watch =
+             [this](std::function<void()> changed) {
+                 m_trayChanges = std::move(changed);
+                 auto watch = std::make_unique<QObject>();
+                 m_watch = watch.get();
+                 return watch;
+             }}};
 
     void SetUp() override {
         QPixmap dot(16, 16);
@@ -105,6 +115,24 @@ TEST_F(XEmbedItemTest, AsksForTheRoomThatThePictureTakes) {
     EXPECT_EQ(m_window.roomOfOther(), QSize(0, 0));
     m_item.setIcon(QPixmap(70, 22), {70, 22});
     EXPECT_EQ(m_window.room(), QSize(70, 22));
+}
+
+TEST_F(XEmbedItemTest, GoesIntoATrayThatComesBackAsIntoANewOne) {
+    m_item.setIcon(QPixmap(90, 22), {90, 22});
+    m_item.setWanted(true);
+    ASSERT_TRUE(m_shown.wait(patience));
+    ASSERT_TRUE(m_trayChanges);
+    m_window.forgetRoom();
+    m_trayChanges();
+    EXPECT_FALSE(m_item.isShown());
+    m_trayChanges(); // the old one's end and the new one's start
+    ASSERT_TRUE(m_shown.wait(patience));
+    EXPECT_EQ(m_shown.size(), 2);
+    EXPECT_TRUE(m_item.isShown());
+    EXPECT_EQ(m_window.room(), QSize(90, 22));
+
+    m_item.setWanted(false);
+    EXPECT_TRUE(m_watch.isNull()); // nobody is asked any more
 }
 
 TEST_F(XEmbedItemTest, AppearsWhenATrayDoes) {
