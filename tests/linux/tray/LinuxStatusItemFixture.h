@@ -34,6 +34,10 @@ inline StatusItemContent content() {
 
 class LinuxStatusItemTest : public testing::Test {
 protected:
+    /// Without a time for it the item insists on nothing while a test lasts.
+    explicit LinuxStatusItemTest(std::chrono::milliseconds insistence = 1h)
+        : m_insistence(insistence) {}
+
     std::unique_ptr<FakeWatcher> watcher(bool hasHost = true) {
         return std::make_unique<FakeWatcher>(m_bus.connect(), hasHost);
     }
@@ -48,6 +52,7 @@ protected:
             [&] { return m_item.unavailableReason().isEmpty() == available; }, patience);
     }
 
+    const std::chrono::milliseconds m_insistence;
     PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connect();
     bool m_trayExists = false;
@@ -70,7 +75,7 @@ protected:
          .nameOf = [this](uint) { return m_host; },
          .trayKeeper = [this] { return m_keeper; },
          .scale = [this] { return m_scale; },
-         .insistence = 1ms}};
+         .insistence = m_insistence}};
     BusProbe m_probe{m_bus.connect(), m_connection.baseService()};
     QSignalSpy m_shown{&m_item, &StatusItem::shown};
 };

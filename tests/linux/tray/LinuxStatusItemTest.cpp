@@ -6,7 +6,18 @@
 
 using namespace lumora;
 using namespace lumora::tests;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
+
+namespace {
+
+class InsistentStatusItemTest : public LinuxStatusItemTest {
+protected:
+    InsistentStatusItemTest()
+        : LinuxStatusItemTest(1ms) {}
+};
+
+} // namespace
 
 TEST_F(LinuxStatusItemTest, RegistersWithTheFirstContent) {
     const auto panel = watcher();
@@ -35,7 +46,7 @@ TEST_F(LinuxStatusItemTest, KnowsAHostThatTookAnothersPlace) {
     EXPECT_EQ(m_probe.property(itemPath, itemInterface, u"XAyatanaLabel"_s), u"Standup · 12m"_s);
 }
 
-TEST_F(LinuxStatusItemTest, ShowsAHostThatWasStillStartingItsSymbolAgain) {
+TEST_F(InsistentStatusItemTest, ShowsAHostThatWasStillStartingItsSymbolAgain) {
     m_item.show(content());
     m_probe.listen(itemPath, itemInterface);
     const auto panel = watcher();
@@ -45,7 +56,7 @@ TEST_F(LinuxStatusItemTest, ShowsAHostThatWasStillStartingItsSymbolAgain) {
     EXPECT_EQ(panel->registered().size(), 1);
 }
 
-TEST_F(LinuxStatusItemTest, ComesToGnomeASecondTime) {
+TEST_F(InsistentStatusItemTest, ComesToGnomeASecondTime) {
     m_host = u"gnome-shell"_s;
     const auto panel = watcher();
     m_item.show(content());
