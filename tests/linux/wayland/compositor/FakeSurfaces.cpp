@@ -3,6 +3,7 @@
 #include <layer-shell-server.h>
 #include <viewporter-server.h>
 #include <wayland-server.h>
+#include <xdg-shell-server.h>
 
 #include <utility>
 
@@ -209,6 +210,14 @@ const struct zwlr_layer_shell_v1_interface layerRequests{
     .destroy = destroy,
 };
 
+/// Toolkits do not start where there are no ordinary windows; none is ever made here.
+const struct xdg_wm_base_interface windowRequests = [] {
+    struct xdg_wm_base_interface made{};
+    made.destroy = destroy;
+    made.pong = [](wl_client*, wl_resource*, std::uint32_t) {};
+    return made;
+}();
+
 /// Offers what is a matter of `interface`, whose requests go to `Requests`.
 template <auto* Requests>
 void offer(
@@ -228,6 +237,7 @@ void offer(
 void offerSurfaces(wl_display* display, std::uint32_t layerShell, const FakeSurfaceRules& rules) {
     offer<&compositorRequests>(display, wl_compositor_interface, compositorVersion, rules);
     offer<&viewporterRequests>(display, wp_viewporter_interface, 1, rules);
+    offer<&windowRequests>(display, xdg_wm_base_interface, 1, rules);
     if (layerShell > 0)
         offer<&layerRequests>(display, zwlr_layer_shell_v1_interface, int(layerShell), rules);
 }
