@@ -282,8 +282,9 @@ void PanelWindow::moveEvent(QMoveEvent* event) {
 }
 
 void PanelWindow::mousePressEvent(QMouseEvent* event) {
-    // The shadow belongs to the window, but not to what the user sees as the panel.
-    if (!m_panel.contains(event->position().toPoint()))
+    // The shadow belongs to the window, but not to what the user sees as the panel. It may lie over
+    // the status item, whose double click ends here then.
+    if (!m_panel.contains(event->position().toPoint()) && !isRecent(m_opened, doubleClick()))
         hide();
 }
 

@@ -152,6 +152,7 @@ TEST_F(PanelInLayerTest, StaysWhereItIsWhileItGrows) {
 
 TEST_F(PanelInLayerTest, ClosesAtAPressBesideThePanel) {
     open();
+    passDoubleClick();
     QTest::mouseClick(
         window.get(), Qt::LeftButton, {}, QPoint(10, window->panelRect().bottom() + 50));
     EXPECT_FALSE(window->isVisible());
