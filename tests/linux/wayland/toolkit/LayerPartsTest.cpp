@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QRasterWindow>
+#include <QShowEvent>
 
 #include <gmock/gmock.h>
 #include <wayland-client.h>
