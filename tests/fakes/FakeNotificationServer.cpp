@@ -38,6 +38,14 @@ QStringList FakeNotificationServer::GetCapabilities() {
     return capabilities;
 }
 
+QString FakeNotificationServer::GetServerInformation(
+    QString& vendor, QString& version, QString& protocol) const {
+    vendor = u"Lumora"_s;
+    version = u"1"_s;
+    protocol = u"1.2"_s;
+    return program;
+}
+
 uint FakeNotificationServer::Notify(
     const QString& /*appName*/, uint replacesId, const QString& /*appIcon*/, const QString& summary,
     const QString& body, const QStringList& actions, const QVariantMap& hints, int /*timeout*/) {

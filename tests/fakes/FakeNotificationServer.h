@@ -49,12 +49,14 @@ public:
 
     QStringList capabilities{
         QStringLiteral("actions"), QStringLiteral("body"), QStringLiteral("body-markup")};
+    QString program = QStringLiteral("fake"); ///< what it calls itself
     QList<Notification> shown; ///< every notification taken, in order; their ids count from 1
     int notifyCalls = 0;       ///< answered or not
     int capabilityCalls = 0;   ///< answered or not
 
 public Q_SLOTS:
     QStringList GetCapabilities();
+    QString GetServerInformation(QString& vendor, QString& version, QString& protocol) const;
     uint Notify(
         const QString& appName, uint replacesId, const QString& appIcon, const QString& summary,
         const QString& body, const QStringList& actions, const QVariantMap& hints, int timeout);

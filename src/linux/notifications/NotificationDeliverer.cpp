@@ -83,8 +83,8 @@ void NotificationDeliverer::send(Unsent& unsent, const NotificationAbilities& ab
     unsent.underWay = true;
     ++unsent.attempts;
     const NotificationRequest request = unsent.request;
-    const auto arguments = notifyArguments(
-        request, abilities.capabilities, standingId(request.identifier), m_clock.now());
+    const auto arguments =
+        notifyArguments(request, abilities, standingId(request.identifier), m_clock.now());
     const auto onAnswer = [this, request, generation = m_generation](const auto& shown) {
         if (generation != m_generation)
             return; // its successor is asked instead

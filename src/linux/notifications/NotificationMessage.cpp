@@ -17,11 +17,16 @@ constexpr int serversOwnTimeout = -1;
 constexpr std::chrono::milliseconds shortestTimeout = std::chrono::seconds(10);
 const QString programId = u"com.lumora.app"_s; // both the icon's and the desktop entry's name
 
+/// Whose later versions draw an empty button for the click, which does nothing but close there.
+const QString xfce = u"Xfce Notify Daemon"_s;
+
 /// Pairs of key and label. The default action, which is the click itself, is there for every
 /// notification: some servers start the program instead where there is none. It has no label, so
-/// that no server draws a button for it.
-QStringList actions(const NotificationRequest& request) {
-    QStringList actions{u"default"_s, QString()};
+/// that no other server draws a button for it.
+QStringList actions(const NotificationRequest& request, const QString& program) {
+    QStringList actions;
+    if (program != xfce)
+        actions += {u"default"_s, QString()};
     if (request.button)
         actions += {u"button"_s, *request.button};
     return actions;
@@ -48,17 +53,17 @@ int timeout(const NotificationRequest& request, Instant now) {
 } // namespace
 
 QVariantList notifyArguments(
-    const NotificationRequest& request, const QStringList& capabilities, uint replacesId,
+    const NotificationRequest& request, const NotificationAbilities& abilities, uint replacesId,
     Instant now) {
-    const bool parsesMarkup = capabilities.contains("body-markup"_L1);
-    const bool takesActions = capabilities.contains("actions"_L1);
+    const bool parsesMarkup = abilities.capabilities.contains("body-markup"_L1);
+    const bool takesActions = abilities.capabilities.contains("actions"_L1);
     return {
         u"Lumora"_s,
         replacesId,
         programId,
         singleLine(request.title),
         parsesMarkup ? escapedForMarkup(request.body) : plainLines(request.body),
-        takesActions ? actions(request) : QStringList(),
+        takesActions ? actions(request, abilities.program) : QStringList(),
         hints(),
         timeout(request, now),
     };

@@ -2,6 +2,7 @@
 
 #include <QDBusPendingCallWatcher>
 
+#include <memory>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -66,12 +67,20 @@ void NotificationServer::listen() {
 void NotificationServer::askAbilities(
     std::chrono::milliseconds patience,
     const std::function<void(const std::optional<NotificationAbilities>&)>& onAnswer) {
+    // Servers answer in turn: one that says at all who it is has done so before the rest.
+    const auto program = std::make_shared<QString>();
+    const auto who = serverCall(serverName, u"GetServerInformation"_s);
+    ask(who, patience, [program](const QDBusMessage& answer) {
+        if (answer.type() == QDBusMessage::ReplyMessage)
+            *program = answer.arguments().value(0).toString();
+    });
     const auto call = serverCall(serverName, u"GetCapabilities"_s);
-    ask(call, patience, [this, onAnswer](const QDBusMessage& answer) {
+    ask(call, patience, [this, onAnswer, program](const QDBusMessage& answer) {
         if (answer.type() != QDBusMessage::ReplyMessage)
             return onAnswer(std::nullopt);
         onAnswer(NotificationAbilities{
             .server = m_owner,
+            .program = *program,
             .capabilities = answer.arguments().value(0).toStringList(),
         });
     });

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "linux/notifications/NotificationAbilities.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
@@ -23,12 +25,6 @@ struct ShownNotification {
     bool operator<(const ShownNotification& other) const {
         return std::tie(server, id) < std::tie(other.server, other.id);
     }
-};
-
-/// A server and what it can do.
-struct NotificationAbilities {
-    QString server; ///< unique name on the bus
-    QStringList capabilities;
 };
 
 /// Whatever program shows the desktop's notifications by now, started on demand where the bus can.

@@ -26,6 +26,14 @@ TEST_F(NotificationDelivererTest, RespectsWhatTheServerCanDo) {
     EXPECT_EQ(desktop->shown[0].body, u"R&D"_s);
 }
 
+TEST_F(NotificationDelivererTest, KnowsWhoTheServerIs) {
+    startServer();
+    desktop->program = u"Xfce Notify Daemon"_s;
+    deliverer.deliver(request(u"Standup"_s));
+    ASSERT_TRUE(showsCount(1));
+    EXPECT_EQ(desktop->shown[0].actions, (QStringList{u"button"_s, u"Join"_s}));
+}
+
 TEST_F(NotificationDelivererTest, AClickAndTheButtonRespondAlike) {
     startServer();
     deliverAndConfirm(u"a"_s);

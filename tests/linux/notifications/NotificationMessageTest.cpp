@@ -45,14 +45,14 @@ struct Arguments {
 Arguments arguments(
     const NotificationRequest& wanted, const QStringList& capabilities = everything,
     uint replacesId = 0) {
-    return Arguments(notifyArguments(wanted, capabilities, replacesId, shownAt));
+    return Arguments(notifyArguments(wanted, {{}, {}, capabilities}, replacesId, shownAt));
 }
 
 } // namespace
 
 TEST(NotificationMessage, HasTheTypesOfTheProtocol) {
     QByteArrayList types;
-    for (const QVariant& argument : notifyArguments(request(), everything, 7, shownAt))
+    for (const QVariant& argument : notifyArguments(request(), {{}, {}, everything}, 7, shownAt))
         types += argument.typeName();
     EXPECT_EQ(
         types, (QByteArrayList{
@@ -85,6 +85,18 @@ TEST(NotificationMessage, OffersTheClickAlwaysAndTheButtonWhereThereIsOne) {
     NotificationRequest plain = request();
     plain.button.reset();
     EXPECT_EQ(arguments(plain).actions, (QStringList{u"default"_s, u""_s}));
+}
+
+TEST(NotificationMessage, XfceIsGivenNoClickToMakeAButtonOf) {
+    const NotificationAbilities xfce{
+        .server = {}, .program = u"Xfce Notify Daemon"_s, .capabilities = everything};
+    const auto actions = [&](const NotificationRequest& wanted) {
+        return Arguments(notifyArguments(wanted, xfce, 0, shownAt)).actions;
+    };
+    EXPECT_EQ(actions(request()), (QStringList{u"button"_s, u"Join"_s}));
+    NotificationRequest plain = request();
+    plain.button.reset();
+    EXPECT_EQ(actions(plain), QStringList());
 }
 
 TEST(NotificationMessage, OffersNothingToAServerWithoutActions) {
