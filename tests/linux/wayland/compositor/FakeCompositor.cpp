@@ -64,7 +64,7 @@ public:
             [](wl_client* guest, void* self, std::uint32_t version, std::uint32_t id) {
                 static_cast<Server*>(self)->showSeat(guest, version, id);
             });
-        wl_event_loop_add_fd(
+        m_calls = wl_event_loop_add_fd(
             wl_display_get_event_loop(m_display), m_wakeUp, WL_EVENT_READABLE,
             [](int, std::uint32_t, void* self) {
                 static_cast<Server*>(self)->work();
@@ -78,6 +78,7 @@ public:
         perform([this] { wl_display_terminate(m_display); });
         m_thread.join();
         wl_display_destroy_clients(m_display);
+        wl_event_source_remove(m_calls);
         wl_display_destroy(m_display);
         ::close(m_wakeUp);
     }
@@ -173,6 +174,7 @@ private:
 
     wl_display* m_display = wl_display_create();
     int m_wakeUp = eventfd(0, EFD_CLOEXEC);
+    wl_event_source* m_calls = nullptr; ///< by which the thread is woken up
     FakeSurfaceRules m_rules;
     std::uint32_t m_capabilities = 0;
     std::vector<wl_resource*> m_seats;
