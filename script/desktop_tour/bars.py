@@ -123,7 +123,7 @@ def prepare_xfce(session, dark):
 def prepare_lxqt(session, theme):
     session.write("lxqt/panel.conf", LXQT_PANEL)
     session.write("lxqt/lxqt.conf", f"[General]\ntheme={theme}\nicon_theme=Adwaita\n")
-    session.start("window-manager", "openbox")
+    session.start_window_manager()
 
 
 def on_openbox(**files):
@@ -132,7 +132,7 @@ def on_openbox(**files):
     def prepare(session):
         for name, text in files.items():
             session.write(name, text)
-        session.start("window-manager", "openbox")
+        session.start_window_manager()
 
     return prepare
 
@@ -149,7 +149,7 @@ def prepare_tint2(session, light=False):
         config = config.replace("_color = #000000 60", "_color = #f2f2f2 100", 1)
         config = config.replace("clock_font_color = #ffffff", "clock_font_color = #222222")
     session.write("tint2/tint2rc", config)
-    session.start("window-manager", "openbox")
+    session.start_window_manager()
 
 
 def restart_i3(_, session, bar):

@@ -20,4 +20,4 @@ WITH_INDICATORS = PANEL.replace("'clock',", "").replace(
 def prepare_mate(session, theme, panel=WITH_STATUS_AREA):
     session.write("glib-2.0/settings/keyfile", panel)
     session.use_theme(theme)
-    session.start("window-manager", "openbox")
+    session.start_window_manager()

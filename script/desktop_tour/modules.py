@@ -92,7 +92,7 @@ def start_waybar(session):
 
 def start_polybar(session):
     session.write("polybar.ini", POLYBAR)
-    session.start("window-manager", "openbox")
+    session.start_window_manager()
     return session.start("host", "polybar", "-c", f"{session.config}/polybar.ini", "top")
 
 

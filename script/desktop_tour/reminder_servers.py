@@ -31,7 +31,7 @@ def start_xfce(session):
 
 
 def start_dunst(session):
-    session.start("window-manager", "openbox")
+    session.start_window_manager()
     session.start("server", "dunst")
 
 

@@ -168,6 +168,17 @@ class Session:
         with os.fdopen(reader) as answer:
             return ":" + answer.readline().strip()
 
+    def start_window_manager(self):
+        """Starts one for bars that bring none. What is mapped before it listens may never be seen."""
+        self.start("window-manager", "openbox")
+
+        def obeys():
+            self.run("xdotool", "set_num_desktops", "1")
+            return self.run("xdotool", "get_num_desktops").strip() == "1"
+
+        if not wait_until(obeys):
+            raise RuntimeError("the window manager did not start")
+
     def start_bus(self):
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.start_bus_called("bus")
 
