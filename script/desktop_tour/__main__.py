@@ -32,7 +32,8 @@ def prepare(names, preset):
 def keep(folder, name):
     kept = ROOT / "docs/images/desktops"
     kept.mkdir(parents=True, exist_ok=True)
-    for kind in ("", "-bar"):
+    kinds = ("", "-bar") + (("-menu",) if HOSTS[name].has_menu else ())
+    for kind in kinds:
         (kept / f"{name}{kind}.png").write_bytes((folder / f"{name}{kind}.png").read_bytes())
 
 

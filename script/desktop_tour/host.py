@@ -32,6 +32,7 @@ class Host:
     ordinary_user: bool = False  # some refuse root
     press: tuple = ("click", "1")  # what opens the panel, in xdotool's words
     closes: tuple | None = None  # what closes it; None: the same
+    has_menu: bool = False  # whether a press opens that, and a middle click the panel
     has_clock: bool = False  # whether one moves in the bar
     patience: int = 2  # how often the screen is the same, 0.4 s apart, before it is at rest
     # Restarts it, given the host, the session and the bar's process, and returns the new one; None

@@ -4,6 +4,7 @@ from collections import Counter
 
 COLORS = 96  # in a saved picture: enough for shadows, and a third of the bytes
 STANDS_OUT = 2  # n in n : 1; what is nearer to its ground is smoothing
+LOWEST_LINE = 5  # pixels; what is lower separates lines of text, or is an edge
 TIP = 4  # how many times narrower than the rest of it what sticks out of a window is
 
 
@@ -123,14 +124,29 @@ def contrast(picture, rectangle):
     return ratio
 
 
-def ink(picture, rectangle):
-    """The rectangle of what stands out in a rectangle; None where nothing does."""
+def marks(picture, rectangle):
+    """Under each row of a rectangle in which something stands out, the columns in which it does."""
     left, top = rectangle[:2]
     inks = {color for color, (ratio, _) in ratios(picture, rectangle).items() if ratio > STANDS_OUT}
-    rows, columns = [], []
-    for y, row in enumerate(picture.colors(rectangle)):
-        marked = [x for x, color in enumerate(row) if color in inks]
-        if marked:
-            rows.append(top + y)
-            columns += [left + marked[0], left + marked[-1] + 1]
-    return (min(columns), rows[0], max(columns), rows[-1] + 1) if rows else None
+    columns = ([left + x for x, color in enumerate(row) if color in inks]
+               for row in picture.colors(rectangle))
+    return {top + y: marked for y, marked in enumerate(columns) if marked}
+
+
+def ink(picture, rectangle):
+    """The rectangle of what stands out in a rectangle; None where nothing does."""
+    found = marks(picture, rectangle)
+    return around(found) if found else None
+
+
+def lines(picture, rectangle):
+    """How many lines of text are in a rectangle, one below the other."""
+    rows = runs(sorted(marks(picture, rectangle)))
+    return sum(len(line) >= LOWEST_LINE for line in rows)
+
+
+def rules(picture, rectangle):
+    """How many lines are drawn across a rectangle."""
+    counts = [Counter(row) for row in picture.colors(rectangle)]
+    ground = sum(counts, Counter()).most_common(1)[0][0]
+    return len(runs([y for y, row in enumerate(counts) if row.most_common(1)[0][0] != ground]))

@@ -1,4 +1,5 @@
 """What presses and keys do to the panel."""
+from .menus import Menu
 from .pictures import difference
 from .screen import DARKEST_SHADOW
 from .session import wait_until
@@ -38,6 +39,8 @@ class Presses:
             self.double_click()
         if self.host.layered:
             self.work(panel)
+        if self.host.has_menu:
+            Menu(self).run(path.with_name(f"{path.stem}-menu.png"))
 
     def measure(self, picture, panel):
         gap = self.screen.gap(self.before, picture, panel, self.item)
@@ -64,6 +67,9 @@ class Presses:
         for x, y in ((place[0] - 1, place[1]), place):
             self.session.run("xdotool", "mousemove", str(x), str(y))
         self.session.run("xdotool", *(how or ("click", "1")))
+
+    def press_escape(self):
+        self.session.run("xdotool", "key", "Escape")
 
     def opens(self):
         return wait_until(lambda: self.screen.panel(self.before), OPEN_LIMIT)
@@ -99,7 +105,7 @@ class Presses:
     def work(self, panel):
         """Opens it again and again, for all that keys do."""
         self.reopen()
-        self.session.run("xdotool", "key", "Escape")
+        self.press_escape()
         self.expect_closed("Escape does not close the panel")
         empty = self.reopen()
         line = panel[3] - int(CAPTURE_FIELD * self.host.scale)

@@ -41,10 +41,18 @@ QVariantMap onlyNamed(const QVariantMap& properties, const QStringList& names) {
     return some;
 }
 
-// An action is the same while its command is, whatever it is called today; texts and separators
-// have nothing but their order.
+// An action is the same while its command is, whatever it is called today; texts have nothing but
+// their order.
 QString identityOf(const StatusMenuRow& row) {
     return QString::number(int(row.kind)) + u':' + QString::number(int(row.command));
+}
+
+// A separator belongs to what follows it. GNOME's extension does not move rows: a separator that
+// stood elsewhere before stays there.
+QString identityOf(const QList<StatusMenuRow>& rows, qsizetype index) {
+    const QString own = identityOf(rows.at(index));
+    const bool separates = rows.at(index).kind == Kind::Separator && index + 1 < rows.size();
+    return separates ? own + u'/' + identityOf(rows.at(index + 1)) : own;
 }
 
 } // namespace
@@ -75,13 +83,13 @@ QList<DBusMenu::Entry> DBusMenu::entriesFor(const QList<StatusMenuRow>& rows) {
     QList<Entry> entries;
     QHash<QString, int> ids;
     QHash<QString, int> seen;
-    for (const StatusMenuRow& row : rows) {
-        const QString identity = identityOf(row);
+    for (qsizetype index = 0; index < rows.size(); ++index) {
+        const QString identity = identityOf(rows, index);
         const QString key = identity + u'#' + QString::number(seen[identity]++);
         const auto known = m_ids.constFind(key);
         const int id = known != m_ids.constEnd() ? *known : ++m_lastId;
         ids.insert(key, id);
-        entries += {id, row};
+        entries += {id, rows.at(index)};
     }
     m_ids = ids;
     return entries;

@@ -237,6 +237,37 @@ TEST_F(DBusMenuTest, RowsKeepTheirIdsWhenOthersComeAndGo) {
     EXPECT_FALSE(before.ids().contains(again.ids().at(1)));
 }
 
+// GNOME's extension adds and removes rows, and leaves those that moved where they were.
+TEST_F(DBusMenuTest, NothingMovesWhenAMeetingComesOrGoes) {
+    const StatusMenuRow refreshRow{Kind::Action, MenuCommand::Refresh, u"Refresh"_s};
+    const auto menuWith = [&](const QList<StatusMenuRow>& meeting) {
+        QList<StatusMenuRow> rows{openRow, separatorRow};
+        rows += meeting;
+        rows += {refreshRow, separatorRow, quitRow};
+        return rows;
+    };
+    const QList<QList<StatusMenuRow>> menus{
+        menuWith({}),
+        menuWith({meetingRow, separatorRow}),
+        menuWith({meetingRow, joinRow, separatorRow}),
+    };
+    const auto only = [](QList<int> ids, const QList<int>& others) {
+        ids.removeIf([&others](int id) { return !others.contains(id); });
+        return ids;
+    };
+    for (const auto& from : menus) {
+        for (const auto& to : menus) {
+            m_menu.setRows(from);
+            const QList<int> before = layout().ids();
+            m_menu.setRows(to);
+            const QList<int> after = layout().ids();
+            EXPECT_EQ(only(before, after), only(after, before))
+                << from.size() << " rows, then " << to.size();
+            EXPECT_GE(only(before, after).size(), menus.front().size());
+        }
+    }
+}
+
 TEST_F(DBusMenuTest, AnotherOrderIsAnotherLayout) {
     const Layout before = layout();
     m_menu.setRows({quitRow, meetingRow, joinRow, separatorRow, openRow});
