@@ -11,4 +11,8 @@ namespace lumora {
 /// `names`, in whatever case.
 bool namesDesktop(const QString& desktop, std::initializer_list<QLatin1StringView> names);
 
+/// Whether `desktop` names a Wayland compositor that comes without a bar, to which people add one
+/// that is mostly waybar.
+bool namesBareCompositor(const QString& desktop);
+
 } // namespace lumora

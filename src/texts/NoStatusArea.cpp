@@ -14,7 +14,7 @@ QString remedy(const QString& desktop) {
     if (namesDesktop(desktop, {"GNOME"_L1}) && !hasOwnPanel)
         return u"GNOME shows it with the extension AppIndicator: install the package "
                "gnome-shell-extension-appindicator, log in again and switch it on."_s;
-    if (namesDesktop(desktop, {"sway"_L1, "Hyprland"_L1, "river"_L1, "niri"_L1, "wlroots"_L1}))
+    if (namesBareCompositor(desktop))
         return u"Add a tray to your bar; waybar's module is called tray."_s;
     return u"Add a status area, also called system tray, to your desktop's panel."_s;
 }

@@ -10,7 +10,8 @@ namespace {
 TEST(NoStatusArea, NamesWhatTheDesktopLacks) {
     for (const QString& desktop : {u"GNOME"_s, u"ubuntu:GNOME"_s, u"gnome"_s})
         EXPECT_TRUE(noStatusArea(desktop).body.contains(u"gnome-shell-extension-appindicator"));
-    for (const QString& desktop : {u"sway"_s, u"Hyprland"_s, u"sway:wlroots"_s})
+    for (const QString& desktop :
+         {u"sway"_s, u"Hyprland"_s, u"sway:wlroots"_s, u"labwc"_s, u"wayfire"_s})
         EXPECT_TRUE(noStatusArea(desktop).body.contains(u"waybar"));
     for (const QString& desktop :
          {u"XFCE"_s, u"KDE"_s, QString(), u"GNOMEish"_s, u"Budgie:GNOME"_s,

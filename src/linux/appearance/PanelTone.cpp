@@ -16,9 +16,10 @@ bool hasDarkBar(const QString& desktop) {
         return false;
     if (desktop.isEmpty())
         return true;
-    return namesDesktop(
-        desktop, {"GNOME"_L1, "Unity"_L1, "sway"_L1, "Hyprland"_L1, "i3"_L1, "river"_L1, "niri"_L1,
-                  "bspwm"_L1, "qtile"_L1, "awesome"_L1, "xmonad"_L1, "X-Cinnamon"_L1});
+    return namesBareCompositor(desktop) ||
+           namesDesktop(
+               desktop, {"GNOME"_L1, "Unity"_L1, "X-Cinnamon"_L1, "i3"_L1, "bspwm"_L1, "qtile"_L1,
+                         "awesome"_L1, "xmonad"_L1});
 }
 
 SymbolTone toneOn(bool darkPanel) {

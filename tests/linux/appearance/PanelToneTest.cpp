@@ -63,7 +63,8 @@ TEST(PanelTone, FollowsTheFirstSourceThatSays) {
 TEST(PanelTone, KnowsTheDesktopsWithADarkBar) {
     for (const QString& name :
          {u"GNOME"_s, u"ubuntu:GNOME"_s, u"Unity"_s, u"sway"_s, u"Hyprland"_s, u"i3"_s, u"river"_s,
-          u"niri"_s, u"bspwm"_s, u"qtile"_s, u"awesome"_s, u"xmonad"_s, u"X-Cinnamon"_s, QString()})
+          u"niri"_s, u"labwc:wlroots"_s, u"Wayfire"_s, u"bspwm"_s, u"qtile"_s, u"awesome"_s,
+          u"xmonad"_s, u"X-Cinnamon"_s, QString()})
         expectTones({{name, {}, prefersLight, false, SymbolTone::Light}});
     expectTones({
         // GNOME's other faces follow their theme.
