@@ -5,6 +5,7 @@ import time
 from pathlib import Path
 
 from .pictures import Picture, difference, ink
+from .rest import settled
 from .service import MeetingService, iso
 from .session import Session, wait_until
 
@@ -102,13 +103,7 @@ class ReminderTrial:
 
     def settled(self):
         """A picture of a screen that does not change any more, or not for longer than it may."""
-        def same():
-            one = self.picture()
-            time.sleep(0.8)
-            other = self.picture()
-            return other if one.pixels == other.pixels else None
-
-        return wait_until(same, 8) or self.picture()
+        return settled(self.session, 2, 8)[0]
 
     def rows(self, picture):
         half = picture.height // 2

@@ -1,9 +1,7 @@
 """The screen of a session, and where on it the bar, the label and the panel are."""
-import time
-
 from .panels import gap
 from .pictures import Picture, contrast, difference, highest_piece
-from .session import wait_until
+from .rest import settled
 
 DARKEST_SHADOW = 60  # what it takes off a colour of the empty desktop, of 255
 
@@ -34,17 +32,7 @@ class Screen:
 
     def settled(self):
         """A picture of a screen that does not change any more, and whether it was one."""
-        def picture():
-            one = self.now()
-            for _ in range(self.host.patience):
-                time.sleep(0.4)
-                other = self.now()
-                if one.pixels != other.pixels:
-                    return None
-            return other
-
-        found = wait_until(picture, 30)
-        return found or self.now(), bool(found)
+        return settled(self.session, self.host.patience, 30)
 
     def item(self, bare, picture):
         """The label's rectangle, given the bar without it."""

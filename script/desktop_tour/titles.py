@@ -11,11 +11,11 @@ import os
 import signal
 import subprocess
 import sys
-import time
 from pathlib import Path
 
 from .modules import GROUND, MODULE_HOSTS, STALE
 from .pictures import Picture, difference
+from .rest import settled
 from .service import MeetingService
 from .session import Session, wait_until
 
@@ -81,14 +81,7 @@ class Trial:
         return next(self.picture().colors((10, 3, 11, 4))) == [GROUND]
 
     def settled(self):
-        """A picture of a screen that does not change any more."""
-        def same_twice():
-            one = self.picture()
-            time.sleep(0.4)
-            other = self.picture()
-            return other if one.pixels == other.pixels else None
-
-        return wait_until(same_twice, 20) or self.picture()
+        return settled(self.session)[0]
 
     def label(self):
         """The label's rectangle; None while there is none."""
